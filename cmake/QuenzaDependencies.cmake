@@ -1,0 +1,35 @@
+# Libraries that Debian ships; scripts/setup installs them.
+
+set(QUENZA_SETUP_HINT "Run scripts/setup, which installs what the build needs.")
+
+find_package(ZLIB)
+find_package(double-conversion)
+find_package(nlohmann_json)
+find_package(assimp)
+find_path(TINYXML_INCLUDE_DIR tinyxml.h)
+find_library(TINYXML_LIBRARY tinyxml)
+if(NOT (ZLIB_FOUND AND double-conversion_FOUND AND nlohmann_json_FOUND AND assimp_FOUND AND TINYXML_INCLUDE_DIR
+        AND TINYXML_LIBRARY))
+  message(FATAL_ERROR "A library is missing (see the lines above). ${QUENZA_SETUP_HINT}")
+endif()
+
+add_library(tinyxml INTERFACE)
+target_include_directories(tinyxml SYSTEM INTERFACE ${TINYXML_INCLUDE_DIR})
+target_link_libraries(tinyxml INTERFACE ${TINYXML_LIBRARY})
+target_compile_definitions(tinyxml INTERFACE TIXML_USE_STL)
+
+find_package(Threads REQUIRED)
+
+if(QUENZA_BUILD_TESTS)
+  find_package(GTest)
+  if(NOT GTest_FOUND)
+    message(FATAL_ERROR "GoogleTest is missing. ${QUENZA_SETUP_HINT}")
+  endif()
+  include(GoogleTest)
+endif()
+if(QUENZA_BUILD_BENCH)
+  find_package(benchmark)
+  if(NOT benchmark_FOUND)
+    message(FATAL_ERROR "Google Benchmark is missing. ${QUENZA_SETUP_HINT}")
+  endif()
+endif()
