@@ -28,11 +28,8 @@ endif()
 # Folder and target go together: what a folder may include is what its target links.
 # A folder without a .cpp file becomes an interface library, which passes its dependencies on.
 function(quenza_library name)
-  cmake_parse_arguments(ARG "" "" "DEPENDS;EXCLUDE" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp *.h)
-  foreach(excluded IN LISTS ARG_EXCLUDE)
-    list(REMOVE_ITEM sources ${CMAKE_CURRENT_SOURCE_DIR}/${excluded})
-  endforeach()
   set(compiled ${sources})
   list(FILTER compiled INCLUDE REGEX "\\.cpp$")
   if(compiled)
@@ -44,28 +41,4 @@ function(quenza_library name)
   endif()
   target_include_directories(${name} ${scope} ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(${name} ${scope} quenza_options ${ARG_DEPENDS})
-endfunction()
-
-# quenza_tests(FOLDER [DEPENDS target...]): one GoogleTest program of tests/FOLDER.
-# Tests with "Slow" in their name carry the label "slow"; scripts/test leaves them out of the sanitizer run.
-function(quenza_tests folder)
-  cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
-  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h)
-  if(NOT sources)
-    return()
-  endif()
-  foreach(dependency IN LISTS ARG_DEPENDS)
-    if(NOT TARGET ${dependency})
-      message(STATUS "tests/${folder} is left out: there is no target ${dependency}")
-      return()
-    endif()
-  endforeach()
-  add_executable(test_${folder} ${sources})
-  target_include_directories(test_${folder} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/src
-                                                    ${PROJECT_SOURCE_DIR}/tests)
-  target_link_libraries(test_${folder} PRIVATE quenza_options ${ARG_DEPENDS} GTest::gtest_main)
-  target_compile_definitions(
-    test_${folder} PRIVATE QUENZA_SOURCE_DIR="${PROJECT_SOURCE_DIR}" QUENZA_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}"
-                           QUENZA_RENDERER_DIR="${PROJECT_BINARY_DIR}/renderer")
-  gtest_discover_tests(test_${folder} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
 endfunction()

@@ -1,0 +1,62 @@
+# How a folder of tests becomes a program, and what its tests run under.
+
+# quenza_tests(FOLDER [DEPENDS target...] [RUNS target...]): one GoogleTest program of tests/FOLDER, which links DEPENDS
+# and needs RUNS built beside it. Without sources, or without a target that it links, it is left out.
+function(quenza_tests folder)
+  cmake_parse_arguments(ARG "" "" "DEPENDS;RUNS" ${ARGN})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h)
+  set(compiled ${sources})
+  list(FILTER compiled INCLUDE REGEX "\\.cpp$")
+  if(NOT compiled)
+    return()
+  endif()
+  foreach(dependency IN LISTS ARG_DEPENDS)
+    if(NOT TARGET ${dependency})
+      message(STATUS "tests/${folder} is left out: there is no target ${dependency}")
+      return()
+    endif()
+  endforeach()
+  set(name test_${folder})
+  add_executable(${name} ${sources})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PRIVATE quenza_options ${ARG_DEPENDS} GTest::gtest_main)
+  target_compile_definitions(
+    ${name} PRIVATE QUENZA_SOURCE_DIR="${PROJECT_SOURCE_DIR}" QUENZA_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}"
+                    QUENZA_RENDERER_DIR="${PROJECT_BINARY_DIR}/renderer")
+  foreach(program IN LISTS ARG_RUNS)
+    if(TARGET ${program})
+      add_dependencies(${name} ${program})
+    endif()
+  endforeach()
+  gtest_discover_tests(${name} TEST_PREFIX "${folder}." DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+  set_property(DIRECTORY APPEND PROPERTY QUENZA_TEST_LISTS ${name}_TESTS)
+endfunction()
+
+# Call after all tests of a directory. Tests with "Slow" in their name get the label "slow"; in a sanitizer build
+# every test runs under the options that make a finding fail it.
+function(quenza_test_properties)
+  get_property(lists DIRECTORY PROPERTY QUENZA_TEST_LISTS)
+  set(environment "")
+  if(QUENZA_SANITIZE)
+    list(
+      APPEND
+      environment
+      "ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1:halt_on_error=1"
+      "UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1"
+      "LSAN_OPTIONS=print_suppressions=0:suppressions=${PROJECT_SOURCE_DIR}/cmake/leaks.supp")
+  endif()
+  # The names of the tests are known only when the programs have been asked for them, after the build.
+  file(
+    CONFIGURE
+    OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/test_properties.cmake
+    CONTENT
+      [[foreach(test IN LISTS @lists@)
+  set_tests_properties("${test}" PROPERTIES ENVIRONMENT "@environment@")
+  if(test MATCHES "Slow")
+    set_tests_properties("${test}" PROPERTIES LABELS slow)
+  endif()
+endforeach()
+]]
+    @ONLY)
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${CMAKE_CURRENT_BINARY_DIR}/test_properties.cmake)
+endfunction()
