@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <mutex>
+
+namespace Quenza {
+
+/// One critical section of the platform; the thread that holds it may lock it again.
+class Mutex {
+public:
+    Mutex() = default;
+    Mutex(const Mutex&) = delete;
+    Mutex& operator=(const Mutex&) = delete;
+
+    void lock() { section_.lock(); }
+    void unlock() { section_.unlock(); }
+
+private:
+    std::recursive_mutex section_;
+};
+
+/// Holds a mutex for the length of a scope.
+class Lock {
+public:
+    explicit Lock(Mutex& mutex) : mutex_(mutex) { mutex_.lock(); }
+    ~Lock() { mutex_.unlock(); }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+
+private:
+    Mutex& mutex_;
+};
+
+} // namespace Quenza

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/exceptions.h"
+#include "foundation/string.h"
+#include "foundation/types.h"
+#include "foundation/vector.h"
+
+#include <cstdio>
+
+/// What the operating system gives. All paths and texts are UTF-8; on Windows they pass through the wide
+/// form.
+namespace Quenza::PlatformUtils {
+
+class PlatformUtilsExcep : public MessageExcep {
+public:
+    using MessageExcep::MessageExcep;
+};
+
+#ifdef _WIN32
+inline constexpr char SEPARATOR = '\\';
+#else
+inline constexpr char SEPARATOR = '/';
+#endif
+
+/// True when `c` separates the parts of a path on this platform.
+bool isSeparator(char c);
+
+/// True when the path doesn't depend on a current directory.
+bool isAbsolutePath(const String& path);
+
+/// Text of a value below the current user's part of the registry, or "" when it isn't there. Away from
+/// Windows the registry is "registry.ini" in the application data folder, with one section a key:
+///     [Software\Maker\Product]
+///     InstallDirectory=/opt/product
+String readRegistryText(const String& key, const String& value);
+
+/// Folder of the user's (roaming) application data: the system's on Windows, else $XDG_CONFIG_HOME or
+/// ~/.config. Throws PlatformUtilsExcep "SHGetFolderPath() failed, Error code: " + code.
+String getAppDataDirectory();
+
+/// Folder for temporary files, without a separator at its end.
+String getTempDirectory();
+
+/// Starts a program that runs on alone: nothing tracks it, and it holds none of this process's files.
+/// `executablePath` is the whole path; `commandLine` begins with the program's name (its argv[0]) and is
+/// split at blanks outside of double quotes. Returns false when the program couldn't be started.
+bool createProcess(const String& executablePath, const String& commandLine, bool lowPriority);
+
+/// Text of the system's last error, or of a given one.
+String lastErrorText();
+String errorText(int code);
+
+enum class PathKind { MISSING, FILE, DIRECTORY };
+
+/// Links are followed.
+PathKind pathKind(const String& path);
+
+/// These return false on failure and leave the reason to lastErrorText().
+bool makeDirectory(const String& path);
+bool removeFile(const String& path);
+bool removeDirectory(const String& path);
+/// A move within one volume; an existing file at `to` is replaced in one step.
+bool replaceFile(const String& from, const String& to);
+/// Names in the directory without "." and "..", in byte order.
+bool listDirectory(const String& path, Vector<String>& names);
+/// Seconds since 1970 UTC of the last change of the file.
+bool fileTime(const String& path, i64& seconds);
+
+/// fopen with a UTF-8 path; files are not passed on to child processes. Null on failure, and for a directory.
+std::FILE* openFile(const String& path, const char* mode);
+/// Size of an open file in bytes, or -1.
+i64 openFileSize(std::FILE* file);
+bool seekFile(std::FILE* file, i64 offset);
+
+} // namespace Quenza::PlatformUtils

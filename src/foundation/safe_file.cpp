@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "foundation/safe_file.h"
+
+#include "foundation/platform.h"
+
+#include <utility>
+
+namespace Quenza {
+
+SafeFile::SafeFile(const String& path, Mode mode)
+    : path_(path), partial_path_(path + ".partial"),
+      file_(PlatformUtils::openFile(partial_path_, mode == Mode::TEXT ? "w" : "wb")),
+      created_(file_ != nullptr), good_(created_) {
+    if (file_)
+        std::setvbuf(file_, nullptr, _IONBF, 0);
+    else
+        failure_reason_ = PlatformUtils::lastErrorText();
+}
+
+SafeFile::~SafeFile() {
+    close();
+    if (created_ && !committed_ && !keep_partial_)
+        PlatformUtils::removeFile(partial_path_);
+}
+
+void SafeFile::write(const void* data, u64 size) {
+    if (good_ && size > 0 && std::fwrite(data, 1, size, file_) != size)
+        fail();
+}
+
+bool SafeFile::commit() {
+    close();
+    if (good_ && !committed_) {
+        committed_ = PlatformUtils::replaceFile(partial_path_, path_);
+        if (!committed_)
+            fail();
+    }
+    return committed_;
+}
+
+void SafeFile::fail() {
+    failure_reason_ = PlatformUtils::lastErrorText();
+    good_ = false;
+}
+
+void SafeFile::close() {
+    if (std::FILE* file = std::exchange(file_, nullptr))
+        if (std::fclose(file) != 0 && good_)
+            fail();
+}
+
+} // namespace Quenza
