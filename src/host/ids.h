@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+// Numbers of the host: types of nodes, parameters and flags. Documents store them.
+
+/// The host's interface version that the plug-in is written against; older hosts are refused.
+inline constexpr int32_t API_VERSION = 11000;
+
+enum NodeType : int32_t {
+    // Base types, for IsInstanceOf.
+    Obase = 5155,
+    Tbase = 5694,
+    Mbase = 5702,
+    Xbase = 5707,
+    VPbase = 100002,
+
+    ID_DOCUMENT = 100001,
+    ID_RENDERDATA = 100003,
+    ID_LAYER = 100004,
+
+    Opolygon = 5100,
+    Olight = 5102,
+    Ocamera = 5103,
+    Oinstance = 5126,
+    Obend = 5128,
+    Otwist = 5134,
+    Otaper = 5131,
+    Obulge = 5129,
+    Onull = 5140,
+    Osymmetry = 5142,
+    Oarray = 5150,
+    Ocube = 5159,
+    Osphere = 5160,
+    Ocone = 5162,
+    Otorus = 5163,
+    Odisc = 5164,
+    Otube = 5165,
+    Oplane = 5168,
+    Ocylinder = 5170,
+    /// Yields no geometry of its own, only its children do.
+    Oselection = 1011146,
+
+    Tpoint = 5600,
+    Tpolygon = 5604,
+    Tphong = 5612,
+    Ttexture = 5616,
+    Tmotionblur = 5636,
+    Tuvw = 5671,
+    Tpolygonselection = 5673,
+
+    Mmaterial = 5703,
+    Xbitmap = 5833,
+};
+
+/// Bits of a node's info flags.
+enum NodeBits : int32_t {
+    /// The object is input of a generator.
+    BIT_CONTROLOBJECT = 0x200,
+    /// The video post is disabled.
+    BIT_VPDISABLED = 4,
+};
+
+enum RenderMode : int32_t { MODE_ON = 0, MODE_OFF = 1, MODE_UNDEF = 2 };
+
+enum ObjectParameter : int32_t {
+    LIGHT_TYPE = 90002,
+    LIGHT_TYPE_AREA = 8,
+    LIGHT_AREADETAILS_SHAPE = 100015,
+    LIGHT_AREADETAILS_SHAPE_OBJECT = 6,
+    LIGHT_AREADETAILS_OBJECT = 100014,
+
+    INSTANCEOBJECT_LINK = 1001,
+    INSTANCEOBJECT_RENDERINSTANCE = 1002,
+
+    PRIM_SPHERE_RAD = 1110,
+    PRIM_SPHERE_SUB = 1111,
+    PRIM_SPHERE_TYPE = 1112,
+    PRIM_SPHERE_TYPE_HEMISPHERE = 5,
+    PRIM_SPHERE_PERFECT = 1113,
+};
+
+enum TagParameter : int32_t {
+    TEXTURETAG_OFFSETX = 1000,
+    TEXTURETAG_OFFSETY = 1001,
+    TEXTURETAG_LENGTHX = 1002,
+    TEXTURETAG_LENGTHY = 1003,
+    TEXTURETAG_PROJECTION = 1004,
+    TEXTURETAG_RESTRICTION = 1006,
+
+    PHONGTAG_PHONG_ANGLELIMIT = 1001,
+    PHONGTAG_PHONG_ANGLE = 1002,
+    PHONGTAG_PHONG_USEEDGES = 1003,
+
+    MOTIONBLUR_STRENGTH = 1000,
+};
+
+enum TextureProjection : int32_t {
+    P_SPHERICAL = 0,
+    P_CYLINDRICAL = 1,
+    P_FLAT = 2,
+    P_CUBIC = 3,
+    P_FRONTAL = 4,
+    P_SPATIAL = 5,
+    P_UVW = 6,
+    P_SHRINKWRAP = 7,
+    P_CAMERAMAP = 8,
+};
+
+enum RenderDataParameter : int32_t {
+    RDATA_FRAMERATE = 5004,
+    RDATA_XRES = 5008,
+    RDATA_YRES = 5009,
+    RDATA_FRAMESEQUENCE = 5011,
+    RDATA_FRAMEFROM = 5012,
+    RDATA_FRAMETO = 5013,
+};
+
+enum FrameSequence : int32_t {
+    RDATA_FRAMESEQUENCE_MANUAL = 0,
+    RDATA_FRAMESEQUENCE_CURRENTFRAME = 1,
+    RDATA_FRAMESEQUENCE_ALLFRAMES = 2,
+    RDATA_FRAMESEQUENCE_PREVIEWRANGE = 3,
+};
+
+enum WorldPreference : int32_t {
+    /// Unit of documents without one of their own: 1 kilometres, 2 metres, 3 centimetres, 4 millimetres.
+    WPREF_UNITS_BASIC = 10000,
+};
