@@ -22,6 +22,11 @@ constexpr u64 mapHash(SceneNodeUID key) {
     return key.value();
 }
 
+/// Addresses of heap objects, whose low four bits are all zero.
+inline u64 mapHash(const void* key) {
+    return reinterpret_cast<std::uintptr_t>(key) >> 4;
+}
+
 /// Starts at 1 and multiplies by (signed byte + 1), wrapping; a byte 0xFF thus zeroes it. The iteration order
 /// of a map depends on it.
 inline u64 mapHash(const String& key) {
