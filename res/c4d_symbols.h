@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// Numbers of the texts in strings_us/c4d_strings.str. The plug-in asks for them by number, so they stay as they are.
+#ifndef QUENZA_C4D_SYMBOLS_H
+#define QUENZA_C4D_SYMBOLS_H
+
+enum {
+    // Labels of the material's numbered channels, which share one layout: label n belongs to the channel's base plus n.
+    IDS_CHANNEL_SPECTRUM = 1,
+    IDS_CHANNEL_RGB,
+    IDS_CHANNEL_COLOUR,
+    IDS_CHANNEL_BRIGHTNESS,
+    IDS_CHANNEL_COLOUR_GAMMA,
+    IDS_CHANNEL_BLACKBODY,
+    IDS_CHANNEL_TEMPERATURE,
+    IDS_CHANNEL_GAIN,
+    IDS_CHANNEL_PEAK,
+    IDS_CHANNEL_PEAK_MIN,
+    IDS_CHANNEL_PEAK_WIDTH,
+    IDS_CHANNEL_PEAK_VALUE,
+    IDS_CHANNEL_BASE_VALUE,
+    IDS_CHANNEL_UNIFORM,
+    IDS_CHANNEL_UNIFORM_VALUE,
+    IDS_CHANNEL_TEXTURE,
+    IDS_CHANNEL_TEXTURE_GAMMA,
+    IDS_CHANNEL_TEXTURE_A,
+    IDS_CHANNEL_TEXTURE_B,
+    IDS_CHANNEL_TEXTURE_C,
+    IDS_CHANNEL_VALUE,
+    IDS_CHANNEL_SMOOTH = 22,
+
+    // Names under which the host lists the plug-ins in its menus and managers.
+    IDS_RENDER_SETTINGS = 10000,
+    IDS_LIGHT_TAG = 10002,
+    IDS_ABOUT = 10005,
+    IDS_EXIT_PORTAL_TAG = 10006,
+    IDS_CAMERA_TAG = 10009,
+    IDS_CONVERT_MATERIALS = 10010,
+    IDS_INSTANCE = 10011,
+    IDS_IMPORT_MATERIALS = 10014,
+    IDS_SUBDIVISION_TAG = 10016,
+    IDS_QSL_SHADER = 10019,
+    IDS_RENDER = 10020,
+    IDS_BAKE_MATERIAL = 10022,
+    IDS_BAKE_UVW_TAG = 10023,
+    IDS_NEW_MATERIAL = 10024,
+    IDS_MATERIAL = 10025,
+    IDS_SECTION_PLANE = 10026,
+    IDS_COMPOSITING_TAG = 10028
+};
+
+#endif

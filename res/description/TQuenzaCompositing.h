@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#ifndef QUENZA_TQUENZACOMPOSITING_H
+#define QUENZA_TQUENZACOMPOSITING_H
+
+enum {
+    COMPOSITING_INVISIBLE_TO_CAMERA = 1100
+};
+
+#endif
