@@ -3,10 +3,12 @@
 
 #include "host/filename.h"
 
+#include <memory>
+
 /// What the whole plug-in knows about its process, from the host's first call to its last.
 struct PluginState {
-    /// The plug-in's folder; empty until the host has told it.
-    Filename pluginPath;
+    /// The plug-in's folder, told by the host; null before and when there was no memory for it.
+    std::unique_ptr<Filename> pluginPath;
     /// The run-time library in use is the realtime edition's: its folder holds no "quenza_sdk.dll".
     bool isRTEdition = false;
 };
