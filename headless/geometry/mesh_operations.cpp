@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "headless/geometry/mesh_operations.h"
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <span>
+
+namespace headless::geometry {
+
+namespace {
+
+CPolygon shifted(const CPolygon& p, int32_t offset) {
+    return {p.a + offset, p.b + offset, p.c + offset, p.d + offset};
+}
+
+} // namespace
+
+bool isMirrored(const Matrix& matrix) {
+    return Affine(matrix).determinant() < 0.0;
+}
+
+void transformMesh(PolyMesh& mesh, const Matrix& matrix) {
+    const Affine transform(matrix);
+    for (Vector& point : mesh.points) {
+        point = transform.point(point).toVector();
+    }
+    if (isMirrored(matrix)) {
+        flipWinding(mesh);
+    }
+}
+
+void appendMesh(PolyMesh& target, const PolyMesh& source, const Matrix& matrix) {
+    PolyMesh copy = source;
+    transformMesh(copy, matrix);
+    const auto offset = static_cast<int32_t>(target.points.size());
+    if (!target.uvw.empty() || !copy.uvw.empty()) {
+        target.uvw.resize(target.polygons.size());
+        copy.uvw.resize(copy.polygons.size());
+        target.uvw.insert(target.uvw.end(), copy.uvw.begin(), copy.uvw.end());
+    }
+    target.points.insert(target.points.end(), copy.points.begin(), copy.points.end());
+    target.polygons.reserve(target.polygons.size() + copy.polygons.size());
+    for (const CPolygon& polygon : copy.polygons) {
+        target.polygons.push_back(shifted(polygon, offset));
+    }
+}
+
+PolyMesh makeSymmetry(const PolyMesh& mesh, const SymmetryParameters& parameters) {
+    static constexpr std::array<float Vector::*, 3> normals{&Vector::x, &Vector::y, &Vector::z};
+    float Vector::*const across = normals[static_cast<std::size_t>(parameters.plane)];
+
+    PolyMesh result = mesh;
+    std::vector<int32_t> imageOf(mesh.points.size());
+    for (std::size_t i = 0; i < mesh.points.size(); ++i) {
+        if (parameters.weld && std::abs(mesh.points[i].*across) <= parameters.tolerance) {
+            result.points[i].*across = 0.0f;
+            imageOf[i] = static_cast<int32_t>(i);
+            continue;
+        }
+        imageOf[i] = static_cast<int32_t>(result.points.size());
+        Vector image = mesh.points[i];
+        image.*across = -(image.*across);
+        result.points.push_back(image);
+    }
+
+    PolyMesh images;
+    for (std::size_t i = 0; i < mesh.polygons.size(); ++i) {
+        const CPolygon& polygon = mesh.polygons[i];
+        const auto at = [&](int32_t index) { return imageOf[static_cast<std::size_t>(index)]; };
+        const CPolygon image(at(polygon.a), at(polygon.b), at(polygon.c), at(polygon.d));
+        if (image == polygon) {
+            continue;
+        }
+        images.polygons.push_back(image);
+        if (!mesh.uvw.empty()) {
+            images.uvw.push_back(mesh.uvw[i]);
+        }
+    }
+    flipWinding(images);
+    result.polygons.insert(result.polygons.end(), images.polygons.begin(), images.polygons.end());
+    result.uvw.insert(result.uvw.end(), images.uvw.begin(), images.uvw.end());
+    return result;
+}
+
+} // namespace headless::geometry

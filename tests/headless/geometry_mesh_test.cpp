@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: MIT
+#include "headless/geometry/mesh_operations.h"
+
+#include <limits>
+#include <numbers>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "headless/geometry/primitives.h"
+#include "headless/geometry/triangulate.h"
+#include "headless/geometry_checks.h"
+
+namespace headless::geometry {
+namespace {
+
+const float nan = std::numeric_limits<float>::quiet_NaN();
+
+/// Positive for a closed mesh that faces outward.
+double volumeOf(const PolyMesh& mesh) {
+    double volume = 0.0;
+    for (const CPolygon& polygon : mesh.polygons) {
+        volume += dot(centreOf(mesh, polygon), areaVector(mesh.points, polygon)) / 3.0;
+    }
+    return volume;
+}
+
+Matrix scaled(float x, float y, float z, const Vector& off = {}) {
+    return {off, {x, 0, 0}, {0, y, 0}, {0, 0, z}};
+}
+
+TEST(Validate, NamesPolygonAndIndex) {
+    std::string reason;
+    PolyMesh mesh = makeCube({});
+    EXPECT_TRUE(validate(mesh, reason));
+    mesh.polygons[4].c = 8;
+    EXPECT_FALSE(validate(mesh, reason));
+    EXPECT_EQ(reason, "polygon 4 has the point index 8 but there are 8 points");
+    mesh.polygons[2].a = -1;
+    EXPECT_FALSE(validate(mesh, reason));
+    EXPECT_EQ(reason, "polygon 2 has the point index -1 but there are 8 points");
+    mesh.uvw.pop_back();
+    EXPECT_FALSE(validate(mesh, reason));
+    EXPECT_EQ(reason, "5 UVWs for 6 polygons");
+}
+
+TEST(MeshOperations, MirroredMeshesStillFaceOutward) {
+    PolyMesh target = makeCube({{2, 2, 2}, 1, 1, 1});
+    appendMesh(target, makeCone({}), scaled(-0.01f, 0.01f, 0.01f, {10, 0, 0}));
+    EXPECT_EQ(topologyOf(target), (Topology{0, 0, 0, 0, 4}));
+    EXPECT_NEAR(volumeOf(target), 8.0 + 2.0 / 3.0 * std::numbers::pi, 0.02);
+    EXPECT_EQ(target.uvw.size(), target.polygons.size());
+
+    // UVs stay at their corners: the tip of the cone has v = 0 in all of its triangles.
+    int tips = 0;
+    for (std::size_t i = 6; i < target.polygons.size(); ++i) {
+        const auto corners = cornersOf(target.polygons[i]);
+        const UVWStruct& uvw = target.uvw[i];
+        const Vector coords[] = {uvw.a, uvw.b, uvw.c, uvw.d};
+        for (std::size_t c = 0; c < 3; ++c) {
+            if (target.points[static_cast<std::size_t>(corners[c])] == Vector(10, 1, 0)) {
+                EXPECT_EQ(coords[c].y, 0.0f);
+                ++tips;
+            }
+        }
+    }
+    EXPECT_EQ(tips, 36);
+}
+
+TEST(MeshOperations, FlippingTwiceChangesNothing) {
+    PolyMesh mesh = makeCylinder({});
+    const PolyMesh before = mesh;
+    flipWinding(mesh);
+    EXPECT_NEAR(volumeOf(mesh), -volumeOf(before), 1e-3);
+    flipWinding(mesh);
+    EXPECT_EQ(mesh.polygons, before.polygons);
+    EXPECT_EQ(mesh.uvw, before.uvw);
+}
+
+TEST(MeshOperations, AppendFillsMissingUVWs) {
+    PolyMesh bare = makeCube({});
+    bare.uvw.clear();
+    PolyMesh target = bare;
+    appendMesh(target, makeCube({}), {});
+    ASSERT_EQ(target.uvw.size(), 12u);
+    EXPECT_EQ(target.uvw[0], UVWStruct());
+    EXPECT_EQ(target.uvw[6], makeCube({}).uvw[0]);
+    target = makeCube({});
+    appendMesh(target, bare, {});
+    EXPECT_EQ(target.uvw[6], UVWStruct());
+}
+
+TEST(MeshOperations, SymmetryClosesAHalf) {
+    // Half of a cylinder that lies along X, its open end almost on the plane.
+    PolyMesh half = makeCone({0.0f, 1.0f, 2.0f, 4, 12, false, 1, Axis::PlusX});
+    transformMesh(half, scaled(1, 1, 1, {1.005f, 0, 0}));
+    const PolyMesh whole = makeSymmetry(half, {});
+    EXPECT_EQ(topologyOf(whole), (Topology{0, 0, 0, 0, 2}));
+    EXPECT_EQ(whole.points.size(), 2 * half.points.size() - 12);
+    EXPECT_GT(volumeOf(whole), 3.0);
+    EXPECT_FLOAT_EQ(boundsOf(whole.points).radius.x, 2.005f);
+
+    SymmetryParameters apart;
+    apart.weld = false;
+    EXPECT_EQ(topologyOf(makeSymmetry(half, apart)), (Topology{24, 0, 0, 0, 2}));
+
+    // A wall in the plane isn't doubled.
+    PolyMesh capped = makeCone({0.0f, 1.0f, 2.0f, 1, 12, true, 1, Axis::PlusZ});
+    transformMesh(capped, scaled(1, 1, 1, {0, 0, 1}));
+    const PolyMesh doubled = makeSymmetry(capped, {SymmetryParameters::Plane::XY, true, 0.001f});
+    EXPECT_EQ(doubled.polygons.size(), 36u);
+    EXPECT_EQ(doubled.uvw.size(), 36u);
+}
+
+TEST(MeshOperations, WeldJoinsFacesWithinTheTolerance) {
+    const PolyMesh cube = makeCube({{10, 10, 10}, 4, 4, 4});
+    PolyMesh loose;
+    for (std::size_t i = 0; i < cube.polygons.size(); ++i) {
+        for (const int32_t index : cornersOf(cube.polygons[i])) {
+            loose.points.push_back(cube.points[static_cast<std::size_t>(index)]);
+            loose.points.back().x += i % 2 == 0 ? 0.0004f : -0.0004f;
+        }
+        const auto first = static_cast<int32_t>(i * 4);
+        loose.polygons.emplace_back(first, first + 1, first + 2, first + 3);
+        loose.uvw.push_back(cube.uvw[i]);
+    }
+    PolyMesh exact = loose;
+    weldPoints(exact, 0.0f);
+    EXPECT_GT(exact.points.size(), cube.points.size());
+    const WeldResult result = weldPoints(loose, 0.001f);
+    EXPECT_EQ(topologyOf(loose), (Topology{0, 0, 0, 0, 2}));
+    EXPECT_EQ(loose.points.size(), cube.points.size());
+    EXPECT_EQ(result.pointMap.size(), cube.polygons.size() * 4);
+    EXPECT_EQ(loose.uvw, cube.uvw);
+}
+
+TEST(MeshOperations, WeldCollapsesWhatItMust) {
+    PolyMesh mesh{
+        {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {-0.0f, 0, 0}, {1, 0, 0}, {nan, 0, 0}, {nan, 0, 0}},
+        {{0, 4, 2, 3}, {0, 4, 1, 5}, {0, 1, 2}, {0, 1, 4, 3}, {6, 7, 0}},
+        {}};
+    for (float i = 0; i < 5; ++i) {
+        mesh.uvw.push_back({{i, 0, 0}, {i, 1, 0}, {i, 2, 0}, {i, 3, 0}});
+    }
+    const WeldResult result = weldPoints(mesh, 0.0f);
+    EXPECT_EQ(result.polygonMap, (std::vector<int32_t>{0, -1, 1, -1, 2}));
+    EXPECT_EQ(result.pointMap, (std::vector<int32_t>{0, 1, 2, 3, 0, 1, 4, 5}));
+    EXPECT_EQ(mesh.polygons, (std::vector<CPolygon>{{0, 2, 3}, {0, 1, 2}, {4, 5, 0}}));
+    EXPECT_EQ(mesh.uvw[0], (UVWStruct{{0, 0, 0}, {0, 2, 0}, {0, 3, 0}, {0, 3, 0}}));
+}
+
+TEST(MeshOperations, BoundsSkipWhatIsNotFinite) {
+    const std::vector<Vector> points{{1, 2, 3}, {nan, 100, 0}, {-3, 2, 5}, {0, HUGE_VALF, 0}};
+    EXPECT_EQ(boundsOf(points).centre, Vector(-1, 2, 4));
+    EXPECT_EQ(boundsOf(points).radius, Vector(2, 0, 1));
+    EXPECT_EQ(boundsOf({}).radius, Vector());
+}
+
+/// Area of the triangles that are wound like the polygon, less that of the others.
+double signedAreaOf(const std::vector<std::array<int32_t, 3>>& triangles, const std::vector<Vector>& points,
+                    const Vec3& normal, int& wrong) {
+    double area = 0.0;
+    for (const auto& t : triangles) {
+        const double part = dot(areaVector(points, {t[0], t[1], t[2]}), normal);
+        wrong += part < -1e-9 ? 1 : 0;
+        area += part;
+    }
+    return area;
+}
+
+TEST(Triangulate, ConcavePolygonsKeepAreaAndWinding) {
+    struct Shape {
+        const char* name;
+        std::vector<Vector> outline; ///< in the XY plane
+        double area;
+    };
+    std::vector<Shape> shapes{
+        {"square with points on its edges",
+         {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {2, 2, 0}, {1, 2, 0}, {0, 2, 0}},
+         4},
+        {"arrow", {{0, 0, 0}, {2, 2, 0}, {0, 4, 0}, {1, 2, 0}}, 2},
+        {"L", {{0, 0, 0}, {3, 0, 0}, {3, 1, 0}, {1, 1, 0}, {1, 3, 0}, {0, 3, 0}}, 5},
+        {"comb",
+         {{0, 0, 0},
+          {7, 0, 0},
+          {7, 3, 0},
+          {6, 3, 0},
+          {6, 1, 0},
+          {4, 1, 0},
+          {4, 3, 0},
+          {3, 3, 0},
+          {3, 1, 0},
+          {1, 1, 0},
+          {1, 3, 0},
+          {0, 3, 0}},
+         13},
+        {"square ring cut open",
+         {{0, 0, 0},
+          {3, 0, 0},
+          {3, 3, 0},
+          {0, 3, 0},
+          {0, 0, 0},
+          {1, 1, 0},
+          {1, 2, 0},
+          {2, 2, 0},
+          {2, 1, 0},
+          {1, 1, 0}},
+         8},
+    };
+    Shape spiral{"star", {}, 0};
+    for (int i = 0; i < 200; ++i) {
+        const double angle = i * std::numbers::pi / 100.0;
+        const double radius = i % 2 == 0 ? 10.0 : 1.0;
+        spiral.outline.push_back(Vec3(radius * std::cos(angle), radius * std::sin(angle), 0).toVector());
+    }
+    spiral.area = 100.0 * 10.0 * std::sin(std::numbers::pi / 100.0);
+    shapes.push_back(spiral);
+
+    for (const Shape& shape : shapes) {
+        std::vector<int32_t> corners(shape.outline.size());
+        for (std::size_t i = 0; i < corners.size(); ++i) {
+            corners[i] = static_cast<int32_t>(i);
+        }
+        for (std::size_t start = 0; start < corners.size(); ++start) {
+            std::rotate(corners.begin(), corners.begin() + 1, corners.end());
+            // In each of the three planes, and from behind.
+            for (int turn = 0; turn < 6; ++turn) {
+                SCOPED_TRACE(std::string(shape.name) + " from " + std::to_string(start) + " turn " +
+                             std::to_string(turn));
+                std::vector<Vector> points = shape.outline;
+                for (Vector& p : points) {
+                    p = turn % 3 == 0 ? p : turn % 3 == 1 ? Vector(p.z, p.x, p.y) : Vector(p.y, p.z, p.x);
+                }
+                Vec3 normal = turn % 3 == 0 ? Vec3(0, 0, 1) : turn % 3 == 1 ? Vec3(1, 0, 0) : Vec3(0, 1, 0);
+                std::vector<int32_t> order = corners;
+                if (turn >= 3) {
+                    std::reverse(order.begin(), order.end());
+                    normal = -normal;
+                }
+                const auto triangles = triangulate(order, points);
+                int wrong = 0;
+                EXPECT_EQ(triangles.size(), corners.size() - 2);
+                EXPECT_NEAR(signedAreaOf(triangles, points, normal, wrong), shape.area, 1e-4);
+                EXPECT_EQ(wrong, 0);
+            }
+        }
+    }
+}
+
+TEST(Triangulate, BadPolygonsStillGiveTriangles) {
+    const std::vector<Vector> points{{0, 0, 0}, {2, 2, 0}, {2, 0, 0}, {0, 2, 0}, {nan, 0, 0}};
+    EXPECT_TRUE(triangulate(std::vector<int32_t>{0, 1}, points).empty());
+    EXPECT_EQ(triangulate(std::vector<int32_t>{3, 1, 2}, points),
+              (std::vector<std::array<int32_t, 3>>{{3, 1, 2}}));
+    EXPECT_EQ(triangulate(std::vector<int32_t>{0, 1, 2, 3}, points).size(), 2u) << "crosses itself";
+    EXPECT_EQ(triangulate(std::vector<int32_t>{0, 4, 2, 3, 1}, points).size(), 3u);
+    EXPECT_EQ(triangulate(std::vector<int32_t>(7, 0), points).size(), 5u);
+
+    // A saw of very many teeth, and a zigzag that crosses itself: in bounded time.
+    std::vector<Vector> saw;
+    std::vector<int32_t> corners;
+    for (int32_t i = 0; i < 20000; ++i) {
+        saw.push_back({static_cast<float>(i), i % 2 == 0 ? 0.0f : 5.0f, 0});
+        corners.push_back(i);
+    }
+    saw.push_back({20000, -9, 0});
+    saw.push_back({0, -9, 0});
+    corners.push_back(20000);
+    corners.push_back(20001);
+    std::reverse(corners.begin(), corners.end());
+    EXPECT_EQ(triangulate(corners, saw).size(), 20000u);
+    for (std::size_t i = 0; i < saw.size(); ++i) {
+        saw[i] = {static_cast<float>(i * 7919 % 20011), static_cast<float>(i * 104729 % 20011), 0};
+    }
+    EXPECT_EQ(triangulate(corners, saw).size(), 20000u);
+}
+
+} // namespace
+} // namespace headless::geometry

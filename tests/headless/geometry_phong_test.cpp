@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "headless/geometry/phong_normals.h"
+
+#include <chrono>
+#include <limits>
+#include <numbers>
+
+#include <gtest/gtest.h>
+
+#include "headless/geometry/primitives.h"
+#include "headless/geometry_checks.h"
+
+namespace headless::geometry {
+namespace {
+
+constexpr double degree = std::numbers::pi / 180.0;
+
+std::vector<Vector> normalsOf(const PolyMesh& mesh, const PhongSettings& settings) {
+    return computePhongNormals(mesh.points, mesh.polygons, settings);
+}
+
+Vector faceNormal(const PolyMesh& mesh, std::size_t polygon) {
+    return areaVector(mesh.points, mesh.polygons[polygon]).normalized().toVector();
+}
+
+/// The largest distance of a corner's normal from the expected one, and of a triangle's fourth from its
+/// third.
+template <class Expected>
+double worstError(const PolyMesh& mesh, const std::vector<Vector>& normals, const Expected& expected) {
+    double worst = normals.size() == mesh.polygons.size() * 4 ? 0.0 : 1e9;
+    for (std::size_t i = 0; i < mesh.polygons.size(); ++i) {
+        const auto corners = cornersOf(mesh.polygons[i]);
+        for (std::size_t c = 0; c < 4; ++c) {
+            const Vector& point = mesh.points[static_cast<std::size_t>(corners[c])];
+            worst = std::max(worst, distance(normals[i * 4 + c], expected(i, point)));
+        }
+    }
+    return worst;
+}
+
+TEST(PhongNormals, CubeIsFlatBelowItsAngleAndRoundAboveIt) {
+    const PolyMesh cube = makeCube({{2.0f, 2.0f, 2.0f}, 3, 3, 3});
+    const auto flat = [&](std::size_t i, const Vector&) { return faceNormal(cube, i); };
+    EXPECT_LT(worstError(cube, normalsOf(cube, {true, 89.0 * degree, {}}), flat), 1e-6);
+
+    const PolyMesh box = makeCube({{2.0f, 2.0f, 2.0f}, 1, 1, 1});
+    const auto round = [](std::size_t, const Vector& p) { return Vec3(p).normalized().toVector(); };
+    EXPECT_LT(worstError(box, normalsOf(box, {true, 90.0 * degree, {}}), round), 1e-6);
+    EXPECT_LT(worstError(box, normalsOf(box, {false, 0.0, {}}), round), 1e-6);
+}
+
+TEST(PhongNormals, SphereIsSmoothOverQuadsAndPoles) {
+    const auto round = [](std::size_t, const Vector& p) { return Vec3(p).normalized().toVector(); };
+    const PolyMesh sphere = makeSphere({100.0f, 128, SphereType::Standard});
+    EXPECT_LT(worstError(sphere, normalsOf(sphere, {true, 80.0 * degree, {}}), round), 1e-3);
+    const PolyMesh icosahedron = makeSphere({1e-15f, 128, SphereType::Icosahedron});
+    EXPECT_LT(worstError(icosahedron, normalsOf(icosahedron, {true, 80.0 * degree, {}}), round), 1e-3);
+}
+
+TEST(PhongNormals, CylinderCapIsHardAndWallSmooth) {
+    const PolyMesh cylinder = makeCylinder({});
+    const auto expected = [&](std::size_t i, const Vector& p) {
+        const Vector face = faceNormal(cylinder, i);
+        return std::abs(face.y) > 0.5f ? face : Vec3(p.x, 0.0, p.z).normalized().toVector();
+    };
+    EXPECT_LT(worstError(cylinder, normalsOf(cylinder, {true, 80.0 * degree, {}}), expected), 1e-5);
+}
+
+TEST(PhongNormals, WeightsDoNotDependOnTheDivision) {
+    // A cube's corner: one of its three sides as two triangles counts no more than the others.
+    PolyMesh corner{{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 0}, {1, 0, 1}, {0, 1, 1}}, {}, {}};
+    corner.polygons = {{0, 1, 4}, {0, 4, 2}, {0, 3, 5, 1}, {0, 2, 6, 3}};
+    const std::vector<Vector> normals = normalsOf(corner, {false, 0.0, {}});
+    EXPECT_LT(distance(normals[0], Vec3(1, 1, 1).normalized().toVector()), 1e-6);
+}
+
+/// A roof of two quads along the Z axis, and the numbers of the common edge in both.
+PolyMesh roof() {
+    return {{{0, 1, 0}, {0, 1, 1}, {1, 0, 1}, {1, 0, 0}, {-1, 0, 0}, {-1, 0, 1}},
+            {{0, 1, 2, 3}, {0, 4, 5, 1}},
+            {}};
+}
+
+TEST(PhongNormals, BrokenEdgesAreHardFromEitherSide) {
+    const PolyMesh mesh = roof();
+    const auto ridge = [&](std::vector<int64_t> edges) {
+        const std::vector<uint8_t> bytes = brokenEdgeBytes(2, edges);
+        return distance(normalsOf(mesh, {false, 0.0, bytes})[0], faceNormal(mesh, 0));
+    };
+    EXPECT_GT(ridge({}), 0.5);
+    EXPECT_GT(ridge({1, 2, 3, 4, 5, 6, -1, 8}), 0.5) << "other edges of the quads";
+    EXPECT_LT(ridge({0}), 1e-6);
+    EXPECT_LT(ridge({7}), 1e-6);
+
+    PolyMesh triangles = mesh;
+    triangles.polygons = {{1, 2, 0}, {0, 4, 1}};
+    for (const int64_t edge : {3, 7}) {
+        const std::vector<uint8_t> bytes = brokenEdgeBytes(2, std::vector<int64_t>{edge});
+        EXPECT_LT(distance(normalsOf(triangles, {false, 0.0, bytes})[0], faceNormal(triangles, 0)), 1e-6);
+    }
+}
+
+TEST(PhongNormals, OneHardEdgeDoesNotSplitAFanThatCloses) {
+    // Around a sphere's pole one broken edge leaves the way round the other side.
+    const PolyMesh sphere = makeSphere({1.0f, 12, SphereType::Standard});
+    const std::vector<uint8_t> bytes = brokenEdgeBytes(sphere.polygons.size(), std::vector<int64_t>{0});
+    EXPECT_LT(distance(normalsOf(sphere, {true, 80.0 * degree, bytes})[0], {0, 1, 0}), 1e-6);
+}
+
+TEST(PhongNormals, SurfacesThatOnlyTouchStayApart) {
+    PolyMesh mesh{{{0, 0, 0}, {1, 0, 0}, {0, 0, 1}, {-1, 0, 0}, {0, -1, 0}}, {{0, 1, 2}, {0, 3, 4}}, {}};
+    const std::vector<Vector> normals = normalsOf(mesh, {false, 0.0, {}});
+    EXPECT_LT(distance(normals[0], faceNormal(mesh, 0)), 1e-6);
+    EXPECT_LT(distance(normals[4], faceNormal(mesh, 1)), 1e-6);
+}
+
+TEST(PhongNormals, BadPolygonsAreZeroAndLeaveTheirNeighboursAlone) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float inf = std::numeric_limits<float>::infinity();
+    PolyMesh mesh = roof();
+    mesh.points.push_back({nan, 0, 0});
+    mesh.points.push_back({inf, 0, 0});
+    mesh.polygons.insert(mesh.polygons.end(), {{0, 1, 6}, {0, 1, 7}, {0, 0, 1}, {0, 1, 0, 1}, {2, 2, 2, 2}});
+    const std::vector<Vector> normals = normalsOf(mesh, {true, 10.0 * degree, {}});
+    for (std::size_t i = 0; i < normals.size(); ++i) {
+        EXPECT_EQ(normals[i], i < 8 ? faceNormal(mesh, i / 4) : Vector()) << i;
+    }
+    // Two sheets back to back cancel out.
+    const PolyMesh sheets{{{0, 0, 0}, {1, 0, 0}, {0, 0, 1}}, {{0, 1, 2}, {0, 2, 1}}, {}};
+    EXPECT_EQ(normalsOf(sheets, {false, 0.0, {}})[0], faceNormal(sheets, 0));
+    EXPECT_TRUE(computePhongNormals({}, {}, {}).empty());
+}
+
+TEST(PhongNormals, CrowdedPolesAndEdgesStayLinear) {
+    const auto start = std::chrono::steady_clock::now();
+    const PolyMesh disc = makeDisc({0.0f, 1.0f, 1, maxSegments, Axis::PlusY});
+    EXPECT_EQ(normalsOf(disc, {true, 1.0, {}})[0], Vector(0, 1, 0));
+
+    PolyMesh book{{{0, 0, 0}, {0, 1, 0}}, {}, {}};
+    for (int32_t i = 0; i < 200000; ++i) {
+        const double angle = i * 1e-5;
+        book.points.push_back(Vec3(std::cos(angle), 0.0, std::sin(angle)).toVector());
+        book.polygons.emplace_back(0, 1, i + 2);
+    }
+    EXPECT_EQ(normalsOf(book, {true, 1.0, {}}).size(), 800000u);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+} // namespace
+} // namespace headless::geometry
