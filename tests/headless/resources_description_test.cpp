@@ -1,0 +1,265 @@
+// SPDX-License-Identifier: MIT
+// Descriptions read from folders that the tests write.
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "headless/resources/resource_folder.h"
+
+namespace headless::resources {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A resource folder that lives as long as the test.
+class TestFolder {
+public:
+    TestFolder() {
+        static std::atomic<int> count = 0;
+        root_ = fs::temp_directory_path() /
+                ("quenza-resources-" + std::to_string(getpid()) + "-" + std::to_string(count++));
+    }
+    ~TestFolder() { fs::remove_all(root_); }
+    TestFolder(const TestFolder&) = delete;
+    TestFolder& operator=(const TestFolder&) = delete;
+
+    void write(const std::string& name, const std::string& text) const {
+        fs::create_directories((root_ / name).parent_path());
+        std::ofstream(root_ / name, std::ios::binary) << text;
+    }
+
+    /// Writes the three files of a description. `entries` goes into the enum, `body` into the container.
+    void writeDescription(const std::string& name, const std::string& entries, const std::string& body,
+                          const std::string& labels = "") const {
+        write("description/" + name + ".h", "enum {" + entries + "};");
+        write("description/" + name + ".res", "CONTAINER " + name + "\n{\n" + body + "\n}\n");
+        write("strings_us/description/" + name + ".str", "STRINGTABLE " + name + " {" + labels + "}");
+    }
+
+    const fs::path& root() const { return root_; }
+
+    /// An error text with the folder's own path taken out.
+    std::string relative(std::string text) const {
+        const std::string prefix = root_.generic_string() + "/";
+        for (size_t at = text.find(prefix); at != std::string::npos; at = text.find(prefix))
+            text.erase(at, prefix.size());
+        return text;
+    }
+
+    std::string errorOf(const std::string& description) const {
+        return relative(ResourceFolder(root_).loadDescription(description).error);
+    }
+
+private:
+    fs::path root_;
+};
+
+TEST(DescriptionFile, ElementsWithAllTheirProperties) {
+    const TestFolder files;
+    files.writeDescription("Tx", "A = 10, B, C, D, E, F, G, H, X = 20, Y = 21",
+                           "NAME Tx; LOOK fancy;\n"
+                           "REAL A { MIN 0; MAX 360; STEP 90; DEFAULT 180; MAXSLIDER +90.0; UNIT DEGREE; "
+                           "CUSTOMGUI REALSLIDER; ANIM OFF; HIDDEN; }\n"
+                           "LONG B { CYCLE { X; Y~1234; } DEFAULT Y; }\n"
+                           "VECTOR C { UNIT PERCENT; DEFAULT 50 -25 1e2; MIN -1 -1 -1; }\n"
+                           "LINK D { ACCEPT { Obase; 5100; } REFUSE { Tbase; } }\n"
+                           "SWIRL E { DEFAULT 1 2; PARTS { deep { deeper; } } }\n"
+                           "SEPARATOR { LINE; }\n"
+                           "STRING F { DEFAULT \"two words\"; }\n"
+                           "BUTTON 77 { }\n"
+                           "REAL G { UNIT PARSEC; }\n"
+                           "BOOL H;",
+                           "Tx \"Title\"; A \"Angle\"; X \"Ex\"; Y \"Why\";");
+    ResourceFolder folder(files.root());
+    const auto loaded = folder.loadDescription("Tx");
+    ASSERT_TRUE(loaded) << loaded.error;
+    const std::vector<Entry>& entries = loaded->entries;
+    ASSERT_EQ(entries.size(), 10u);
+    EXPECT_EQ(loaded->label, "Title");
+
+    const Entry& angle = entries[0];
+    constexpr double pi = 3.14159265358979323846;
+    EXPECT_EQ(angle.label, "Angle");
+    EXPECT_EQ(angle.unit, Unit::degree);
+    EXPECT_NEAR(std::get<double>(angle.defaultValue), pi, 1e-15);
+    EXPECT_NEAR(*angle.max, 2 * pi, 1e-15);
+    EXPECT_NEAR(*angle.step, pi / 2, 1e-15);
+    EXPECT_NEAR(*angle.maxSlider, pi / 2, 1e-15);
+    EXPECT_EQ(angle.min, 0.0);
+    EXPECT_EQ(angle.minSlider, std::nullopt);
+    EXPECT_EQ(angle.customGui, "REALSLIDER");
+    EXPECT_TRUE(angle.hidden);
+    ASSERT_EQ(angle.properties.size(), 1u);
+    EXPECT_EQ(angle.properties[0].name, "ANIM");
+    EXPECT_EQ(angle.properties[0].arguments, std::vector<std::string>{"OFF"});
+
+    ASSERT_EQ(entries[1].cycle.size(), 2u);
+    EXPECT_EQ(entries[1].cycle[1].value, 21);
+    EXPECT_EQ(entries[1].cycle[1].label, "Why");
+    EXPECT_EQ(entries[1].defaultValue, Value(21));
+
+    EXPECT_EQ(entries[2].defaultValue, Value(std::array<double, 3>{0.5, -0.25, 1}));
+    EXPECT_EQ(entries[2].min, -0.01);
+    EXPECT_EQ(entries[3].accepts, (std::vector<std::string>{"Obase", "5100"}));
+    EXPECT_EQ(entries[3].refuses, std::vector<std::string>{"Tbase"});
+    EXPECT_EQ(entries[4].kind, EntryKind::other);
+    EXPECT_EQ(entries[4].keyword, "SWIRL");
+    EXPECT_EQ(entries[4].properties[0].arguments, (std::vector<std::string>{"1", "2"}));
+    EXPECT_EQ(entries[5].id, 0);
+    EXPECT_EQ(entries[6].defaultValue, Value(std::string("two words")));
+    EXPECT_EQ(entries[7].id, 77);
+    EXPECT_EQ(entries[8].unit, Unit::none);
+    EXPECT_EQ(entries[9].defaultValue, Value());
+}
+
+TEST(DescriptionFile, GroupsHostPagesAndIncludes) {
+    const TestFolder files;
+    files.writeDescription("Tpart", "PART_GROUP = 5, PART_A = 6, PART_B = 7",
+                           "GROUP PART_GROUP { BOOL PART_A { } BOOL PART_B { } }",
+                           "PART_GROUP \"Part\"; PART_A \"Part's own\"; PART_B \"B\";");
+    files.writeDescription(
+        "Tx", "A = 10, B = 11",
+        "INCLUDE Texpression; INCLUDE Tpart; HIDE PART_B;\n"
+        "GROUP ID_TAGPROPERTIES { BOOL A { } GROUP { DEFAULT 1; COLUMNS 3; SCALE_H; BOOL B { } } }",
+        "PART_A \"Renamed\";");
+    ResourceFolder folder(files.root());
+    const auto loaded = folder.loadDescription("Tx");
+    ASSERT_TRUE(loaded) << loaded.error;
+
+    const Entry* part = loaded->findSymbol("PART_A");
+    ASSERT_NE(part, nullptr);
+    EXPECT_EQ(part->label, "Renamed");
+    EXPECT_EQ(part->origin, "Tpart");
+    EXPECT_FALSE(part->hidden);
+    EXPECT_TRUE(loaded->findSymbol("PART_B")->hidden);
+
+    const Entry* inner = loaded->find(11);
+    ASSERT_NE(inner, nullptr);
+    EXPECT_EQ(inner->origin, "Tx");
+    const std::vector<const Entry*> path = loaded->groupPath(*inner);
+    ASSERT_EQ(path.size(), 2u);
+    EXPECT_EQ(path[0]->label, "Tag Properties");
+    EXPECT_EQ(path[1]->id, 0);
+    EXPECT_TRUE(path[1]->open);
+    EXPECT_EQ(path[1]->columns, 3);
+    EXPECT_EQ(loaded->find(0), nullptr);
+    EXPECT_EQ(loaded->findSymbol(""), nullptr);
+}
+
+TEST(DescriptionFile, FaultsNamePlaceAndCure) {
+    struct Case {
+        const char* body;
+        const char* message;
+    };
+    const Case cases[] = {
+        {"BOOL C { }", "3:6: 'C' has no number; add it to Tx.h"},
+        {"BOOL ZERO { }", "3:6: the number of 'ZERO' is 0; entries have numbers above 0"},
+        {"BOOL { }", "3:1: BOOL needs a name; only groups, separators and static texts go without"},
+        {"BOOL A { }\n BOOL A { }", "4:2: the number 10 of 'A' belongs to 'A' already; give it a free one"},
+        {"BOOL A { }\n GROUP A { }", "4:2: the number 10 of 'A' belongs to 'A' already; give it a free one"},
+        {"BOOL A { DEFAULT 2; }", "3:18: the default of BOOL is 0 or 1"},
+        {"LONG A { DEFAULT 1.5; }", "3:18: '1.5' is no whole number and no name of the header"},
+        {"LONG A { DEFAULT \"3\"; }", "3:18: the text \"3\" is no whole number and no name of the header"},
+        {"REAL A { MAX 1e999; }", "3:14: '1e999' is no number and no name of the header"},
+        {"REAL A { DEFAULT 1 MIN 0; }", "3:10: DEFAULT takes exactly one value and a ';' behind it"},
+        {"COLOR A { DEFAULT 1 1; }", "3:11: the default of COLOR is three numbers"},
+        {"LINK A { DEFAULT 1; }", "3:10: LINK takes no default; remove it"},
+        {"LONG A { CYCLE { C; } }", "3:18: 'C' has no number; add it to the header of the description"},
+        {"LONG A { CYCLE { A; A; } }",
+         "3:21: the value of 'A' is in this cycle already; give it its own number"},
+        {"REAL A { MIN 0 }", "3:16: expected ';' but found '}'; end the statement before it"},
+        {"GROUP { BOOL A { ", "5:1: expected '}' but found the end of the file"},
+        {"BOOL A B { }", "3:1: BOOL takes one name; put a ';' or a block in braces behind it"},
+        {"\"text\" { }", "3:1: expected an element, such as BOOL, with its name and a block in braces"},
+        {"HIDE A;", "3:1: HIDE takes the name of an entry that stands above it"},
+        {"INCLUDE Tx;", "3:1: 'Tx' is included already, by itself or by another; remove this line"},
+        {"INCLUDE Tnone;", "3:1: there is no description 'Tnone', neither here nor among the host's own"},
+    };
+    for (const Case& fault : cases) {
+        const TestFolder files;
+        files.writeDescription("Tx", "ZERO, A = 10", fault.body);
+        EXPECT_EQ(files.errorOf("Tx"), std::string("description/Tx.res:") + fault.message) << fault.body;
+    }
+}
+
+TEST(DescriptionFile, FaultsOfTheFilesBesideIt) {
+    const TestFolder files;
+    files.writeDescription("Tx", "A = 10", "BOOL A { }", "A \"a\"; B \"b\";");
+    EXPECT_EQ(files.errorOf("Tx"),
+              "strings_us/description/Tx.str:1:24: 'B' is not in Tx.h; correct the name or add it there");
+    files.write("description/Ty.res", "CONTAINER Tz { }");
+    EXPECT_EQ(files.errorOf("Ty"),
+              "description/Ty.h: there is no such file; every description has a .res, a .h and a .str file");
+    files.write("description/Ty.h", "");
+    files.write("strings_us/description/Ty.str", "STRINGTABLE Ty { }");
+    EXPECT_EQ(files.errorOf("Ty"),
+              "description/Ty.res:1:11: the container is called 'Tz'; give it the name of its file");
+    files.write("description/Ty.res", std::string((1u << 20) + 1, ' '));
+    EXPECT_EQ(files.errorOf("Ty"),
+              "description/Ty.res: is larger than 1 MiB, which no resource file is; check what it holds");
+}
+
+TEST(DescriptionFile, IncludeCyclesAndChainsAreBounded) {
+    const TestFolder files;
+    files.writeDescription("Ta", "", "INCLUDE Tb;");
+    files.writeDescription("Tb", "", "INCLUDE Ta;");
+    EXPECT_EQ(files.errorOf("Ta"),
+              "description/Tb.res:3:1: 'Ta' is included already, by itself or by another; remove this line");
+    for (int i = 0; i < 40; ++i)
+        files.writeDescription("Tc" + std::to_string(i), "", "INCLUDE Tc" + std::to_string(i + 1) + ";");
+    EXPECT_EQ(files.errorOf("Tc0"),
+              "description/Tc16.res:3:1: descriptions include each other more than 16 deep; include fewer");
+}
+
+TEST(ResourceFolder, LoadsOnceAndWithoutRegardToCase) {
+    const TestFolder files;
+    files.writeDescription("Tx", "A = 10", "BOOL A { }", "Tx \"Title\"; A \"a\";");
+    ResourceFolder folder(files.root());
+    const auto first = folder.loadDescription("TX");
+    ASSERT_TRUE(first) << first.error;
+    EXPECT_EQ(first->name, "Tx");
+    EXPECT_EQ(first->label, "Title");
+    files.writeDescription("Tx", "", "");
+    EXPECT_EQ(folder.loadDescription("tx").value, first.value);
+}
+
+TEST(ResourceFolder, IconsWithoutRegardToCase) {
+    const TestFolder files;
+    files.write("About.tif", "");
+    files.write("ABOUT.tif", "");
+    files.write("folder.tif/inside.tif", "");
+    const ResourceFolder folder(files.root());
+    const auto nameOf = [&](const std::string& name) {
+        const auto icon = folder.findIcon(name);
+        return icon ? icon->filename().string() : "none";
+    };
+    EXPECT_EQ(nameOf("About.tif"), "About.tif");
+    EXPECT_EQ(nameOf("about.TIF"), "ABOUT.tif");
+    for (const std::string name : {"", ".", "..", "bout.tif", "folder.tif", "folder.tif/inside.tif",
+                                   "../About.tif", "folder.tif\\inside.tif"})
+        EXPECT_EQ(nameOf(name), "none") << name;
+}
+
+TEST(ResourceFolder, MissingFilesAreTexts) {
+    const TestFolder files;
+    ResourceFolder folder(files.root() / "nowhere");
+    EXPECT_FALSE(folder.strings());
+    EXPECT_EQ(files.relative(folder.strings().error),
+              "nowhere/c4d_symbols.h: can't be read: No such file or directory");
+    EXPECT_EQ(folder.loadString(10000), std::nullopt);
+    EXPECT_EQ(
+        files.relative(folder.loadDescription("../Tx").error),
+        "nowhere/description/../Tx.res: there is no such file; every description has a .res, a .h and a "
+        ".str file");
+    EXPECT_EQ(folder.findIcon("About.tif"), std::nullopt);
+}
+
+} // namespace
+} // namespace headless::resources
