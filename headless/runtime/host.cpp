@@ -1,0 +1,224 @@
+// SPDX-License-Identifier: MIT
+#include "headless/runtime/host.h"
+
+#include <cstdlib>
+
+#include "headless/model/handles.h"
+#include "headless/model/node_types.h"
+#include "headless/tables/host_table.h"
+
+namespace headless {
+
+namespace {
+
+Host* currentHost = nullptr;
+
+LineSink orElse(LineSink sink, LineSink standard) {
+    return sink ? std::move(sink) : std::move(standard);
+}
+
+std::optional<DateTime> fixedClock(const HostOptions& options) {
+    if (options.fixedClock) {
+        return options.fixedClock;
+    }
+    const char* const text = std::getenv("QUENZA_HEADLESS_CLOCK");
+    if (!text || !*text) {
+        return std::nullopt;
+    }
+    const std::optional<DateTime> clock = Clock::parse(text);
+    if (!clock) {
+        throw HostError("QUENZA_HEADLESS_CLOCK is \"" + std::string(text) +
+                        "\"; a date reads \"YYYY-MM-DD hh:mm:ss\"");
+    }
+    return clock;
+}
+
+} // namespace
+
+Host::Host(HostOptions options)
+    : console_(orElse(options.consoleSink, [this](const std::string& line) { terminal_.print(line); })),
+      errors_(orElse(options.errorSink, [this](const std::string& line) { terminal_.printError(line); })),
+      status_(orElse(options.statusSink, [this](const std::string& line) { terminal_.showStatus(line); })),
+      clock_(fixedClock(options)),
+      startupPath_(options.startupPath.empty() ? platform::executablePath().parent_path()
+                                               : std::move(options.startupPath)) {
+    if (currentHost) {
+        throw HostError("A host runs already in this process");
+    }
+    currentHost = this;
+    constexpr int32_t CENTIMETRES = 3;
+    worldPreferences_.SetLong(WPREF_UNITS_BASIC, CENTIMETRES);
+    SetHostTables(hostTable());
+}
+
+Host::~Host() {
+    unloadPlugin();
+    document_.reset();
+    setActiveDocument(nullptr);
+    currentHost = nullptr;
+}
+
+Host& Host::current() {
+    return *currentHost;
+}
+
+void Host::loadPlugin(const std::filesystem::path& file) {
+    if (plugin_) {
+        throw HostError("A plug-in is loaded already");
+    }
+    const std::filesystem::path full = std::filesystem::absolute(file).lexically_normal();
+    auto plugin = std::make_unique<Plugin>(full, *hostTable());
+    plugin_ = std::move(plugin);
+    resources_ = std::make_unique<resources::ResourceFolder>(plugin_->folder() / "res");
+    if (!plugin_->loadResources()) {
+        errors_.print(platform::utf8FromPath(full) + ": its texts could not be loaded");
+    }
+    started_ = plugin_->start();
+    if (!started_) {
+        errors_.print(platform::utf8FromPath(full) + ": its start failed after " +
+                      std::to_string(registrations_.all().size()) + " registrations, which stay in use");
+    }
+    plugin_->buildMenus();
+    loop_.runPosted();
+}
+
+void Host::unloadPlugin() {
+    if (!plugin_) {
+        return;
+    }
+    // Messages on their way may own memory that their receiver frees.
+    loop_.runPosted();
+    dialogs_.closeAll();
+    // They may be at work on the document.
+    threads_.endAll();
+    setActiveDocument(nullptr);
+    document_.reset();
+    try {
+        plugin_->end();
+    } catch (const HostError& error) {
+        errors_.print(error.what());
+    }
+    registrations_.clear();
+    NodeTypes::instance().removePluginTypes();
+    strings_.reset();
+    resources_.reset();
+    plugin_.reset();
+    threads_.clear();
+    started_ = false;
+}
+
+void Host::open(std::unique_ptr<Document> document) {
+    setActiveDocument(document.get());
+    document_ = std::move(document);
+}
+
+bool Host::executeCommand(int32_t id) {
+    const Registration* const found = registrations_.find(id);
+    if (!found || !found->command) {
+        throw HostError("There is no command " + std::to_string(id) +
+                        (plugin_ ? " in " + platform::utf8FromPath(plugin_->file()) : ""));
+    }
+    const std::string name = "The command \"" + found->info.name.GetUtf8() + "\"";
+    BaseDocument* const document = toHost(document_.get());
+    try {
+        if ((found->command->GetState(document) & CMD_ENABLED) == 0) {
+            throw HostError(name + " is disabled");
+        }
+        const bool result = found->command->Execute(document);
+        loop_.runPosted();
+        return result;
+    } catch (const HostError&) {
+        throw;
+    } catch (const std::exception& error) {
+        throw HostError(name + " ended with an exception: " + error.what());
+    }
+}
+
+bool Host::runUntil(const std::function<bool()>& done, std::chrono::milliseconds limit) {
+    bool late = false;
+    const int timer = loop_.addOneShot(limit, [&late] { late = true; });
+    bool isDone = false;
+    loop_.runUntil([&] {
+        isDone = done();
+        return isDone || late;
+    });
+    loop_.removeTimer(timer);
+    return isDone;
+}
+
+void Host::interrupt() {
+    interrupted_ = true;
+    loop_.post([this] { dialogs_.requestCloseOfTop(); });
+}
+
+std::vector<std::string> Host::messages() const {
+    std::vector<std::string> texts;
+    for (const Interaction& interaction : user_.interactions()) {
+        if (interaction.kind == Interaction::Kind::message) {
+            texts.push_back(interaction.text);
+        }
+    }
+    return texts;
+}
+
+bool Host::loadStrings(const std::filesystem::path& pluginFolder) {
+    auto folder = std::make_unique<resources::ResourceFolder>(pluginFolder / "res");
+    const resources::Loaded<resources::StringTable> loaded = folder->strings();
+    if (!loaded) {
+        errors_.print(loaded.error);
+        return false;
+    }
+    strings_ = std::move(folder);
+    return true;
+}
+
+std::string Host::string(int32_t id) {
+    return strings_ ? strings_->loadString(id).value_or("") : "";
+}
+
+const resources::Description* Host::descriptionOf(int32_t pluginId) {
+    const Registration* const registration = registrations_.find(pluginId);
+    if (!registration || !registration->info.description.Content() || !resources_) {
+        return nullptr;
+    }
+    const auto loaded = resources_->loadDescription(registration->info.description.GetUtf8());
+    if (!loaded) {
+        errors_.print(loaded.error);
+    }
+    return loaded.value;
+}
+
+void Host::sendCoreMessage(int32_t id, uintptr_t parameter1, uintptr_t parameter2) {
+    loop_.post([this, id, parameter1, parameter2] {
+        BaseContainer message(id);
+        message.SetVoid(BFM_CORE_PAR1, reinterpret_cast<void*>(parameter1));
+        message.SetVoid(BFM_CORE_PAR2, reinterpret_cast<void*>(parameter2));
+        deliverCoreMessage(id, message);
+    });
+}
+
+void Host::deliverCoreMessage(int32_t id, const BaseContainer& message) {
+    for (const std::unique_ptr<Registration>& registration : registrations_.all()) {
+        if (!registration->message) {
+            continue;
+        }
+        try {
+            registration->message->CoreMessage(id, message);
+        } catch (const std::exception& error) {
+            errors_.print("The message handler \"" + registration->info.name.GetUtf8() +
+                          "\" ended with an exception: " + error.what());
+        }
+    }
+    dialogs_.coreMessage(id, message);
+}
+
+bool Host::onMainThread(const char* what, const std::function<void()>& task) {
+    if (loop_.call(task)) {
+        return true;
+    }
+    errors_.print(std::string(what) +
+                  " was called from another thread while the main thread does not wait: refused");
+    return false;
+}
+
+} // namespace headless

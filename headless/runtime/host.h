@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+#include "headless/resources/resource_folder.h"
+#include "headless/runtime/clock.h"
+#include "headless/runtime/console.h"
+#include "headless/runtime/dialogs.h"
+#include "headless/runtime/host_error.h"
+#include "headless/runtime/host_options.h"
+#include "headless/runtime/main_loop.h"
+#include "headless/runtime/plugin.h"
+#include "headless/runtime/registrations.h"
+#include "headless/runtime/status_bar.h"
+#include "headless/runtime/terminal.h"
+#include "headless/runtime/thread.h"
+#include "headless/runtime/user.h"
+
+namespace headless {
+
+class Document;
+
+/// One running host: it loads a plug-in, shows it a document and the world around it, and plays its user. One
+/// at a time in a process; the thread that makes it is the main thread. Nodes of the plug-in's types must be
+/// gone before the host is.
+class Host {
+public:
+    /// Throws HostError when there is a host already, or for a wrong QUENZA_HEADLESS_CLOCK.
+    explicit Host(HostOptions options = {});
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+    /// Closes dialogs and documents, ends the plug-in and its threads, and closes its library.
+    ~Host();
+
+    /// The running host. There must be one.
+    static Host& current();
+
+    /// Loads a plug-in, with its resources, and starts it. Throws HostError when it can't be loaded or
+    /// refuses this host. A start that fails gives an error line, and what was registered until then stays in
+    /// use.
+    void loadPlugin(const std::filesystem::path& file);
+    /// False when the plug-in's start failed, or there is none.
+    bool isStarted() const { return started_; }
+
+    /// Makes `document` the active one, in place of the last, which is freed.
+    void open(std::unique_ptr<Document> document);
+    /// Null when none is open.
+    Document* document() const { return document_.get(); }
+
+    /// Runs a registered command on the active document, with all dialogs that it opens, and gives its
+    /// result. Throws HostError for an unknown number, a command that is disabled, or one that ends with an
+    /// exception.
+    bool executeCommand(int32_t id);
+    /// Turns the main loop until `done`, which is asked after each piece of work; false when that takes
+    /// longer than `limit`.
+    bool runUntil(const std::function<bool()>& done, std::chrono::milliseconds limit);
+
+    /// Ctrl-C: the dialog that opened last is asked to close. Any thread.
+    void interrupt();
+    bool wasInterrupted() const { return interrupted_; }
+
+    /// Lines that the plug-in printed.
+    Console& console() { return console_; }
+    /// Message boxes and errors, as they were told to the user.
+    Console& errors() { return errors_; }
+    /// Lays down answers, and knows what was asked.
+    ScriptedUser& user() { return user_; }
+    /// Texts of the message boxes so far.
+    std::vector<std::string> messages() const;
+    StatusBar& status() { return status_; }
+    const Clock& clock() const { return clock_; }
+    MainLoop& loop() { return loop_; }
+    Threads& threads() { return threads_; }
+    Dialogs& dialogs() { return dialogs_; }
+    Registrations& registrations() { return registrations_; }
+    BaseContainer& worldPreferences() { return worldPreferences_; }
+    const std::filesystem::path& startupPath() const { return startupPath_; }
+
+    /// The plug-in's folder res/, null before one was loaded.
+    resources::ResourceFolder* resources() { return resources_.get(); }
+    /// Reads the string table of a plug-in folder. False, with an error line, when there is none.
+    bool loadStrings(const std::filesystem::path& pluginFolder);
+    void freeStrings() { strings_.reset(); }
+    /// "" for an unknown number and without a string table.
+    std::string string(int32_t id);
+    /// The description that a node type was registered with. Null, with an error line when it is faulty.
+    const resources::Description* descriptionOf(int32_t pluginId);
+
+    /// Sends a core message to the message plug-ins and open dialogs, at the loop's next turn. Any thread.
+    void sendCoreMessage(int32_t id, uintptr_t parameter1, uintptr_t parameter2);
+    /// Runs `task` on the main thread. False, with an error line that names `what`, when the main thread
+    /// can't take it: then it isn't run. Any thread.
+    bool onMainThread(const char* what, const std::function<void()>& task);
+
+    /// Scenes that the plug-in handed over for previews of its material, in their order.
+    std::vector<Filename>& previewScenes() { return previewScenes_; }
+
+private:
+    void deliverCoreMessage(int32_t id, const BaseContainer& message);
+    void unloadPlugin();
+
+    Terminal terminal_;
+    Console console_;
+    Console errors_;
+    StatusBar status_;
+    Clock clock_;
+    std::filesystem::path startupPath_;
+    BaseContainer worldPreferences_;
+    MainLoop loop_;
+    ScriptedUser user_;
+    Dialogs dialogs_{loop_, user_, status_, errors_};
+    Threads threads_{loop_, errors_};
+    std::atomic<bool> interrupted_{false};
+
+    std::unique_ptr<resources::ResourceFolder> resources_;
+    std::unique_ptr<resources::ResourceFolder> strings_;
+    Registrations registrations_;
+    std::unique_ptr<Plugin> plugin_;
+    bool started_ = false;
+    std::vector<Filename> previewScenes_;
+    std::unique_ptr<Document> document_;
+};
+
+} // namespace headless

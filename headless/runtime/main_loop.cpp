@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+#include "headless/runtime/main_loop.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace headless {
+
+MainLoop::Serving::Serving(MainLoop& loop) : loop_(loop) {
+    const std::lock_guard lock(loop_.mutex_);
+    ++loop_.serving_;
+}
+
+MainLoop::Serving::~Serving() {
+    const std::lock_guard lock(loop_.mutex_);
+    --loop_.serving_;
+    loop_.callFinished_.notify_all();
+}
+
+void MainLoop::post(Task task) {
+    const std::lock_guard lock(mutex_);
+    posted_.push_back(std::move(task));
+    woken_ = true;
+    workCame_.notify_all();
+}
+
+bool MainLoop::call(const Task& task) {
+    if (isMainThread()) {
+        task();
+        return true;
+    }
+    Lock lock(mutex_);
+    if (serving_ == 0) {
+        return false;
+    }
+    Call call{&task, nullptr};
+    calls_.push_back(&call);
+    workCame_.notify_all();
+    // The last run of the loop may end without having come to the call.
+    callFinished_.wait(lock, [&] { return call.finished || serving_ == 0; });
+    if (!call.finished) {
+        std::erase(calls_, &call);
+        return false;
+    }
+    if (call.error) {
+        std::rethrow_exception(call.error);
+    }
+    return true;
+}
+
+void MainLoop::wake() {
+    const std::lock_guard lock(mutex_);
+    woken_ = true;
+    workCame_.notify_all();
+}
+
+int MainLoop::addTimer(std::chrono::milliseconds interval, Task task) {
+    return insertTimer(std::max(interval, std::chrono::milliseconds(1)), std::move(task), true);
+}
+
+int MainLoop::addOneShot(std::chrono::milliseconds delay, Task task) {
+    return insertTimer(delay, std::move(task), false);
+}
+
+int MainLoop::insertTimer(std::chrono::milliseconds interval, Task task, bool repeats) {
+    timers_.emplace(++lastTimer_, Timer{SteadyClock::now() + interval, interval, std::move(task), repeats});
+    return lastTimer_;
+}
+
+void MainLoop::removeTimer(int number) {
+    timers_.erase(number);
+}
+
+void MainLoop::runUntil(const std::function<bool()>& done) {
+    const Serving serving(*this);
+    while (!done()) {
+        Lock lock(mutex_);
+        if (runOneCall(lock) || runOnePosted(lock)) {
+            continue;
+        }
+        lock.unlock();
+        if (!runOneTimer()) {
+            lock.lock();
+            waitForWork(lock);
+        }
+    }
+}
+
+void MainLoop::serveCallsUntil(const std::function<bool()>& done) {
+    const Serving serving(*this);
+    while (!done()) {
+        Lock lock(mutex_);
+        if (!runOneCall(lock)) {
+            workCame_.wait(lock, [this] { return woken_ || !calls_.empty(); });
+            woken_ = false;
+        }
+    }
+}
+
+void MainLoop::runPosted() {
+    Lock lock(mutex_);
+    while (runOnePosted(lock)) {
+        lock.lock();
+    }
+}
+
+bool MainLoop::runOneCall(Lock& lock) {
+    if (calls_.empty()) {
+        return false;
+    }
+    Call& call = *calls_.front();
+    calls_.pop_front();
+    lock.unlock();
+    try {
+        (*call.task)();
+    } catch (...) {
+        call.error = std::current_exception();
+    }
+    lock.lock();
+    call.finished = true;
+    callFinished_.notify_all();
+    lock.unlock();
+    return true;
+}
+
+bool MainLoop::runOnePosted(Lock& lock) {
+    if (posted_.empty()) {
+        return false;
+    }
+    const Task task = std::move(posted_.front());
+    posted_.pop_front();
+    lock.unlock();
+    task();
+    return true;
+}
+
+bool MainLoop::runOneTimer() {
+    const auto now = SteadyClock::now();
+    const auto next =
+        std::ranges::min_element(timers_, {}, [](const auto& entry) { return entry.second.due; });
+    if (next == timers_.end() || next->second.due > now) {
+        return false;
+    }
+    const int number = next->first;
+    const Task task = next->second.task;
+    if (next->second.repeats) {
+        // A timer of a nested loop may be the one that is running: it isn't due again before its interval.
+        next->second.due = now + next->second.interval;
+    } else {
+        timers_.erase(next);
+    }
+    task();
+    if (const auto again = timers_.find(number); again != timers_.end()) {
+        again->second.due = SteadyClock::now() + again->second.interval;
+    }
+    return true;
+}
+
+void MainLoop::waitForWork(Lock& lock) {
+    const auto hasWork = [this] { return woken_ || !posted_.empty() || !calls_.empty(); };
+    const auto next =
+        std::ranges::min_element(timers_, {}, [](const auto& entry) { return entry.second.due; });
+    if (next == timers_.end()) {
+        workCame_.wait(lock, hasWork);
+    } else {
+        workCame_.wait_until(lock, next->second.due, hasWork);
+    }
+    woken_ = false;
+}
+
+} // namespace headless

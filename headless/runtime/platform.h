@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// What the operating system gives to the host. Texts are UTF-8.
+namespace headless::platform {
+
+std::filesystem::path pathFromUtf8(std::string_view text);
+std::string utf8FromPath(const std::filesystem::path& path);
+
+/// Full path of the running program.
+std::filesystem::path executablePath();
+
+bool isTerminal(std::FILE* stream);
+/// Columns of the terminal behind a stream, 80 when they aren't known.
+int terminalWidth(std::FILE* stream);
+
+/// A loaded shared library, closed at the end.
+class Library {
+public:
+    /// Throws HostError with the system's reason.
+    explicit Library(const std::filesystem::path& file);
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+    ~Library();
+
+    /// Null when the library exports no such name.
+    void* find(const char* name) const;
+
+private:
+    void* handle_;
+};
+
+/// Calls `onInterrupt` on a thread of its own for Ctrl-C (SIGINT, and SIGTERM where there is one) while it
+/// lives. The third request ends the process at once, for a host that hangs. One at a time.
+class InterruptWatch {
+public:
+    explicit InterruptWatch(std::function<void()> onInterrupt);
+    InterruptWatch(const InterruptWatch&) = delete;
+    InterruptWatch& operator=(const InterruptWatch&) = delete;
+    ~InterruptWatch();
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+/// Name of the plug-in's file on this platform.
+#ifdef _WIN32
+inline constexpr const char* PLUGIN_FILE = "cquenza.cdl64";
+#else
+inline constexpr const char* PLUGIN_FILE = "cquenza.so";
+#endif
+
+} // namespace headless::platform

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#ifndef _WIN32
+
+#include "headless/runtime/platform.h"
+
+#include "headless/runtime/host_error.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <thread>
+#include <unistd.h>
+
+namespace headless::platform {
+
+namespace {
+
+constexpr std::array WATCHED_SIGNALS = {SIGINT, SIGTERM};
+constexpr int FATAL_REQUEST = 3;
+constexpr char STOP = 's';
+constexpr char INTERRUPT = 'i';
+
+// A handler may touch nothing but lock-free and volatile data.
+volatile std::sig_atomic_t requestCount = 0;
+volatile std::sig_atomic_t requestPipe = -1;
+
+extern "C" void onSignal(int signal) {
+    const int savedError = errno;
+    requestCount = requestCount + 1;
+    if (requestCount >= FATAL_REQUEST) {
+        std::signal(signal, SIG_DFL);
+        raise(signal);
+    }
+    [[maybe_unused]] const ssize_t written = write(requestPipe, &INTERRUPT, 1);
+    errno = savedError;
+}
+
+} // namespace
+
+std::filesystem::path pathFromUtf8(std::string_view text) {
+    return std::filesystem::path(text);
+}
+
+std::string utf8FromPath(const std::filesystem::path& path) {
+    return path.string();
+}
+
+std::filesystem::path executablePath() {
+    std::error_code error;
+    std::filesystem::path path = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? std::filesystem::current_path() : path;
+}
+
+bool isTerminal(std::FILE* stream) {
+    return isatty(fileno(stream)) == 1;
+}
+
+int terminalWidth(std::FILE* stream) {
+    winsize size{};
+    return ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+}
+
+Library::Library(const std::filesystem::path& file) : handle_(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    if (!handle_) {
+        const char* const reason = dlerror();
+        throw HostError(file.string() + " can't be loaded: " + (reason ? reason : "unknown reason"));
+    }
+}
+
+Library::~Library() {
+    dlclose(handle_);
+}
+
+void* Library::find(const char* name) const {
+    return dlsym(handle_, name);
+}
+
+struct InterruptWatch::State {
+    int ends[2] = {-1, -1};
+    std::array<struct sigaction, WATCHED_SIGNALS.size()> previous{};
+    std::thread thread;
+};
+
+InterruptWatch::InterruptWatch(std::function<void()> onInterrupt) : state_(std::make_unique<State>()) {
+    if (pipe(state_->ends) != 0) {
+        throw HostError("Ctrl-C can't be watched: " + std::generic_category().message(errno));
+    }
+    for (const int end : state_->ends) {
+        fcntl(end, F_SETFD, FD_CLOEXEC);
+    }
+    requestCount = 0;
+    requestPipe = state_->ends[1];
+    state_->thread = std::thread([readEnd = state_->ends[0], call = std::move(onInterrupt)] {
+        char request = STOP;
+        while (true) {
+            const ssize_t got = read(readEnd, &request, 1);
+            if (got == 1 && request == INTERRUPT) {
+                call();
+            } else if (got >= 0 || errno != EINTR) {
+                return;
+            }
+        }
+    });
+    struct sigaction action {};
+    action.sa_handler = onSignal;
+    action.sa_flags = SA_RESTART;
+    for (size_t i = 0; i < WATCHED_SIGNALS.size(); ++i) {
+        sigaction(WATCHED_SIGNALS[i], &action, &state_->previous[i]);
+    }
+}
+
+InterruptWatch::~InterruptWatch() {
+    for (size_t i = 0; i < WATCHED_SIGNALS.size(); ++i) {
+        sigaction(WATCHED_SIGNALS[i], &state_->previous[i], nullptr);
+    }
+    [[maybe_unused]] const ssize_t written = write(state_->ends[1], &STOP, 1);
+    state_->thread.join();
+    requestPipe = -1;
+    close(state_->ends[0]);
+    close(state_->ends[1]);
+}
+
+} // namespace headless::platform
+
+#endif

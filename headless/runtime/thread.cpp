@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "headless/runtime/thread.h"
+
+#include "headless/runtime/main_loop.h"
+
+#include <algorithm>
+#include <exception>
+#include <system_error>
+
+namespace headless {
+
+Thread::~Thread() {
+    end(true);
+}
+
+bool Thread::start() {
+    const std::lock_guard lock(mutex_);
+    if (running_) {
+        return false;
+    }
+    if (thread_.joinable()) {
+        thread_.join();
+    }
+    breakRequested_ = false;
+    running_ = true;
+    try {
+        thread_ = std::thread([this] { run(); });
+    } catch (const std::system_error& error) {
+        running_ = false;
+        errors_.print("A thread could not be started: " + std::string(error.what()));
+        return false;
+    }
+    return true;
+}
+
+void Thread::run() {
+    try {
+        plugin_.Main();
+    } catch (const std::exception& error) {
+        errors_.print("Thread \"" + std::string(plugin_.GetThreadName()) +
+                      "\" ended with an exception: " + error.what());
+    } catch (...) {
+        errors_.print("Thread \"" + std::string(plugin_.GetThreadName()) + "\" ended with an exception");
+    }
+    running_ = false;
+    loop_.wake();
+}
+
+void Thread::end(bool wait) {
+    breakRequested_ = true;
+    if (!wait) {
+        return;
+    }
+    if (loop_.isMainThread()) {
+        loop_.serveCallsUntil([this] { return !running_; });
+    }
+    join();
+}
+
+void Thread::join() {
+    const std::lock_guard lock(mutex_);
+    if (thread_.joinable() && thread_.get_id() != std::this_thread::get_id()) {
+        thread_.join();
+    }
+}
+
+Thread* Threads::alloc(C4DThread& plugin) {
+    const std::lock_guard lock(mutex_);
+    return threads_.emplace_back(std::make_unique<Thread>(plugin, loop_, errors_)).get();
+}
+
+void Threads::free(Thread* thread) {
+    // Dies behind the lock: it waits for its end.
+    std::unique_ptr<Thread> dying;
+    const std::lock_guard lock(mutex_);
+    const auto found = std::ranges::find(threads_, thread, &std::unique_ptr<Thread>::get);
+    if (found != threads_.end()) {
+        dying = std::move(*found);
+        threads_.erase(found);
+    }
+}
+
+void Threads::endAll() {
+    std::vector<Thread*> running;
+    {
+        const std::lock_guard lock(mutex_);
+        for (const std::unique_ptr<Thread>& thread : threads_) {
+            running.push_back(thread.get());
+        }
+    }
+    for (Thread* const thread : running) {
+        thread->end(true);
+    }
+}
+
+void Threads::clear() {
+    std::vector<std::unique_ptr<Thread>> dying;
+    const std::lock_guard lock(mutex_);
+    dying.swap(threads_);
+}
+
+} // namespace headless

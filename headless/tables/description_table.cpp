@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#include "headless/tables/tables.h"
+
+#include "headless/runtime/described_parameter.h"
+#include "headless/runtime/host.h"
+
+namespace headless {
+
+namespace {
+
+DescriptionInstance& fromHost(Description* description) {
+    return *reinterpret_cast<DescriptionInstance*>(description);
+}
+
+bool load(Description* description, int32_t pluginId) {
+    const resources::Description* const resource = Host::current().descriptionOf(pluginId);
+    if (resource) {
+        fromHost(description).load(*resource);
+    }
+    return resource != nullptr;
+}
+
+BaseContainer* getParameter(Description* description, const DescID& id) {
+    return fromHost(description).properties(id[0]);
+}
+
+} // namespace
+
+const DescriptionTable* descriptionTable() {
+    static constexpr DescriptionTable table = {
+        .Load = load,
+        .GetParameter = getParameter,
+    };
+    return &table;
+}
+
+} // namespace headless
