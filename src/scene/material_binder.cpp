@@ -12,9 +12,8 @@ void MaterialBinder::material(const ReferenceElements&, Ref<SceneNodeMaterial>& 
     if (visitor_.mode == SceneVisitor::OFFSET_UIDS)
         visitor_.offsetUID(uid);
     else if (visitor_.mode == SceneVisitor::BIND && !node) {
-        SceneNodeRoot& root = requireRoot();
-        if (uid.isValid())
-            node = root.getMaterial(uid);
+        if (SceneNodeRoot* root = rootToSearch(uid))
+            node = root->getMaterial(uid);
     }
 }
 
@@ -22,9 +21,8 @@ void MaterialBinder::medium(Ref<SceneNodeMedium>& node, SceneNodeUID& uid) {
     if (visitor_.mode == SceneVisitor::OFFSET_UIDS)
         visitor_.offsetUID(uid);
     else if (visitor_.mode == SceneVisitor::BIND && !node) {
-        SceneNodeRoot& root = requireRoot();
-        if (uid.isValid())
-            node = root.getMedium(uid);
+        if (SceneNodeRoot* root = rootToSearch(uid))
+            node = root->getMedium(uid);
     }
 }
 
@@ -32,11 +30,13 @@ void MaterialBinder::presentParameter(const char*, Param& param) {
     param.visit(visitor_);
 }
 
-SceneNodeRoot& MaterialBinder::requireRoot() const {
+SceneNodeRoot* MaterialBinder::rootToSearch(SceneNodeUID uid) const {
+    if (!owner_ && !uid.isValid())
+        return nullptr;
     SceneNodeRoot* root = owner_ ? owner_->getRoot() : nullptr;
     if (!root)
         throw QuenzaException("Could not find root node in " + String(class_name_) + "::doVisit().");
-    return *root;
+    return uid.isValid() ? root : nullptr;
 }
 
 void MaterialRebinder::material(const ReferenceElements&, Ref<SceneNodeMaterial>& node, SceneNodeUID&) {

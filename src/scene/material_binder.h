@@ -23,8 +23,8 @@ public:
 
 private:
     void presentParameter(const char* element, Param& param) override;
-    /// The root of the owner's tree; throws QuenzaException when there is none.
-    SceneNodeRoot& requireRoot() const;
+    /// Where to look `uid` up; null when it is unset. Throws QuenzaException when the owner has no root.
+    SceneNodeRoot* rootToSearch(SceneNodeUID uid) const;
 
     SceneVisitor& visitor_;
     SceneNodeMaterial* owner_;

@@ -172,6 +172,10 @@ TEST_F(MaterialBinding, LeavesUnsetReferencesUnset) {
     const Ref<SceneNodeMaterial> node = add(coatingOn(SceneNodeUID::INVALID_VALUE));
     EXPECT_EQ(bindError(node), "no exception");
     EXPECT_TRUE(node->getReferencedUIDs().empty());
+
+    SceneVisitor visitor = makeVisitor(SceneVisitor::BIND);
+    const Ref<Material> background = new DiffuseTransmitter;
+    EXPECT_EQ(thrownText([&] { background->bind(visitor, nullptr); }), "no exception");
 }
 
 TEST_F(MaterialBinding, CyclesEndWithTheAnswerOfTheRestOfTheGraph) {
