@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "headless/documents/document_error.h"
+#include "headless/model/document.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace headless {
+
+struct LoadedDocument {
+    std::unique_ptr<Document> document;
+    /// What the document wants for the host's unit preference, WPREF_UNITS_BASIC.
+    std::optional<int32_t> unit;
+};
+
+/// Reads a document of this program's own format (docs/document-format.md). Plug-in types must be registered.
+/// Throws DocumentError.
+LoadedDocument loadDocument(const std::string& file);
+
+/// Reads a document or, by its suffix, a model file.
+LoadedDocument openDocument(const std::string& file);
+
+} // namespace headless
