@@ -24,14 +24,9 @@ public:
     String() = default;
     String(const char* text) : String(std::string_view(text)) {}
     String(const std::string& text) : String(std::string_view(text)) {}
-    explicit String(std::string_view text) { appendExact(text); }
+    explicit String(std::string_view text);
     /// `count` times the character `c`.
-    String(u64 count, char c) {
-        reserve(count);
-        if (count > 0)
-            std::memset(data_, c, count);
-        size_ = count;
-    }
+    String(u64 count, char c);
     String(const String& other) : String(other.view()) {}
     String(String&& other) noexcept
         : data_(std::exchange(other.data_, nullptr)), size_(std::exchange(other.size_, 0)),
@@ -79,15 +74,11 @@ public:
     /// `bytes` may lie in this string itself.
     void append(const char* bytes, u64 count) {
         if (count > capacity_ - size_) {
-            const bool own = bytes >= data_ && bytes < data_ + size_;
-            const u64 offset = own ? u64(bytes - data_) : 0;
-            growTo(size_ + count);
-            if (own)
-                bytes = data_ + offset;
-        }
-        if (count > 0)
+            appendGrowing(bytes, count);
+        } else if (count > 0) {
             std::memcpy(data_ + size_, bytes, count);
-        size_ += count;
+            size_ += count;
+        }
     }
     String& operator+=(const String& other) {
         append(other.data_, other.size_);
@@ -112,18 +103,12 @@ private:
         size_ = 0;
         append(text.data(), text.size());
     }
-    void appendExact(std::string_view text) {
-        reserve(text.size());
-        append(text.data(), text.size());
-    }
     void growTo(u64 needed) {
         if (needed > capacity_)
             setCapacity(std::max(capacity_ + capacity_ / 2, needed));
     }
-    void setCapacity(u64 capacity) {
-        data_ = static_cast<char*>(BlockMemory::grow(data_, size_, capacity_, capacity));
-        capacity_ = capacity;
-    }
+    void appendGrowing(const char* bytes, u64 count);
+    void setCapacity(u64 capacity);
 
     char* data_ = nullptr;
     u64 size_ = 0;
@@ -144,13 +129,7 @@ inline bool operator<(const String& a, const String& b) {
     return a.view() < b.view();
 }
 
-inline String concatenate(std::string_view a, std::string_view b) {
-    String result;
-    result.reserve(a.size() + b.size());
-    result.append(a.data(), a.size());
-    result.append(b.data(), b.size());
-    return result;
-}
+String concatenate(std::string_view a, std::string_view b);
 inline String operator+(const String& a, const String& b) {
     return concatenate(a.view(), b.view());
 }

@@ -26,6 +26,7 @@ public:
     String path;
     Ref<SceneNodeMaterial> material; ///< Null until bound.
     SceneNodeUID material_uid;
+    String material_name; ///< The mesh's name of the material; serves when there is no UID.
 };
 
 /// Scales the emission of one material so that a photometric measure has a given value.
@@ -52,6 +53,7 @@ public:
     double value = 1.0;
     Ref<SceneNodeMaterial> material; ///< Null until bound.
     SceneNodeUID material_uid;
+    String material_name; ///< The mesh's name of the material; serves when there is no UID.
 };
 
 } // namespace Quenza

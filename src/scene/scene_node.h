@@ -53,7 +53,7 @@ public:
     virtual u32 getType() const = 0;
     virtual void setName(const String& new_name) { name = new_name; }
     virtual const String& getName() const { return name; }
-    virtual bool isSameNode(const SceneNode* other) const { return this == other; }
+    virtual bool isSameNode(SceneNode* other) const { return this == other; }
     /// A detached copy without children, or null where a class doesn't offer one.
     virtual Ref<SceneNode> clone() const = 0;
     /// Swaps references to nodes whose UID `nodes` holds, when the new node has the right type.
@@ -65,7 +65,7 @@ public:
     virtual void destroyVisitor(SceneVisitor* visitor);
     /// Highest light layer that the node itself uses.
     virtual u32 getHighestLayerIndex() const { return 0; }
-    virtual bool usesNode(const SceneNode* node) const;
+    virtual bool usesNode(SceneNode* node) const;
     virtual Vector<SceneNodeUID> getReferencedUIDs() const { return {}; }
     /// Compares this node alone; isEqual compares trees.
     virtual bool doIsEqual(const SceneNode& other) const;
@@ -96,7 +96,7 @@ public:
     /// Visits this node, then all below it in order.
     void visitAll(SceneVisitor& visitor);
     u32 highestLayerIndexInTree() const;
-    bool usesNodeInTree(const SceneNode* node) const;
+    bool usesNodeInTree(SceneNode* node) const;
     bool isEqual(const SceneNode& other) const;
     /// Among direct children.
     u64 getNumChildrenOfType(u32 type) const;

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include "scene/mesh_loader.h"
+
+#include "foundation/exceptions.h"
+#include "foundation/string_utils.h"
+
+#include <atomic>
+
+namespace Quenza {
+
+namespace {
+
+constexpr u64 MIN_PATH_CHARS = 4;
+
+std::atomic<MeshLoader> mesh_loader{loadMeshFile};
+
+} // namespace
+
+void setMeshLoader(MeshLoader loader) {
+    mesh_loader = loader ? loader : loadMeshFile;
+}
+
+MeshLoader getMeshLoader() {
+    return mesh_loader;
+}
+
+void loadMeshFile(const String& path, Mesh& mesh, double scale) {
+    if (path.size() < MIN_PATH_CHARS)
+        throw QuenzaException("filename too short: '" + path + "'");
+    const std::string extension = toLowerCase(path.view().substr(path.view().rfind('.') + 1));
+    if (extension != "qzmesh")
+        throw QuenzaException("key '" + extension + "' not found");
+    Mesh::readFromFile(path, mesh);
+    mesh.checkInvariants();
+    mesh.checkAllIndices();
+    const f32 factor = f32(scale);
+    if (factor != 1.0f)
+        for (Vec3f& v : mesh.vert_positions)
+            v = Vec3f{v.x * factor, v.y * factor, v.z * factor};
+    mesh.endOfModel();
+}
+
+} // namespace Quenza
