@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "export/scene_exporter.h"
+
+#include "export/default_materials.h"
+#include "export/frame_file_name.h"
+#include "export/metadata.h"
+#include "export/time_text.h"
+#include "export/traversal.h"
+#include "export/version.h"
+
+using namespace Quenza;
+
+void SceneExporter::print(const ::String& line) const {
+    if (context->verbose) {
+        GePrint(line);
+    }
+}
+
+Ref<SceneNodeRoot> SceneExporter::exportScene() {
+    if (!context || !context->document) {
+        return nullptr;
+    }
+    print(DECORATION);
+    print("Starting export...");
+    uint32_t start = GeGetMilliSeconds();
+    instanceCount = 0;
+    meshMap.clear();
+    lightGeometry.reset(AtomArray::Alloc());
+    random.Init(GeGetMilliSeconds());
+    sceneFileName = frameFileName(context->sceneBaseName, context->frame, context->isAnimation, ".qzs");
+    root = new SceneNodeRoot;
+    root->setUID(SceneNodeUID(0));
+    exportMetadata(*root);
+    exportDefaultMaterials(*this);
+    traverse(*this, 0);
+    exportObjects();
+    includingPlanes.clear();
+    excludingPlanes.clear();
+    print(::String("Processing time: ") + longTimeText(start));
+    // The caller writes the file only after these lines: the time between them is that of nothing.
+    start = GeGetMilliSeconds();
+    print(::String("Saved scene to: ") + context->sceneDirectory.GetString() + "\\" + sceneFileName);
+    print(::String("Saving time: ") + shortTimeText(start));
+    print(DECORATION);
+    lightGeometry.reset();
+    return root;
+}
+
+void SceneExporter::exportObjects() {
+    print("Exporting materials, objects and lights...");
+    const uint32_t start = GeGetMilliSeconds();
+    traverse(*this, 1);
+    context->materialMap.clear();
+    print(::String("Object export time: ") + shortTimeText(start));
+    print(::String("Instances exported: ") + LongToString(instanceCount));
+    print(" ");
+}
+
+Ref<SceneNodeRoot> SceneExporter::runHierarchy(BaseThread* thread) {
+    if (!context || !context->document) {
+        return nullptr;
+    }
+    root = nullptr;
+    constexpr int32_t BUILD_FLAGS = 20;
+    Run(context->document, true, 1.0f, BUILD_FLAGS, nullptr, thread);
+    return root;
+}
+
+bool SceneExporter::Do(void* /*data*/, BaseObject* /*object*/, const Matrix& /*matrix*/,
+                       bool /*controlObject*/) {
+    exportScene();
+    return false;
+}
