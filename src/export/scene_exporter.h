@@ -41,6 +41,8 @@ public:
     std::vector<BaseObject*> objectChain;
     /// Indices into `excludingPlanes` of the planes that act on the current object.
     std::vector<int32_t> activeSectionPlanes;
+    /// The objects that instances have led into, from the outermost: ends circles of instances.
+    std::vector<BaseObject*> enteredInstances;
     /// 0 scans the tree, 1 exports it.
     int32_t pass = 0;
     /// How often a mesh hash was found again.

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/uid.h"
+#include "host/vector.h"
+#include "scene/scene_node_model.h"
+
+#include <vector>
+
+class BaseObject;
+class SceneExporter;
+
+/// A model of a mesh node under the object's name, with the materials of its slots, standing still at
+/// `matrix`. Not yet in the scene.
+Quenza::Ref<Quenza::SceneNodeModel> makeModel(SceneExporter& exporter, const BaseObject* object,
+                                              Quenza::SceneNodeUID meshUID,
+                                              const std::vector<Quenza::SceneNodeUID>& materials,
+                                              const Matrix& matrix);
+
+/// Adds the model to the scene and registers it under the object.
+void addModel(SceneExporter& exporter, BaseObject* object, const Quenza::Ref<Quenza::SceneNodeModel>& model);
+
+/// Notes which model belongs to the object that the user knows, and tells the section planes that concern it.
+void registerModel(SceneExporter& exporter, BaseObject* object, Quenza::SceneNodeUID uid);

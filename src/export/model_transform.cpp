@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#include "export/model_transform.h"
+
+#include "export/scene_space.h"
+
+Quenza::KeyFrame staticKeyframe(const Matrix& matrix, float sceneScale) {
+    return {toSceneSpaceDouble(matrix.off * sceneScale), 0.0, {0.0, 0.0, 1.0}, 0.0};
+}
+
+void setModelStaticTransform(Quenza::SceneNodeModel& model, const Matrix& matrix, float sceneScale) {
+    model.keyframes.push_back(staticKeyframe(matrix, sceneScale));
+    model.rotation = new Quenza::MatrixRotation(toSceneSpace(matrix));
+}

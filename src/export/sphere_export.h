@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vector.h"
+
+class BaseObject;
+class SceneExporter;
+
+/// True for a sphere primitive that the renderer can draw as an exact sphere under this matrix.
+bool isAnalyticSphere(const SceneExporter& exporter, const BaseObject* object, const Matrix& matrix);
+
+/// Adds an analytic sphere to the scene.
+void exportSphere(SceneExporter& exporter, const BaseObject* object, const Matrix& matrix,
+                  bool useLightMaterial);
