@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// Numbers of the parameters of the plug-in's video post, tags and objects: the very headers that its description
-// resources are made with, so that a number stands in one place. Documents store them.
+// Numbers of the parameters of the plug-in's video post, tags and objects: the very headers that its
+// description resources are made with, so that a number stands in one place. Documents store them.
 
 #include "description/Oquenzainstance.h"
 #include "description/Oquenzasectionplane.h"

@@ -25,6 +25,7 @@ Ref<SceneNodeRoot> SceneExporter::exportScene() {
     uint32_t start = GeGetMilliSeconds();
     instanceCount = 0;
     meshMap.clear();
+    instancedMeshes.clear();
     lightGeometry.reset(AtomArray::Alloc());
     random.Init(GeGetMilliSeconds());
     sceneFileName = frameFileName(context->sceneBaseName, context->frame, context->isAnimation, ".qzs");

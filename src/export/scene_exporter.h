@@ -2,6 +2,7 @@
 #pragma once
 
 #include "export/export_context.h"
+#include "export/mesh_convert.h"
 #include "host/atomarray.h"
 #include "host/general.h"
 #include "host/object.h"
@@ -9,6 +10,7 @@
 #include "scene/scene_node_section_plane.h"
 
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 /// A section plane of the scene with the objects that it concerns, not owned.
@@ -16,6 +18,13 @@ struct SectionPlaneObjects {
     Quenza::Ref<Quenza::SceneNodeSectionPlane> plane;
     /// Null when the plane's list is empty.
     std::unique_ptr<AtomArray> objects;
+};
+
+/// A mesh node with the materials of its slots.
+struct ExportedMesh {
+    /// Invalid when the mesh couldn't be converted.
+    Quenza::SceneNodeUID uid;
+    std::vector<Quenza::SceneNodeUID> materials;
 };
 
 /// Turns one document at one frame into one scene: owns the scene under construction and runs the passes in
@@ -37,6 +46,9 @@ public:
     std::unique_ptr<AtomArray> lightGeometry;
     /// Mesh hash to mesh node.
     std::map<uint32_t, Quenza::SceneNodeUID> meshMap;
+    /// Meshes of the objects that instances lead to.
+    std::unordered_map<const BaseObject*, ExportedMesh> instancedMeshes;
+    PolygonMeshExporter meshExporter;
     /// The path from the top of the document to the current object.
     std::vector<BaseObject*> objectChain;
     /// Indices into `excludingPlanes` of the planes that act on the current object.

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#include "export/polygon_export.h"
+
+#include "export/exit_portal_export.h"
+#include "export/mesh_hash.h"
+#include "export/model_export.h"
+#include "export/parameter_ids.h"
+#include "export/plugin_ids.h"
+#include "export/scene_exporter.h"
+#include "host/ids.h"
+#include "host/tag.h"
+#include "scene/scene_node_mesh.h"
+
+using Quenza::Mesh;
+using Quenza::Ref;
+using Quenza::SceneNodeMesh;
+using Quenza::SceneNodeUID;
+
+namespace {
+
+void copySubdivision(const BaseTag* tag, SceneNodeMesh& node) {
+    const BaseContainer* const data = tag->GetDataInstance();
+    node.max_num_subdivisions = data->GetLong(SUBDIV_MAX, 3);
+    node.subdivide_pixel_threshold = double(data->GetReal(SUBDIV_PIXEL_THRESHOLD));
+    node.subdivide_curvature_threshold = double(data->GetReal(SUBDIV_CURVATURE_THRESHOLD, 0.1f));
+    node.displacement_error_threshold = double(data->GetReal(SUBDIV_DISPLACEMENT_ERROR));
+    node.subdivision_smoothing = data->GetBool(SUBDIV_SMOOTHING);
+    node.view_dependent_subdivision = data->GetBool(SUBDIV_VIEW_DEPENDENT);
+}
+
+SceneNodeUID createMeshNode(SceneExporter& exporter, const BaseObject* object, const Ref<Mesh>& mesh) {
+    const Ref<SceneNodeMesh> node = new SceneNodeMesh;
+    node->normal_smoothing = object->GetTag(Tphong) != nullptr;
+    node->mesh = mesh;
+    node->merge_vertices_with_same_pos_and_normal = !exporter.context->mergeVertices;
+    if (const BaseTag* const tag = object->GetTag(PLUGINID_SUBDIVISION_TAG)) {
+        copySubdivision(tag, *node);
+    }
+    exporter.root->addChild(node);
+    return node->getUID();
+}
+
+/// Invalid for an object that can't be converted, and so for every equal one.
+SceneNodeUID convertToNode(SceneExporter& exporter, PolygonObject* object,
+                           const std::vector<MaterialSlot>& slots) {
+    const ExportContext& context = *exporter.context;
+    const Ref<Mesh> mesh = exporter.meshExporter.convertMesh(
+        object, slots, {context.document, context.sceneScale, context.mergeVertices, context.verbose});
+    return mesh ? createMeshNode(exporter, object, mesh) : SceneNodeUID();
+}
+
+ExportedMesh exportMesh(SceneExporter& exporter, PolygonObject* object) {
+    const std::vector<MaterialSlot> slots = listMaterialSlots(object);
+    const uint32_t hash = meshHash(object, listObjectMaterials(slots), false, exporter.context->sceneScale);
+    ExportedMesh exported;
+    const auto found = exporter.meshMap.find(hash);
+    if (found == exporter.meshMap.end()) {
+        exported.uid = convertToNode(exporter, object, slots);
+        exporter.meshMap.emplace(hash, exported.uid);
+    } else {
+        exported.uid = found->second;
+        ++exporter.instanceCount;
+    }
+    exported.materials = listSlotMaterials(*exporter.context, slots, false);
+    if (exported.materials.empty()) {
+        // A mesh always refers to one material at least, if only by name.
+        exported.materials.push_back(exporter.context->defaultMaterialUID);
+    }
+    return exported;
+}
+
+/// The mesh and materials of an object. An object that instances lead to comes again and again, and isn't
+/// hashed anew: nothing changes during an export.
+const ExportedMesh& meshOf(SceneExporter& exporter, PolygonObject* object, ExportedMesh& fresh) {
+    if (exporter.enteredInstances.empty()) {
+        fresh = exportMesh(exporter, object);
+        return fresh;
+    }
+    const auto [entry, isNew] = exporter.instancedMeshes.try_emplace(object);
+    if (isNew) {
+        entry->second = exportMesh(exporter, object);
+    } else {
+        ++exporter.instanceCount;
+    }
+    return entry->second;
+}
+
+} // namespace
+
+void exportPolygonObject(SceneExporter& exporter, PolygonObject* object, const Matrix& matrix,
+                         bool invisibleToCamera) {
+    if (object->GetPolygonCount() < 1) {
+        return;
+    }
+    ExportedMesh fresh;
+    const ExportedMesh& mesh = meshOf(exporter, object, fresh);
+    if (!mesh.uid.isValid()) {
+        return;
+    }
+    if (const BaseTag* const portal = object->GetTag(PLUGINID_EXIT_PORTAL_TAG)) {
+        if (portal->GetDataInstance()->GetBool(EXIT_PORTAL_ENABLED)) {
+            exportExitPortal(exporter, object, mesh.uid, matrix, mesh.materials.size());
+        }
+        return;
+    }
+    const Ref<Quenza::SceneNodeModel> model = makeModel(exporter, object, mesh.uid, mesh.materials, matrix);
+    model->invisible_to_camera = invisibleToCamera;
+    addModel(exporter, object, model);
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#include "plugin/preview_scenes.h"
+
+#include "export/plugin_ids.h"
+#include "export/plugin_state.h"
+#include "export/text.h"
+#include "foundation/file_utils.h"
+#include "host/general.h"
+
+void addPreviewScenes() {
+    if (!pluginState().pluginPath) {
+        return;
+    }
+    const Filename folder = *pluginState().pluginPath + "res" + "materialpreview";
+    if (!GeFExist(folder, true)) {
+        return;
+    }
+    for (const Quenza::String& entry : Quenza::FileUtils::getFilesInDir(toSceneString(folder))) {
+        if (!AddUserPreviewScene(folder + toFilename(entry), PLUGINID_MATERIAL)) {
+            GePrint(String("Failed loading preview scene: ") + toHostString(entry));
+        }
+    }
+}
