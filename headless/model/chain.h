@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 namespace headless {
 
@@ -61,5 +62,15 @@ private:
     T* first_ = nullptr;
     T* last_ = nullptr;
 };
+
+/// Destroys a tree of nodes, each of which owns a chain that `childrenOf` gives: one after the other, since a
+/// tree may be deeper than the stack.
+template <class T, class ChildrenOf>
+void destroyTree(Chain<T>& top, const ChildrenOf& childrenOf) {
+    while (T* const node = top.first()) {
+        top.takeAll(childrenOf(*node));
+        top.remove(*node);
+    }
+}
 
 } // namespace headless

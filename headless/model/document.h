@@ -46,6 +46,10 @@ public:
     const View& view() const { return view_; }
     UndoStack& undo() { return undo_; }
 
+    /// For a document that was just copied from `source`: the choices among its nodes, which `copyOf` leads
+    /// to their copies.
+    void adoptChoices(const Document& source, const std::function<Node*(const Node*)>& copyOf);
+
     int32_t fps() const { return fps_; }
     /// At least 1.
     void setFps(int32_t fps);
@@ -57,14 +61,13 @@ public:
     Filename path;
     Filename fileName;
 
-    /// A document is never copied as a whole by assign; its clone has copies of all its nodes.
     void assign(const Node& source) override;
     std::unique_ptr<Node> makeEmpty() const override;
-    void visitParts(const std::function<void(Node&)>& visit) const override;
+    void visitOwned(Owned which, const std::function<void(Node&)>& visit) const override;
+    void appendOwned(std::unique_ptr<Node> node) override;
 
 private:
     friend std::unique_ptr<Node> removeNode(Node&);
-    friend class NodeCopies;
 
     int32_t fps_ = 30;
     Chain<Layer> layers_;

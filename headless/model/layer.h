@@ -29,7 +29,8 @@ public:
 
     void assign(const Node& source) override;
     std::unique_ptr<Node> makeEmpty() const override;
-    void visitParts(const std::function<void(Node&)>& visit) const override;
+    void visitOwned(Owned which, const std::function<void(Node&)>& visit) const override;
+    void appendOwned(std::unique_ptr<Node> node) override;
     void setDocument(Document* document) override;
 
 private:

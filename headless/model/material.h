@@ -24,7 +24,8 @@ public:
     Shader* pred = nullptr;
 
     std::unique_ptr<Node> makeEmpty() const override;
-    void visitParts(const std::function<void(Node&)>& visit) const override;
+    void visitOwned(Owned which, const std::function<void(Node&)>& visit) const override;
+    void appendOwned(std::unique_ptr<Node> node) override;
     void setDocument(Document* document) override;
 
 private:
@@ -49,7 +50,8 @@ public:
     Material* pred = nullptr;
 
     std::unique_ptr<Node> makeEmpty() const override;
-    void visitParts(const std::function<void(Node&)>& visit) const override;
+    void visitOwned(Owned which, const std::function<void(Node&)>& visit) const override;
+    void appendOwned(std::unique_ptr<Node> node) override;
     void setDocument(Document* document) override;
 
 private:

@@ -5,10 +5,10 @@
 #include "host/baselink.h"
 #include "host/descid.h"
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 class NodeData;
 
@@ -16,10 +16,17 @@ namespace headless {
 
 class Document;
 class Layer;
-class NodeCopies;
-struct Track;
+struct Animation;
 
 enum class NodeKind : uint8_t { object, tag, material, shader, videoPost, renderData, layer, document };
+
+/// Which of the nodes that a node owns are meant.
+enum class Owned : uint8_t {
+    /// Those that make up the node: tags, shaders, video posts.
+    parts,
+    /// Parts, and children of an object or layer, and all lists of a document. Never caches.
+    all
+};
 
 /// An element of a document with a type, a name, info flags and a container of parameters: what the plug-in
 /// knows as BaseList2D. Nodes are made by node_types.h, held by std::unique_ptr while nobody owns them, and
@@ -41,7 +48,7 @@ public:
     /// The parameters. A plug-in may hold a pointer to it and write to it at any time.
     BaseContainer data;
     /// Animation of this node; null when it has none.
-    std::unique_ptr<std::vector<Track>> tracks;
+    std::unique_ptr<Animation> animation;
 
     /// Null for a node outside any document. Nodes of caches belong to their generator's document.
     Document* document() const { return document_; }
@@ -64,17 +71,18 @@ public:
     /// dead node whose token it was.
     void adoptLinkToken(LinkToken& token);
     /// Null when no link to this node was ever made.
-    LinkToken* linkToken() const { return token_; }
+    LinkToken* linkToken() const { return token_.load(std::memory_order_acquire); }
 
     /// Takes over name, flags, parameters and all else that belongs to the node alone from `source`, a node
     /// of the same class and type. Lists that the node is in or owns stay as they are.
     virtual void assign(const Node& source);
     /// A new node of the same class and type, with nothing in it.
     virtual std::unique_ptr<Node> makeEmpty() const = 0;
-    /// Calls `visit` for each node that this one owns and that shares its life: tags, shaders, video posts;
-    /// not children of an object, and no caches.
-    virtual void visitParts(const std::function<void(Node&)>& visit) const;
-    /// Calls `visit` for each link of the node outside its container.
+    /// Calls `visit` for each node that this one owns directly, in order.
+    virtual void visitOwned(Owned which, const std::function<void(Node&)>& visit) const;
+    /// Takes over a node of a kind that this one can own, behind the others.
+    virtual void appendOwned(std::unique_ptr<Node> node);
+    /// Calls `visit` for each link of the node, in its container or elsewhere.
     virtual void visitLinks(const std::function<void(BaseLink&)>& visit);
 
     /// For the lists of the model, which keep it true for whole branches.
@@ -84,18 +92,16 @@ public:
 
 protected:
     Node(NodeKind kind, int32_t type);
-    /// To be called first in the destructors of classes that a plug-in's instance may know: it is freed while
-    /// the node is still whole.
-    void releasePluginData();
+    /// To be called first in the destructors of the classes: while the node is still whole, the plug-in's
+    /// instance is freed and the links to the node go null.
+    void retire();
 
 private:
-    friend class NodeCopies;
-
     const NodeKind kind_;
     const int32_t type_;
     Document* document_ = nullptr;
     std::unique_ptr<NodeData> pluginData_;
-    LinkToken* token_ = nullptr;
+    std::atomic<LinkToken*> token_{nullptr};
     BaseLink layer_;
 };
 

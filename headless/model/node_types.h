@@ -97,6 +97,7 @@ std::unique_ptr<Shader> createShader(int32_t type);
 std::unique_ptr<VideoPost> createVideoPost(int32_t type);
 
 std::unique_ptr<PolygonNode> createPolygons(size_t pointCount, size_t polygonCount);
+std::unique_ptr<RenderDataNode> createRenderData();
 
 /// Makes the plug-in's instance of a node of a registered type and lets it set the node's defaults; a node of
 /// another type is left alone.

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "headless/model/rotation.h"
 #include "host/gedata.h"
 
+#include <optional>
 #include <vector>
 
 namespace headless {
@@ -49,6 +51,13 @@ struct Track {
     Interpolation interpolation = Interpolation::linear;
     /// By rising time.
     std::vector<Key> keys;
+};
+
+struct Animation {
+    std::vector<Track> tracks;
+    /// The parts from which the tracks last made the local matrix. They tell what the matrix alone doesn't:
+    /// the rotation behind a scale of zero, and which of the axes is the mirrored one.
+    std::optional<MatrixParts> applied;
 };
 
 /// The track's value at a time in seconds; empty without keys. Whole numbers move along the line and are

@@ -13,14 +13,15 @@ struct UndoStep {
     UndoType type;
     /// The node, as long as it lives.
     BaseLink node;
-    /// Change: nodes (the one given and its tags or shaders) with copies of what they held.
-    /// Deletion: one copy of the node with all below it.
+    /// Change: the node and its parts, with copies of what each held.
+    /// Deletion: the node with one copy of all of it.
     std::vector<std::pair<BaseLink, std::unique_ptr<Node>>> copies;
 
     // Deletion: where the node was.
     BaseLink owner;
     BaseLink behind;
-    /// Deletion: tokens of the deleted nodes, as links, and the nodes of the copy that take their places.
+    /// Deletion: tokens of the deleted nodes, each with a reference, and the nodes of the copy that take
+    /// their places.
     std::vector<std::pair<LinkToken*, Node*>> successors;
 
     UndoStep(UndoType stepType, Node& target);

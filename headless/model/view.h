@@ -32,6 +32,7 @@ public:
     Object& editorCamera() const { return *editorCamera_; }
     /// The camera that the artist chose for the view, or null.
     void setSceneCamera(Object* camera);
+    Object* chosenCamera() const;
     /// The chosen camera when it is alive and of `document`, else the view's own.
     Object* sceneCamera(const Document* document) const;
 

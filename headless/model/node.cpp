@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+#include "headless/model/node.h"
+
+#include "headless/model/handles.h"
+#include "headless/model/track.h"
+#include "host/inexclude.h"
+#include "host/plugin_data.h"
+
+namespace headless {
+
+namespace {
+
+int32_t baseType(NodeKind kind) {
+    switch (kind) {
+    case NodeKind::object:
+        return Obase;
+    case NodeKind::tag:
+        return Tbase;
+    case NodeKind::material:
+        return Mbase;
+    case NodeKind::shader:
+        return Xbase;
+    case NodeKind::videoPost:
+        return VPbase;
+    default:
+        return 0;
+    }
+}
+
+void release(LinkToken& token) {
+    if (token.references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        delete &token;
+    }
+}
+
+void visitLinksOf(BaseContainer& container, const std::function<void(BaseLink&)>& visit);
+
+void visitLinksOf(GeData& value, const std::function<void(BaseLink&)>& visit) {
+    if (const BaseLink* const link = value.GetBaseLink()) {
+        visit(const_cast<BaseLink&>(*link));
+    } else if (BaseContainer* const inner = value.GetContainer()) {
+        visitLinksOf(*inner, visit);
+    } else if (CustomDataType* const custom = value.GetCustomDataType(CUSTOMDATATYPE_INEXCLUDE_LIST)) {
+        auto& list = *static_cast<InExcludeData*>(custom);
+        for (int32_t i = 0; i < list.GetObjectCount(); ++i) {
+            visit(list.LinkFromIndex(i));
+        }
+    }
+}
+
+void visitLinksOf(BaseContainer& container, const std::function<void(BaseLink&)>& visit) {
+    for (int32_t i = 0; i < container.GetCount(); ++i) {
+        visitLinksOf(const_cast<GeData&>(container.GetIndexData(i)), visit);
+    }
+}
+
+} // namespace
+
+Node::Node(NodeKind kind, int32_t type) : kind_(kind), type_(type) {}
+
+Node::~Node() {
+    retire();
+}
+
+void Node::retire() {
+    if (pluginData_) {
+        pluginData_->Free(toHost(this));
+        pluginData_.reset();
+    }
+    if (LinkToken* const token = token_.exchange(nullptr)) {
+        token->target = nullptr;
+        release(*token);
+    }
+}
+
+bool Node::isInstanceOf(int32_t type) const {
+    return type == type_ || (type != 0 && type == baseType(kind_));
+}
+
+Layer* Node::layer() const {
+    return static_cast<Layer*>(fromHost(layer_.GetLink()));
+}
+
+void Node::setLayer(Layer* layer) {
+    layer_.SetLink(toHost(layer));
+}
+
+bool Node::parameter(const DescID& id, GeData& value) const {
+    const GeData* const found = data.FindData(id[0]);
+    value = found ? *found : GeData();
+    return found != nullptr;
+}
+
+bool Node::setParameter(const DescID& id, const GeData& value) {
+    GeData accepted = value;
+    if (pluginData_ && !pluginData_->SetDParameter(toHost(this), id, accepted)) {
+        return false;
+    }
+    data.SetData(id[0], std::move(accepted));
+    return true;
+}
+
+bool Node::message(int32_t type, void* messageData) {
+    return pluginData_ ? pluginData_->Message(toHost(this), type, messageData) : true;
+}
+
+LinkToken* Node::acquireLinkToken() {
+    LinkToken* token = linkToken();
+    if (!token) {
+        // Two threads may set the first link to a node at once.
+        auto fresh = std::make_unique<LinkToken>();
+        fresh->target = toHost(this);
+        if (token_.compare_exchange_strong(token, fresh.get(), std::memory_order_acq_rel)) {
+            token = fresh.release();
+        }
+    }
+    token->references.fetch_add(1, std::memory_order_relaxed);
+    return token;
+}
+
+void Node::adoptLinkToken(LinkToken& token) {
+    token.references.fetch_add(1, std::memory_order_relaxed);
+    token.target = toHost(this);
+    token_.store(&token, std::memory_order_release);
+}
+
+void Node::assign(const Node& source) {
+    name = source.name;
+    info = source.info & ~BIT_CONTROLOBJECT;
+    data = source.data;
+    animation = source.animation ? std::make_unique<Animation>(*source.animation) : nullptr;
+    layer_ = source.layer_;
+    if (pluginData_ && source.pluginData_) {
+        source.pluginData_->CopyTo(pluginData_.get(), toHost(&source), toHost(this));
+    }
+}
+
+void Node::visitOwned(Owned, const std::function<void(Node&)>&) const {}
+
+void Node::appendOwned(std::unique_ptr<Node>) {}
+
+void Node::visitLinks(const std::function<void(BaseLink&)>& visit) {
+    visit(layer_);
+    visitLinksOf(data, visit);
+    if (animation) {
+        for (Track& track : animation->tracks) {
+            for (Key& key : track.keys) {
+                visitLinksOf(key.value, visit);
+            }
+        }
+    }
+}
+
+void Node::setPluginData(std::unique_ptr<NodeData> pluginData) {
+    pluginData_ = std::move(pluginData);
+}
+
+} // namespace headless

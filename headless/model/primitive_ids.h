@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/ids.h"
+
+// Numbers of the built-in types' parameters, beside those that the plug-in itself names in host/ids.h.
+// Lengths are document units, angles radians. Documents store the numbers; their names and defaults stand in
+// builtin_types.cpp.
+
+namespace headless {
+
+enum PrimitiveParameter : int32_t {
+    PRIM_CUBE_SIZE = 1100,
+    PRIM_CUBE_SUBX = 1101,
+    PRIM_CUBE_SUBY = 1102,
+    PRIM_CUBE_SUBZ = 1103,
+
+    PRIM_DISC_INNER_RAD = 1160,
+    PRIM_DISC_RAD = 1161,
+    PRIM_DISC_SUB = 1162,
+    PRIM_DISC_SEG = 1163,
+
+    PRIM_PLANE_WIDTH = 1230,
+    PRIM_PLANE_HEIGHT = 1231,
+    PRIM_PLANE_SUBW = 1232,
+    PRIM_PLANE_SUBH = 1233,
+
+    /// Direction of a primitive's axis: 0 +X, 1 -X, 2 +Y, 3 -Y, 4 +Z, 5 -Z.
+    PRIM_AXIS = 1300,
+
+    PRIM_CYLINDER_RADIUS = 5000,
+    PRIM_CYLINDER_HEIGHT = 5005,
+    PRIM_CYLINDER_SUBH = 5006,
+    PRIM_CYLINDER_SEG = 5008,
+    PRIM_CYLINDER_CAPS = 5009,
+    PRIM_CYLINDER_SUBCAP = 5010,
+
+    PRIM_CONE_TOP_RAD = 1170,
+    PRIM_CONE_BOTTOM_RAD = 1171,
+    PRIM_CONE_HEIGHT = 1172,
+    PRIM_CONE_SUBH = 1173,
+    PRIM_CONE_SEG = 1174,
+    PRIM_CONE_CAPS = 1175,
+    PRIM_CONE_SUBCAP = 1176,
+
+    PRIM_TORUS_RING_RAD = 1180,
+    PRIM_TORUS_RING_SEG = 1181,
+    PRIM_TORUS_PIPE_RAD = 1182,
+    PRIM_TORUS_PIPE_SEG = 1183,
+
+    PRIM_TUBE_INNER_RAD = 1190,
+    PRIM_TUBE_OUTER_RAD = 1191,
+    PRIM_TUBE_HEIGHT = 1192,
+    PRIM_TUBE_SUBH = 1193,
+    PRIM_TUBE_SEG = 1194,
+    PRIM_TUBE_SUBCAP = 1195,
+};
+
+enum GeneratorParameter : int32_t {
+    ARRAY_RADIUS = 2000,
+    ARRAY_COPIES = 2001,
+
+    /// The mirror: 0 the YZ plane, 1 XZ, 2 XY.
+    SYMMETRY_PLANE = 2010,
+    SYMMETRY_WELD = 2011,
+    SYMMETRY_TOLERANCE = 2012,
+};
+
+enum DeformerParameter : int32_t {
+    DEFORM_SIZE = 2020,
+    /// Bend and twist: an angle. Taper and bulge: a fraction.
+    DEFORM_STRENGTH = 2021,
+    /// 0 limited, 1 within the box, 2 unlimited.
+    DEFORM_MODE = 2022,
+    DEFORM_BEND_DIRECTION = 2023,
+    DEFORM_BEND_KEEP_LENGTH = 2024,
+    DEFORM_TAPER_CURVATURE = 2025,
+};
+
+enum CameraParameter : int32_t {
+    CAMERA_ZOOM = 1000,
+    /// 0 perspective, 1 parallel.
+    CAMERA_PROJECTION = 1001,
+    /// Width of the film in millimetres.
+    CAMERA_APERTURE = 1006,
+    /// Horizontal field of view.
+    CAMERA_FOV = 1008,
+    CAMERA_TARGET_DISTANCE = 1010,
+    CAMERA_FILM_OFFSET_X = 1118,
+    CAMERA_FILM_OFFSET_Y = 1119,
+};
+
+enum LightParameter : int32_t {
+    LIGHT_COLOR = 90000,
+    LIGHT_BRIGHTNESS = 90001,
+    LIGHT_AREADETAILS_SIZEX = 100010,
+    LIGHT_AREADETAILS_SIZEY = 100011,
+    LIGHT_AREADETAILS_SIZEZ = 100012,
+};
+
+/// Of the host's standard material and its bitmap shader.
+enum MaterialParameter : int32_t {
+    BITMAPSHADER_FILENAME = 1000,
+
+    MATERIAL_TRANSPARENCY_REFRACTION = 1005,
+    MATERIAL_BUMP_STRENGTH = 1009,
+    MATERIAL_ALPHA_INVERT = 1014,
+    MATERIAL_SPECULAR_WIDTH = 1016,
+    MATERIAL_SPECULAR_HEIGHT = 1017,
+    MATERIAL_DISPLACEMENT_HEIGHT = 1025,
+    /// Illumination model; 2 is Oren-Nayar.
+    MATERIAL_ILLUMINATION_MODEL = 1134,
+
+    MATERIAL_COLOR_COLOR = 2100,
+    MATERIAL_COLOR_BRIGHTNESS = 2101,
+    MATERIAL_LUMINANCE_COLOR = 2300,
+    MATERIAL_LUMINANCE_BRIGHTNESS = 2301,
+    MATERIAL_TRANSPARENCY_COLOR = 2400,
+    MATERIAL_TRANSPARENCY_BRIGHTNESS = 2401,
+    MATERIAL_REFLECTION_COLOR = 2500,
+    MATERIAL_REFLECTION_BRIGHTNESS = 2501,
+
+    MATERIAL_COLOR_SHADER = 8000,
+    MATERIAL_LUMINANCE_SHADER = 8002,
+    MATERIAL_BUMP_SHADER = 8006,
+    MATERIAL_ALPHA_SHADER = 8007,
+    MATERIAL_SPECULAR_SHADER = 8008,
+    MATERIAL_DISPLACEMENT_SHADER = 8009,
+    MATERIAL_NORMAL_SHADER = 8012,
+    MATERIAL_TRANSPARENCY_DISPERSION = 8020,
+    MATERIAL_REFLECTION_DISPERSION = 8021,
+};
+
+} // namespace headless
