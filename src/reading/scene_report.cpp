@@ -5,7 +5,7 @@
 #include "foundation/file_utils.h"
 #include "reading/mesh_check.h"
 #include "reading/xml_file.h"
-#include "scene/mesh_file.h"
+#include "scene/mesh.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -121,7 +121,7 @@ private:
         }
         try {
             Mesh data;
-            readFromFile(path, data);
+            Mesh::readFromFile(path, data);
             data.endOfModel();
             const std::string unsound = checkMesh(data);
             if (!unsound.empty()) {
