@@ -168,5 +168,5 @@ bool GeData::operator==(const GeData& other) const {
                 return value == otherValue;
             }
         },
-        other.value_);
+        value_);
 }

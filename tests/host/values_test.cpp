@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "host/basecontainer.h"
+#include "host/baseselect.h"
+#include "host/filename.h"
+#include "host/general.h"
+#include "host/string.h"
+
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace {
+
+std::string ranges(const BaseSelect& selection) {
+    std::string text;
+    int32_t from = 0, to = 0;
+    for (int32_t n = 0; selection.GetRange(n, &from, &to); ++n) {
+        text += (n ? " " : "") + std::to_string(from) + "-" + std::to_string(to);
+    }
+    return text;
+}
+
+TEST(BaseSelect, JoinsNeighboursAndOverlaps) {
+    BaseSelect selection;
+    for (const auto& [from, to] : {std::pair{10, 12}, {3, 4}, {5, 6}, {20, 20}, {11, 19}, {8, 7}, {-2, 1}}) {
+        selection.SelectRange(from, to);
+    }
+    EXPECT_EQ(ranges(selection), "3-6 10-20");
+    EXPECT_EQ(selection.GetCount(), 15);
+    EXPECT_TRUE(selection.IsSelected(20));
+    EXPECT_FALSE(selection.IsSelected(7));
+}
+
+TEST(BaseSelect, InvertsWithinTheLimits) {
+    const struct {
+        std::vector<std::pair<int32_t, int32_t>> selected;
+        const char* expected;
+    } cases[] = {{{}, "0-9"}, {{{0, 9}}, ""}, {{{2, 3}, {5, 5}}, "0-1 4-4 6-9"}, {{{8, 12}}, "0-7 10-12"}};
+    for (const auto& test : cases) {
+        BaseSelect selection;
+        for (const auto& [from, to] : test.selected) {
+            selection.SelectRange(from, to);
+        }
+        selection.ToggleAll(0, 9);
+        EXPECT_EQ(ranges(selection), test.expected);
+    }
+}
+
+TEST(BaseSelect, MergesAnotherSelection) {
+    BaseSelect a, b;
+    a.SelectRange(0, 3);
+    a.SelectRange(10, 11);
+    b.SelectRange(2, 5);
+    b.SelectRange(12, 12);
+    a.Merge(b);
+    EXPECT_EQ(ranges(a), "0-5 10-12");
+}
+
+TEST(Filename, TakesPathsApart) {
+    const struct {
+        const char* path;
+        const char* directory;
+        const char* file;
+        const char* suffix;
+        const char* withSuffix;
+    } cases[] = {
+        {"/a/b.c/d.e.txt", "/a/b.c", "d.e.txt", "txt", "/a/b.c/d.e.qzs"},
+        {"/a/b.c/d", "/a/b.c", "d", "", "/a/b.c/d.qzs"},
+        {"d.txt", "", "d.txt", "txt", "d.qzs"},
+        {"/d", "/", "d", "", "/d.qzs"},
+        {"/a/", "/a", "", "", "/a/.qzs"},
+        {"", "", "", "", ".qzs"},
+    };
+    for (const auto& test : cases) {
+        Filename path(test.path);
+        EXPECT_EQ(path.GetDirectory().GetUtf8(), test.directory);
+        EXPECT_EQ(path.GetFile().GetUtf8(), test.file);
+        EXPECT_EQ(path.GetSuffix().GetUtf8(), test.suffix);
+        path.SetSuffix("qzs");
+        EXPECT_EQ(path.GetUtf8(), test.withSuffix);
+    }
+    EXPECT_EQ((Filename("/") + "a").GetUtf8(), "/a");
+    EXPECT_EQ((Filename() + "a").GetUtf8(), "a");
+}
+
+TEST(String, CountsCharactersNotBytes) {
+    String text("a\xC3\xBC\xF0\x9F\x98\x80z\xFF!");
+    EXPECT_EQ(text.GetLength(), 6);
+    int32_t position = 0;
+    ASSERT_TRUE(text.FindFirst("z", &position));
+    EXPECT_EQ(position, 3);
+    text.Delete(1, 2);
+    EXPECT_EQ(text.GetUtf8(), "az\xFF!");
+    text.Insert(2, "\xE2\x82\xAC");
+    EXPECT_EQ(text.GetUtf8(), "az\xE2\x82\xAC\xFF!");
+    EXPECT_EQ(text.SubStr(2, 1).GetUtf8(), "\xE2\x82\xAC");
+    EXPECT_FALSE(text.FindFirst("a", nullptr, 1));
+}
+
+TEST(String, FormatsNumbers) {
+    EXPECT_EQ(RealToString(1.5, -1, 3).GetUtf8(), "1.500");
+    EXPECT_EQ(RealToString(0.1, 8, 2, '0').GetUtf8(), "00000.10");
+    EXPECT_EQ(RealToString(0.1).GetUtf8(), "0.1");
+    EXPECT_EQ(LongToString(-5).GetUtf8(), "-5");
+}
+
+TEST(BaseContainer, ConvertsNumbersAndKeepsItsOrder) {
+    BaseContainer data;
+    data.SetReal(3, 1800.9f);
+    data.SetBool(1, true);
+    data.SetString(2, "x");
+    data.SetReal(3, -2.9f);
+    EXPECT_EQ(data.GetLong(3), -2) << "cut, not rounded";
+    EXPECT_EQ(data.GetLong(1), 1);
+    EXPECT_EQ(data.GetLong(2, 7), 0) << "a text is no number, but it is there";
+    EXPECT_EQ(data.GetLong(9, 7), 7);
+    EXPECT_EQ(data.GetIndexId(0), 3);
+    data.SetReal(3, std::numeric_limits<float>::infinity());
+    EXPECT_EQ(data.GetLong(3), std::numeric_limits<int32_t>::max());
+
+    BaseContainer outer;
+    outer.SetContainer(1, data);
+    const BaseContainer copy = outer;
+    outer.GetContainerInstance(1)->SetBool(1, false);
+    EXPECT_TRUE(copy.GetContainer(1).GetBool(1)) << "a copy is deep";
+    EXPECT_FALSE(copy == outer);
+    EXPECT_TRUE(data.RemoveData(2));
+    EXPECT_FALSE(data.RemoveData(2));
+}
+
+TEST(Matrix, InvertsWhatItMultiplies) {
+    const Matrix matrix({1e4f, -2, 3}, {0, 2, 0}, {1e-3f, 0, 0}, {0.5f, 0, 4});
+    const Matrix identity = matrix * matrix.GetInverse();
+    EXPECT_NEAR(identity.axisX.x, 1.0f, 1e-6f);
+    EXPECT_NEAR(identity.off.GetLength(), 0.0f, 1e-3f);
+    EXPECT_EQ(Matrix({1, 2, 3}, {}, {}, {}).GetInverse(), Matrix());
+}
+
+TEST(Random, StaysBelowOneAndRepeats) {
+    Random a, b;
+    a.Init(0);
+    b.Init(0);
+    float sum = 0.0f;
+    for (int i = 0; i < 10000; ++i) {
+        const float value = a.Get01();
+        ASSERT_TRUE(value >= 0.0f && value < 1.0f);
+        ASSERT_EQ(value, b.Get01());
+        sum += value;
+    }
+    EXPECT_NEAR(sum / 10000.0f, 0.5f, 0.02f);
+}
+
+} // namespace
