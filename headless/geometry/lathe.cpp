@@ -22,7 +22,11 @@ void orient(PolyMesh& mesh, Axis orientation) {
     }
 }
 
-Lathe::Lathe(int segments) : segments_(segments) {
+Lathe::Lathe(int segments, int rows) : segments_(segments) {
+    const std::size_t count = static_cast<std::size_t>(segments) * static_cast<std::size_t>(rows);
+    mesh_.points.reserve(count);
+    mesh_.polygons.reserve(count);
+    mesh_.uvw.reserve(count);
     for (int i = 0; i <= segments; ++i) {
         const double angle = 2.0 * std::numbers::pi * (i % segments) / segments;
         cosines_.push_back(std::cos(angle));

@@ -19,7 +19,8 @@ void orient(PolyMesh& mesh, Axis orientation);
 /// the top to the bottom, the inner wall of a tube upwards), which is also the direction of the texture's v.
 class Lathe {
 public:
-    explicit Lathe(int segments);
+    /// Room is made for `rows` rows and as many bands.
+    Lathe(int segments, int rows);
 
     /// A circle with as many points as there are segments; returns the row's number.
     int addRing(double radius, double y);

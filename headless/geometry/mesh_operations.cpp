@@ -31,18 +31,22 @@ void transformMesh(PolyMesh& mesh, const Matrix& matrix) {
 }
 
 void appendMesh(PolyMesh& target, const PolyMesh& source, const Matrix& matrix) {
-    PolyMesh copy = source;
-    transformMesh(copy, matrix);
     const auto offset = static_cast<int32_t>(target.points.size());
-    if (!target.uvw.empty() || !copy.uvw.empty()) {
-        target.uvw.resize(target.polygons.size());
-        copy.uvw.resize(copy.polygons.size());
-        target.uvw.insert(target.uvw.end(), copy.uvw.begin(), copy.uvw.end());
+    const std::size_t firstPolygon = target.polygons.size();
+    const Affine transform(matrix);
+    if (!target.uvw.empty() || !source.uvw.empty()) {
+        target.uvw.resize(firstPolygon);
+        target.uvw.insert(target.uvw.end(), source.uvw.begin(), source.uvw.end());
+        target.uvw.resize(firstPolygon + source.polygons.size());
     }
-    target.points.insert(target.points.end(), copy.points.begin(), copy.points.end());
-    target.polygons.reserve(target.polygons.size() + copy.polygons.size());
-    for (const CPolygon& polygon : copy.polygons) {
+    for (const Vector& point : source.points) {
+        target.points.push_back(transform.point(point).toVector());
+    }
+    for (const CPolygon& polygon : source.polygons) {
         target.polygons.push_back(shifted(polygon, offset));
+    }
+    if (isMirrored(matrix)) {
+        flipWinding(target, firstPolygon);
     }
 }
 

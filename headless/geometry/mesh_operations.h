@@ -15,7 +15,7 @@ bool isMirrored(const Matrix& matrix);
 void transformMesh(PolyMesh& mesh, const Matrix& matrix);
 
 /// Adds `source`, transformed as by `transformMesh`, behind the points and polygons of `target`. When only
-/// one of the two has UVWs the other's are zero.
+/// one of the two has UVWs the other's are zero. `source` is another mesh than `target`.
 void appendMesh(PolyMesh& target, const PolyMesh& source, const Matrix& matrix);
 
 struct SymmetryParameters {

@@ -30,8 +30,8 @@ bool validate(const PolyMesh& mesh, std::string& reason) {
     return true;
 }
 
-void flipWinding(PolyMesh& mesh) {
-    for (std::size_t i = 0; i < mesh.polygons.size(); ++i) {
+void flipWinding(PolyMesh& mesh, std::size_t first) {
+    for (std::size_t i = first; i < mesh.polygons.size(); ++i) {
         CPolygon& polygon = mesh.polygons[i];
         const bool triangle = polygon.IsTriangle();
         std::swap(polygon.b, triangle ? polygon.c : polygon.d);

@@ -53,8 +53,9 @@ inline Vec3 areaVector(std::span<const Vector> points, const CPolygon& polygon) 
 /// The other functions of this kernel take meshes that pass; positions may be any numbers, also NaN.
 bool validate(const PolyMesh& mesh, std::string& reason);
 
-/// Polygons with the corners in reverse, the first kept first; triangles stay triangles. UVWs go along.
-void flipWinding(PolyMesh& mesh);
+/// Reverses the corners of the polygons from `first` on, keeping each first corner; triangles stay triangles.
+/// UVWs go along.
+void flipWinding(PolyMesh& mesh, std::size_t first = 0);
 
 struct Bounds {
     Vector centre;

@@ -91,6 +91,11 @@ PolyMesh makeCube(const CubeParameters& parameters) {
                                    cellsOf(parameters.segmentsY, size.y),
                                    cellsOf(parameters.segmentsZ, size.z)};
     PolyMesh mesh;
+    const std::size_t sideCells = static_cast<std::size_t>(cells[0]) * static_cast<std::size_t>(cells[1]) +
+                                  static_cast<std::size_t>(cells[1]) * static_cast<std::size_t>(cells[2]) +
+                                  static_cast<std::size_t>(cells[2]) * static_cast<std::size_t>(cells[0]);
+    mesh.polygons.reserve(2 * sideCells);
+    mesh.uvw.reserve(2 * sideCells);
     for (const AxisFrame& frame : axisFrames) {
         if (std::abs(dot(frame.right, size)) > 0.0 && std::abs(dot(frame.up, size)) > 0.0) {
             mesh.points.resize(static_cast<std::size_t>(BoxGrid(cells[0], cells[1], cells[2]).pointCount()));

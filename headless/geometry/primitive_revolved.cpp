@@ -60,7 +60,7 @@ PolyMesh makeFrustum(const FrustumShape& shape, int rotationSegments, Axis orien
     if ((shape.topRadius == 0.0 && shape.bottomRadius == 0.0) || (!wall && !topCap && !bottomCap)) {
         return {};
     }
-    Lathe lathe(rotationSegments);
+    Lathe lathe(rotationSegments, shape.heightSegments + 2 * shape.capSegments + 1);
     const auto addEnd = [&](double radius, double y) {
         return radius > 0.0 ? lathe.addRing(radius, y) : lathe.addPole(y);
     };
@@ -88,10 +88,11 @@ PolyMesh makeDisc(const DiscParameters& parameters) {
     if (inner >= outer) {
         return {};
     }
-    Lathe lathe(rotationSegmentsOf(parameters.rotationSegments));
+    const int discSegments = rowSegmentsOf(parameters.discSegments);
+    Lathe lathe(rotationSegmentsOf(parameters.rotationSegments), discSegments + 1);
     const int innerRow = inner > 0.0 ? lathe.addRing(inner, 0.0) : lathe.addPole(0.0);
     const int outerRow = lathe.addRing(outer, 0.0);
-    addCapRows(lathe, innerRow, inner, outerRow, outer, 0.0, rowSegmentsOf(parameters.discSegments), true);
+    addCapRows(lathe, innerRow, inner, outerRow, outer, 0.0, discSegments, true);
     return lathe.take(parameters.orientation);
 }
 
@@ -125,7 +126,7 @@ PolyMesh makeTube(const TubeParameters& parameters) {
         return {};
     }
     const double top = height / 2.0;
-    Lathe lathe(rotationSegments);
+    Lathe lathe(rotationSegments, 2 * (heightSegments + capSegments));
     const int outerTop = lathe.addRing(outer, top);
     const int outerBottom = lathe.addRing(outer, -top);
     const int innerBottom = lathe.addRing(inner, -top);
@@ -146,7 +147,7 @@ PolyMesh makeTorus(const TorusParameters& parameters) {
     if (ring == 0.0 || pipe == 0.0) {
         return {};
     }
-    Lathe lathe(rotationSegmentsOf(parameters.ringSegments));
+    Lathe lathe(rotationSegmentsOf(parameters.ringSegments), pipeSegments);
     std::vector<int> rows;
     for (int i = 0; i < pipeSegments; ++i) {
         const double angle = std::numbers::pi - 2.0 * std::numbers::pi * i / pipeSegments;

@@ -17,7 +17,7 @@ namespace {
 PolyMesh makeRowSphere(double radius, int segments, bool upperHalf) {
     const int rowCount = upperHalf ? std::max(1, segments / 4) : std::max(2, segments / 2);
     const double lastV = upperHalf ? 0.5 : 1.0;
-    Lathe lathe(segments);
+    Lathe lathe(segments, rowCount + 1);
     int previous = lathe.addPole(radius);
     for (int i = 1; i <= rowCount; ++i) {
         const double v = lastV * i / rowCount;

@@ -23,6 +23,9 @@ void addRing(std::vector<Vec3>& vertices, int count, double y, double turn) {
 class Subdivision {
 public:
     Subdivision(const Solid& solid, int divisions) : solid_(solid), divisions_(divisions) {
+        const auto cells = static_cast<std::size_t>(divisions) * static_cast<std::size_t>(divisions);
+        mesh_.polygons.reserve(solid.faces.size() * cells);
+        mesh_.points.reserve(solid.faces.size() * cells / 2 + 2);
         for (const Vec3& vertex : solid.vertices) {
             mesh_.points.push_back(vertex.toVector());
         }

@@ -12,25 +12,30 @@ namespace headless::geometry {
 
 namespace {
 
-/// Kept points, hashed by the cell of a grid that is twice as wide as the tolerance: what lies near a point
-/// is in its cell or in one of the seven on the nearer sides.
+/// Kept points, hashed by the cell of a grid that is eight times as wide as the tolerance. What lies near a
+/// point is in its cell, or in those of the seven on the nearer sides whose border is within the tolerance:
+/// seldom any.
 class PointGrid {
 public:
     PointGrid(std::size_t capacity, double tolerance)
-        : cellSize_(2.0 * tolerance), squaredTolerance_(tolerance * tolerance),
-          heads_(std::bit_ceil(capacity + 1), -1) {}
+        : tolerance_(tolerance), heads_(std::bit_ceil(capacity + 1), -1) {
+        next_.reserve(capacity);
+    }
 
     /// The first kept point within the tolerance, or -1.
     int32_t find(std::span<const Vector> kept, const Vec3& p) const {
+        const std::array<CellRange, 3> ranges{rangeOf(p.x), rangeOf(p.y), rangeOf(p.z)};
         int32_t found = -1;
-        for (int neighbour = 0; neighbour < (cellSize_ > 0.0 ? 8 : 1); ++neighbour) {
-            const Vec3 cell(nearCell(p.x, neighbour & 1), nearCell(p.y, neighbour & 2),
-                            nearCell(p.z, neighbour & 4));
-            for (int32_t i = heads_[bucketOf(cell)]; i >= 0; i = next_[static_cast<std::size_t>(i)]) {
-                const Vec3 offset = Vec3(kept[static_cast<std::size_t>(i)]) - p;
-                if (dot(offset, offset) <= squaredTolerance_ && (found < 0 || i < found)) {
-                    found = i;
-                }
+        for (unsigned neighbour = 0; neighbour < 8; ++neighbour) {
+            std::array<int64_t, 3> cell{};
+            bool wanted = true;
+            for (std::size_t axis = 0; axis < 3; ++axis) {
+                const bool side = ((neighbour >> axis) & 1u) != 0;
+                cell[axis] = side ? ranges[axis].nearby : ranges[axis].own;
+                wanted = wanted && (!side || ranges[axis].nearby != ranges[axis].own);
+            }
+            if (wanted) {
+                found = findIn(cell, kept, p, found);
             }
         }
         return found;
@@ -41,34 +46,56 @@ public:
         const auto index = static_cast<int32_t>(next_.size());
         next_.push_back(-1);
         if (!hidden) {
-            int32_t& head = heads_[bucketOf({nearCell(p.x, 0), nearCell(p.y, 0), nearCell(p.z, 0)})];
+            int32_t& head = heads_[bucketOf({rangeOf(p.x).own, rangeOf(p.y).own, rangeOf(p.z).own})];
             next_.back() = head;
             head = index;
         }
     }
 
 private:
-    /// The coordinate's own cell, or the next one on the nearer side.
-    double nearCell(double x, int nearerSide) const {
-        if (cellSize_ <= 0.0) {
-            return x + 0.0; // -0 and 0 are one place.
+    /// Cells along one axis: the coordinate's own, and the next one when its border is near, else the own
+    /// again.
+    struct CellRange {
+        int64_t own;
+        int64_t nearby;
+    };
+
+    CellRange rangeOf(double x) const {
+        if (tolerance_ <= 0.0) {
+            const auto bits = std::bit_cast<int64_t>(x + 0.0); // -0 and 0 are one place.
+            return {bits, bits};
         }
-        const double cell = std::floor(x / cellSize_);
-        const double side = x / cellSize_ - cell < 0.5 ? -1.0 : 1.0;
-        return nearerSide != 0 ? cell + side : cell;
+        const double width = 8.0 * tolerance_;
+        const double cell = std::floor(std::clamp(x / width, -4e18, 4e18));
+        const auto own = static_cast<int64_t>(cell);
+        const double inside = x - cell * width;
+        // The margin takes in what the division rounds off.
+        const double margin = 1.001 * tolerance_;
+        return {own, inside < margin ? own - 1 : inside > width - margin ? own + 1 : own};
     }
 
-    std::size_t bucketOf(const Vec3& cell) const {
+    int32_t findIn(const std::array<int64_t, 3>& cell, std::span<const Vector> kept, const Vec3& p,
+                   int32_t found) const {
+        for (int32_t i = heads_[bucketOf(cell)]; i >= 0; i = next_[static_cast<std::size_t>(i)]) {
+            const Vec3 offset = Vec3(kept[static_cast<std::size_t>(i)]) - p;
+            if (dot(offset, offset) <= tolerance_ * tolerance_ && (found < 0 || i < found)) {
+                found = i;
+            }
+        }
+        return found;
+    }
+
+    std::size_t bucketOf(const std::array<int64_t, 3>& cell) const {
         uint64_t hash = 0;
-        for (const double part : {cell.x, cell.y, cell.z}) {
-            hash = (hash ^ std::bit_cast<uint64_t>(part)) * 0x9E3779B97F4A7C15u;
-            hash ^= hash >> 32;
+        for (const int64_t part : cell) {
+            hash = (hash ^ static_cast<uint64_t>(part)) * 0x9E3779B97F4A7C15u;
+            hash ^= hash >> 29;
         }
-        return hash & (heads_.size() - 1);
+        hash *= 0xBF58476D1CE4E5B9u;
+        return (hash ^ (hash >> 32)) & (heads_.size() - 1);
     }
 
-    double cellSize_;
-    double squaredTolerance_;
+    double tolerance_;
     std::vector<int32_t> heads_;
     std::vector<int32_t> next_;
 };
