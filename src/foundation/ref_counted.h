@@ -52,6 +52,10 @@ private:
     mutable u32 ref_count = 0;
 };
 
+/// Delete an object that nobody holds any more.
+void deleteUnused(const RefCounted* object);
+void deleteUnused(const ThreadSafeRefCounted* object);
+
 /// Intrusive handle of objects derived from RefCounted or ThreadSafeRefCounted; may be null. The last handle
 /// to go deletes the object.
 template <class T>
@@ -96,7 +100,7 @@ private:
     }
     static void release(T* object) {
         if (object && object->decRefCount() == 0)
-            delete object;
+            deleteUnused(object);
     }
 
     T* object_ = nullptr;

@@ -86,9 +86,10 @@ double stringToDouble(const std::string& s) {
         StringToDoubleConverter::ALLOW_LEADING_SPACES | StringToDoubleConverter::ALLOW_TRAILING_SPACES,
         std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::quiet_NaN(), "Inf", "NaN");
     int processed = 0;
-    if (s.size() <= std::size_t(std::numeric_limits<int>::max())) {
+    const bool blank = s.find_first_not_of(" \t\r\n\v\f") == std::string::npos;
+    if (!blank && s.size() <= std::size_t(std::numeric_limits<int>::max())) {
         const double value = converter.StringToDouble(s.data(), int(s.size()), &processed);
-        if (!s.empty() && processed == int(s.size()))
+        if (processed == int(s.size()))
             return value;
     }
     throw StringUtilsExcep("Failed to convert '" + s + "' to a double.");

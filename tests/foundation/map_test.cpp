@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "foundation/map.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace Quenza {
+namespace {
+
+template <class K, class V>
+std::vector<K> keysOf(const Map<K, V>& map) {
+    std::vector<K> keys;
+    map.forEach([&keys](const K& key, const V&) { keys.push_back(key); });
+    return keys;
+}
+
+TEST(MapTest, RehashesAtThe36thEntry) {
+    Map<u32, u32> map;
+    for (u32 i = 0; i < 35; ++i)
+        map.insert(i, 10 * i);
+    EXPECT_EQ(map.bucketCount(), 4u);
+    map.insert(34, 1); // no new key
+    EXPECT_EQ(map.bucketCount(), 4u);
+    map.insert(35, 350);
+    EXPECT_EQ(map.bucketCount(), 8u);
+    EXPECT_EQ(map.size(), 36u);
+    EXPECT_EQ(*map.find(34), 1u);
+    EXPECT_EQ(*map.find(35), 350u);
+    EXPECT_EQ(map.find(36), nullptr);
+}
+
+TEST(MapTest, IteratesBucketByBucketInOrderOfInsertion) {
+    Map<u32, char> map;
+    for (const u32 key : {9u, 4u, 3u, 5u, 8u, 1u})
+        map.insert(key, 'x');
+    EXPECT_EQ(keysOf(map), (std::vector<u32>{4, 8, 9, 5, 1, 3}));
+    map.erase(5);
+    map.erase(77);
+    map.insert(5, 'y');
+    EXPECT_EQ(keysOf(map), (std::vector<u32>{4, 8, 9, 1, 5, 3}));
+    EXPECT_EQ(map.size(), 6u);
+}
+
+TEST(MapTest, HashesStringsBySignedBytes) {
+    EXPECT_EQ(mapHash(String()), 1u);
+    EXPECT_EQ(mapHash(String("ab")), 98u * 99u);
+    EXPECT_EQ(mapHash(String("a\xFF\x62")), 0u);
+    EXPECT_EQ(mapHash(String("\x80")), u64(0) - 127);
+    EXPECT_EQ(mapHash(String(std::string("\0\0", 2))), 1u);
+    u64 wrapped = 1;
+    for (int i = 0; i < 40; ++i)
+        wrapped *= 'z' + 1;
+    EXPECT_EQ(mapHash(String(40, 'z')), wrapped);
+}
+
+TEST(MapTest, PutsStringKeysInTheBucketOfTheirHash) {
+    Map<String, int> map;
+    for (const char* key : {"b", "x", "gpu", "bd", "d"}) // hashes modulo 4: 3, 1, 0, 3, 1
+        map.insert(key, 1);
+    const std::vector<String> expected{"gpu", "x", "d", "b", "bd"};
+    EXPECT_EQ(keysOf(map), expected);
+}
+
+TEST(MapTest, CopiesStandApart) {
+    Map<SceneNodeUID, String> map;
+    map.insert(SceneNodeUID(1), "one");
+    Map<SceneNodeUID, String> copy = map;
+    copy.insert(SceneNodeUID(1), "uno");
+    copy.insert(SceneNodeUID(), "none");
+    EXPECT_EQ(*map.find(SceneNodeUID(1)), "one");
+    EXPECT_FALSE(map.contains(SceneNodeUID::INVALID));
+    copy.clear();
+    EXPECT_EQ(copy.find(SceneNodeUID(1)), nullptr);
+    EXPECT_EQ(copy.size(), 0u);
+}
+
+} // namespace
+} // namespace Quenza

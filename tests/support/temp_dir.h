@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/platform.h"
+#include "foundation/string.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace Quenza {
+
+/// A new directory that goes with its content at the end of a test.
+class TempDir {
+public:
+    TempDir() {
+        static int count = 0;
+        const std::filesystem::path base = PlatformUtils::getTempDirectory().toStdString();
+        do
+            path_ = base / ("quenza_test_" + std::to_string(++count));
+        while (!std::filesystem::create_directory(path_));
+    }
+    ~TempDir() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    TempDir(const TempDir&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+
+    String path() const { return path_.string(); }
+    /// Path of an entry.
+    String operator/(const std::string& name) const { return (path_ / name).string(); }
+
+private:
+    std::filesystem::path path_;
+};
+
+inline std::string fileBytes(const String& path) {
+    std::ifstream file(path.toStdString(), std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+inline void writeBytes(const String& path, const std::string& bytes) {
+    std::ofstream(path.toStdString(), std::ios::binary) << bytes;
+}
+
+inline bool exists(const String& path) {
+    return std::filesystem::exists(path.toStdString());
+}
+
+} // namespace Quenza
