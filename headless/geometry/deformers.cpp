@@ -34,7 +34,8 @@ bool deform(std::span<Vector> points, const Matrix& toDeformer, const Vector& si
             }
             const double h = p.y + halfSize.y;
             const double used = mode == DeformMode::Unlimited ? h : std::clamp(h, 0.0, 2.0 * halfSize.y);
-            point = back->point(formula(p, used)).toVector();
+            const Vec3 moved = back->point(formula(p, used));
+            point = moved.isFinite() ? moved.toVector() : point;
         }
     });
     return true;

@@ -8,7 +8,8 @@
 /// The host's deformers. Each has a box of `size` around its origin and acts along the box's Y axis: its
 /// lower side is the fixed end. `toDeformer` brings the points into the deformer's space, where the formula
 /// is applied; they go back through its inverse. All return false, with the points untouched, when the matrix
-/// has no inverse or the box no height. Points that aren't finite stay as they are. Angles are in radians.
+/// has no inverse or the box no height. Points that aren't finite, or wouldn't be afterwards, stay as they
+/// are. Angles are in radians.
 ///
 /// Below, h is the height of a point over the lower side and H the box's height.
 namespace headless::geometry {

@@ -12,7 +12,8 @@ double validLength(float length) {
 }
 
 void orient(PolyMesh& mesh, Axis orientation) {
-    if (orientation == Axis::PlusY) {
+    const auto number = static_cast<std::size_t>(orientation);
+    if (orientation == Axis::PlusY || number >= axisFrames.size()) {
         return;
     }
     const AxisFrame& frame = frameOf(orientation);

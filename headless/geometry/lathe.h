@@ -11,7 +11,8 @@ namespace headless::geometry {
 /// Length of a parameter: zero when negative or not finite.
 double validLength(float length);
 
-/// Turns a mesh made around +Y to the orientation, with its texture upright as in `axisFrames`.
+/// Turns a mesh made around +Y to the orientation, with its texture upright as in `axisFrames`. Numbers that
+/// name no direction leave it around +Y.
 void orient(PolyMesh& mesh, Axis orientation);
 
 /// Builds a surface of revolution around the Y axis from rows, which are circles or single points on the

@@ -52,7 +52,8 @@ void appendMesh(PolyMesh& target, const PolyMesh& source, const Matrix& matrix) 
 
 PolyMesh makeSymmetry(const PolyMesh& mesh, const SymmetryParameters& parameters) {
     static constexpr std::array<float Vector::*, 3> normals{&Vector::x, &Vector::y, &Vector::z};
-    float Vector::*const across = normals[static_cast<std::size_t>(parameters.plane)];
+    const auto plane = static_cast<std::size_t>(parameters.plane);
+    float Vector::*const across = normals[plane < normals.size() ? plane : 0];
 
     PolyMesh result = mesh;
     std::vector<int32_t> imageOf(mesh.points.size());

@@ -19,8 +19,8 @@ void transformMesh(PolyMesh& mesh, const Matrix& matrix);
 void appendMesh(PolyMesh& target, const PolyMesh& source, const Matrix& matrix);
 
 struct SymmetryParameters {
-    enum class Plane { YZ, XZ, XY };
-    /// Plane through the origin that the mesh is mirrored on.
+    enum class Plane : int { YZ = 0, XZ = 1, XY = 2 };
+    /// Plane through the origin that the mesh is mirrored on; other numbers stand for the first.
     Plane plane = Plane::YZ;
     /// Points nearer to the plane than `tolerance` are moved onto it and shared by both halves.
     bool weld = true;

@@ -11,7 +11,8 @@
 /// no zero-area polygons and no unused points; poles are fans of triangles.
 ///
 /// Surfaces of revolution have their axis along +Y and turn from +X towards +Z, which is to the right for a
-/// viewer outside; their texture begins at +X. `orientation` then turns +Y to the named direction.
+/// viewer outside; their texture begins at +X. `orientation` then turns +Y to the named direction; a number
+/// that names none leaves it there.
 namespace headless::geometry {
 
 /// Limits of segment counts, so that a broken document can't ask for more memory than there is. A mesh of

@@ -128,6 +128,9 @@ TEST(Deformers, BadInputLeavesThePoints) {
     points = {{nan, 5, 0}, {1, 2, 3}};
     EXPECT_TRUE(bend(points, {}, bendBy(1.0)));
     EXPECT_EQ(points[0].y, 5.0f);
+    const Vector before = points[1];
+    EXPECT_TRUE(bend(points, {}, bendBy(std::numeric_limits<double>::quiet_NaN())));
+    EXPECT_EQ(points[1], before);
 }
 
 } // namespace

@@ -222,6 +222,13 @@ TEST(Primitives, SegmentsAndSizesAreBroughtIntoRange) {
     EXPECT_EQ(makePlane({1.0f, 1.0f, 0, 0, Axis::PlusY}).polygons.size(), 1u);
     EXPECT_EQ(makePlane({1.0f, 1.0f, 1 << 30, 1, Axis::PlusY}).polygons.size(), 5000u);
 
+    for (const int axis : {-1, 6}) {
+        EXPECT_EQ(makePlane({1.0f, 1.0f, 2, 2, Axis{axis}}).points,
+                  makePlane({1.0f, 1.0f, 2, 2, Axis::PlusY}).points);
+    }
+    EXPECT_EQ(makeSphere({1.0f, 24, SphereType{77}}).points,
+              makeSphere({1.0f, 24, SphereType::Standard}).points);
+
     const PolyMesh sheet = makeCube({{10.0f, 0.0f, 10.0f}, 2, 7, 2});
     EXPECT_EQ(topologyOf(sheet), (Topology{16, 0, 0, 0, 2}));
     EXPECT_NEAR(areaOf(sheet), 200.0, 1e-4);
