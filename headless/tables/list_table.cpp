@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "headless/model/handles.h"
+#include "headless/tables/tables.h"
+
+namespace headless {
+
+namespace {
+
+int32_t getType(const BaseList2D* node) {
+    return fromHost(node)->type();
+}
+
+bool isInstanceOf(const BaseList2D* node, int32_t type) {
+    return fromHost(node)->isInstanceOf(type);
+}
+
+String getName(const BaseList2D* node) {
+    return String(fromHost(node)->name);
+}
+
+void setName(BaseList2D* node, const String& name) {
+    fromHost(node)->name = name.GetUtf8();
+}
+
+int32_t getInfo(const BaseList2D* node) {
+    return fromHost(node)->info;
+}
+
+void setInfo(BaseList2D* node, int32_t info) {
+    fromHost(node)->info = info;
+}
+
+BaseContainer* getDataInstance(BaseList2D* node) {
+    return &fromHost(node)->data;
+}
+
+bool getParameter(const BaseList2D* node, const DescID& id, GeData& data) {
+    return fromHost(node)->parameter(id, data);
+}
+
+bool setParameter(BaseList2D* node, const DescID& id, const GeData& data) {
+    return fromHost(node)->setParameter(id, data);
+}
+
+BaseDocument* getDocument(const BaseList2D* node) {
+    return toHost(fromHost(node)->document());
+}
+
+NodeData* getNodeData(const BaseList2D* node) {
+    return fromHost(node)->pluginData();
+}
+
+bool message(BaseList2D* node, int32_t type, void* data) {
+    return fromHost(node)->message(type, data);
+}
+
+BaseList2D* getClone(const BaseList2D* node) {
+    return toHost(static_cast<const Node*>(cloneNode(*fromHost(node)).release()));
+}
+
+void remove(BaseList2D* node) {
+    // The caller owns the node from here on.
+    static_cast<void>(removeNode(*fromHost(node)).release());
+}
+
+void free(BaseList2D* node) {
+    delete fromHost(node);
+}
+
+LinkToken* acquireLinkToken(BaseList2D* node) {
+    return fromHost(node)->acquireLinkToken();
+}
+
+} // namespace
+
+const ListTable* listTable() {
+    static constexpr ListTable table = {
+        .GetType = getType,
+        .IsInstanceOf = isInstanceOf,
+        .GetName = getName,
+        .SetName = setName,
+        .GetInfo = getInfo,
+        .SetInfo = setInfo,
+        .GetDataInstance = getDataInstance,
+        .GetParameter = getParameter,
+        .SetParameter = setParameter,
+        .GetDocument = getDocument,
+        .GetNodeData = getNodeData,
+        .Message = message,
+        .GetClone = getClone,
+        .Remove = remove,
+        .Free = free,
+        .AcquireLinkToken = acquireLinkToken,
+    };
+    return &table;
+}
+
+} // namespace headless

@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+#include "headless/build/caches.h"
+#include "headless/build/hierarchy_walk.h"
+#include "headless/build/modeling.h"
+#include "headless/build/surface_data.h"
+#include "headless/model/handles.h"
+#include "headless/model/node_types.h"
+#include "headless/tables/tables.h"
+
+namespace headless {
+
+namespace {
+
+BaseObject* alloc(int32_t type) {
+    return toHost(createObject(type).release());
+}
+
+PolygonObject* allocPolygonObject(int32_t pointCount, int32_t polygonCount) {
+    if (pointCount < 0 || polygonCount < 0) {
+        return nullptr;
+    }
+    return toHost(
+        createPolygons(static_cast<size_t>(pointCount), static_cast<size_t>(polygonCount)).release());
+}
+
+BaseObject* getNext(const BaseObject* object) {
+    return toHost(fromHost(object)->next);
+}
+
+BaseObject* getPred(const BaseObject* object) {
+    return toHost(fromHost(object)->pred);
+}
+
+BaseObject* getUp(const BaseObject* object) {
+    return toHost(fromHost(object)->parent());
+}
+
+BaseObject* getDown(const BaseObject* object) {
+    return toHost(fromHost(object)->children().first());
+}
+
+void insertUnder(BaseObject* object, BaseObject* parent) {
+    fromHost(parent)->insertChild(std::unique_ptr<Object>(fromHost(object)), nullptr);
+}
+
+BaseObject* getCache(const BaseObject* object, HierarchyHelp* /*help*/) {
+    return toHost(fromHost(object)->cache());
+}
+
+BaseObject* getDeformCache(const BaseObject* object) {
+    return toHost(fromHost(object)->deformCache());
+}
+
+BaseObject* getTopOrigin(const BaseObject* object) {
+    return toHost(fromHost(object)->topOrigin());
+}
+
+BaseObject* getCacheParent(const BaseObject* object) {
+    return toHost(fromHost(object)->cacheParent());
+}
+
+Matrix getMg(const BaseObject* object) {
+    return fromHost(object)->globalMatrix();
+}
+
+Matrix getMl(const BaseObject* object) {
+    return fromHost(object)->matrix;
+}
+
+void setMl(BaseObject* object, const Matrix& matrix) {
+    fromHost(object)->matrix = matrix;
+}
+
+void setMg(BaseObject* object, const Matrix& matrix) {
+    fromHost(object)->setGlobalMatrix(matrix);
+}
+
+int32_t getRenderMode(const BaseObject* object) {
+    return fromHost(object)->renderMode;
+}
+
+bool getDeformMode(const BaseObject* object) {
+    return fromHost(object)->enabled;
+}
+
+const LayerData* getLayerData(const BaseObject* object, const BaseDocument* document, bool raw) {
+    const Layer* const layer = fromHost(object)->layer();
+    if (!layer || (document && layer->document() != fromHost(document))) {
+        return nullptr;
+    }
+    return raw ? &layer->ownFlags() : &layer->flags();
+}
+
+Vector getMp(const BaseObject* object) {
+    return objectBounds(*fromHost(object)).centre;
+}
+
+Vector getRad(const BaseObject* object) {
+    return objectBounds(*fromHost(object)).radius;
+}
+
+BaseTag* getFirstTag(const BaseObject* object) {
+    return toHost(fromHost(object)->tags().first());
+}
+
+BaseTag* getLastTag(const BaseObject* object) {
+    return toHost(fromHost(object)->tags().last());
+}
+
+BaseTag* getTag(const BaseObject* object, int32_t type, int32_t nth) {
+    return toHost(fromHost(object)->tag(type, nth));
+}
+
+void insertTag(BaseObject* object, BaseTag* tag, BaseTag* behind) {
+    fromHost(object)->insertTag(std::unique_ptr<Tag>(fromHost(tag)), fromHost(behind));
+}
+
+int32_t getPointCount(const PolygonObject* object) {
+    return static_cast<int32_t>(fromHost(object)->points.size());
+}
+
+int32_t getPolygonCount(const PolygonObject* object) {
+    return static_cast<int32_t>(fromHost(object)->polygons.size());
+}
+
+Vector* getPoints(PolygonObject* object) {
+    return fromHost(object)->points.data();
+}
+
+CPolygon* getPolygons(PolygonObject* object) {
+    return fromHost(object)->polygons.data();
+}
+
+Vector* createNormals(const PolygonObject* object) {
+    return createPhongNormals(*fromHost(object));
+}
+
+BaseObject* sendModelingCommand(int32_t command, BaseObject* object, BaseDocument* /*document*/) {
+    if (command != MCOMMAND_CURRENTSTATETOOBJECT || !object) {
+        return nullptr;
+    }
+    return toHost(currentStateToObject(*fromHost(object)).release());
+}
+
+bool runWalk(Hierarchy* walk, BaseDocument* document, bool /*splines*/, float /*levelOfDetail*/,
+             int32_t /*flags*/, void* startData, BaseThread* thread) {
+    return document && runHierarchy(*walk, *fromHost(document), startData, thread);
+}
+
+} // namespace
+
+const ObjectTable* objectTable() {
+    static constexpr ObjectTable table = {
+        .Alloc = alloc,
+        .AllocPolygonObject = allocPolygonObject,
+        .GetNext = getNext,
+        .GetPred = getPred,
+        .GetUp = getUp,
+        .GetDown = getDown,
+        .InsertUnder = insertUnder,
+        .GetCache = getCache,
+        .GetDeformCache = getDeformCache,
+        .GetTopOrigin = getTopOrigin,
+        .GetCacheParent = getCacheParent,
+        .GetMg = getMg,
+        .GetMl = getMl,
+        .SetMl = setMl,
+        .SetMg = setMg,
+        .GetRenderMode = getRenderMode,
+        .GetDeformMode = getDeformMode,
+        .GetLayerData = getLayerData,
+        .GetMp = getMp,
+        .GetRad = getRad,
+        .GetFirstTag = getFirstTag,
+        .GetLastTag = getLastTag,
+        .GetTag = getTag,
+        .InsertTag = insertTag,
+        .GetPointCount = getPointCount,
+        .GetPolygonCount = getPolygonCount,
+        .GetPoints = getPoints,
+        .GetPolygons = getPolygons,
+        .CreatePhongNormals = createNormals,
+        .SendModelingCommand = sendModelingCommand,
+        .RunHierarchy = runWalk,
+    };
+    return &table;
+}
+
+} // namespace headless
