@@ -128,6 +128,7 @@ const ParameterPreset textureTag[] = {
     {PARAMETER(TEXTURETAG_LENGTHY), real, {1.0f}},
     {PARAMETER(TEXTURETAG_PROJECTION), integer, {static_cast<float>(P_UVW)}},
     {PARAMETER(TEXTURETAG_RESTRICTION), string},
+    {PARAMETER(TEXTURETAG_CAMERA), link},
 };
 const ParameterPreset motionBlurTag[] = {{PARAMETER(MOTIONBLUR_STRENGTH), real, {1.0f}}};
 

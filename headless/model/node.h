@@ -105,13 +105,14 @@ private:
     BaseLink layer_;
 };
 
-/// A copy of `node` with all below it (tags, children, shaders, ...), outside any document and without
-/// caches. Links between copied nodes lead to the copies, inside containers too; others stay.
-std::unique_ptr<Node> cloneNode(const Node& node);
+/// A copy of `node` with all below it (tags, children, shaders, ...) or with its parts alone, outside any
+/// document and without caches. Links between copied nodes lead to the copies, inside containers too; others
+/// stay.
+std::unique_ptr<Node> cloneNode(const Node& node, Owned which = Owned::all);
 
 template <class T>
-std::unique_ptr<T> clone(const T& node) {
-    return std::unique_ptr<T>(static_cast<T*>(cloneNode(node).release()));
+std::unique_ptr<T> clone(const T& node, Owned which = Owned::all) {
+    return std::unique_ptr<T>(static_cast<T*>(cloneNode(node, which).release()));
 }
 
 /// Takes `node` out of the list that holds it; the caller owns it then. A node that is in no list comes back

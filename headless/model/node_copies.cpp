@@ -12,13 +12,13 @@ std::unique_ptr<Node> NodeCopies::copyAlone(const Node& node) {
     return made;
 }
 
-std::unique_ptr<Node> NodeCopies::copy(const Node& node) {
+std::unique_ptr<Node> NodeCopies::copy(const Node& node, Owned which) {
     // Pairs double as the list of nodes whose parts are still to be copied: hierarchies may be deep.
     size_t next = pairs_.size();
     std::unique_ptr<Node> top = copyAlone(node);
     for (; next < pairs_.size(); ++next) {
         const auto [original, made] = pairs_[next];
-        original->visitOwned(Owned::all, [&](Node& owned) { made->appendOwned(copyAlone(owned)); });
+        original->visitOwned(which, [&](Node& owned) { made->appendOwned(copyAlone(owned)); });
     }
     return top;
 }
@@ -45,9 +45,9 @@ Node* NodeCopies::copyOf(const Node* original) const {
     return found == copies_.end() ? nullptr : found->second;
 }
 
-std::unique_ptr<Node> cloneNode(const Node& node) {
+std::unique_ptr<Node> cloneNode(const Node& node, Owned which) {
     NodeCopies copies;
-    std::unique_ptr<Node> top = copies.copy(node);
+    std::unique_ptr<Node> top = copies.copy(node, which);
     copies.redirectLinks();
     return top;
 }

@@ -12,7 +12,7 @@ namespace headless {
 class NodeCopies {
 public:
     /// A copy outside any document. Its links still lead where those of `node` lead.
-    std::unique_ptr<Node> copy(const Node& node);
+    std::unique_ptr<Node> copy(const Node& node, Owned which = Owned::all);
     /// Leads links from copies to originals that were copied to the copies.
     void redirectLinks();
 

@@ -4,6 +4,8 @@
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 
+#include <algorithm>
+
 namespace headless {
 
 Object::Object(int32_t type) : Node(NodeKind::object, type) {}
@@ -33,9 +35,10 @@ bool Object::isWithin(const Object& ancestor) const {
 }
 
 Object* Object::nextInBranch(const Object& root) const {
-    if (children_.first()) {
-        return children_.first();
-    }
+    return children_.first() ? children_.first() : nextBehind(root);
+}
+
+Object* Object::nextBehind(const Object& root) const {
     const Object* object = this;
     while (object != &root && !object->next) {
         object = object->parent_;
@@ -189,6 +192,15 @@ void PolygonNode::assign(const Node& source) {
     points = other.points;
     polygons = other.polygons;
     brokenEdges = other.brokenEdges;
+}
+
+bool PolygonNode::hasValidIndices() const {
+    uint32_t largest = 0; // A negative index counts as a very large one.
+    for (const CPolygon& p : polygons) {
+        largest = std::max({largest, static_cast<uint32_t>(p.a), static_cast<uint32_t>(p.b),
+                            static_cast<uint32_t>(p.c), static_cast<uint32_t>(p.d)});
+    }
+    return polygons.empty() || largest < points.size();
 }
 
 std::unique_ptr<Node> PolygonNode::makeEmpty() const {

@@ -42,6 +42,8 @@ public:
     /// Next in the order in which the tree is read (an object stands before its children), null at the end of
     /// the branch below and including `root`.
     Object* nextInBranch(const Object& root) const;
+    /// The same behind all that is below this object.
+    Object* nextBehind(const Object& root) const;
 
     const Chain<Tag>& tags() const { return tags_; }
     Tag& insertTag(std::unique_ptr<Tag> tag, Tag* behind);
@@ -107,6 +109,9 @@ public:
     /// Edges that a phong tag with edge breaks doesn't smooth, numbered polygon * 4 + edge: a-b is 0, b-c 1,
     /// c-d 2, d-a 3.
     BaseSelect brokenEdges;
+
+    /// True when all corners of polygons are points of the object: a plug-in may have written anything.
+    bool hasValidIndices() const;
 
     void assign(const Node& source) override;
     std::unique_ptr<Node> makeEmpty() const override;

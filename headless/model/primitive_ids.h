@@ -90,6 +90,11 @@ enum CameraParameter : int32_t {
     CAMERA_FILM_OFFSET_Y = 1119,
 };
 
+enum TextureTagParameter : int32_t {
+    /// The camera that camera mapping looks through; without one it's the view's.
+    TEXTURETAG_CAMERA = 1010,
+};
+
 enum LightParameter : int32_t {
     LIGHT_COLOR = 90000,
     LIGHT_BRIGHTNESS = 90001,

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "headless/build/animation.h"
-#include "headless/model/handles.h"
+#include "headless/build/caches.h"
 #include "headless/model/node_types.h"
+#include "headless/tables/adopt.h"
 #include "headless/tables/tables.h"
 
 namespace headless {
@@ -13,7 +14,7 @@ BaseDocument* getActiveDocument() {
 }
 
 BaseDocument* alloc() {
-    return toHost(new Document);
+    return toHost(std::make_unique<Document>().release());
 }
 
 BaseObject* getFirstObject(const BaseDocument* document) {
@@ -24,7 +25,7 @@ BaseMaterial* getFirstMaterial(const BaseDocument* document) {
     return toHost(fromHost(document)->materials().first());
 }
 
-RenderData* getActiveRenderData(const BaseDocument* document) {
+::RenderData* getActiveRenderData(const BaseDocument* document) {
     return toHost(fromHost(document)->activeRenderData());
 }
 
@@ -32,13 +33,33 @@ BaseDraw* getActiveBaseDraw(const BaseDocument* document) {
     return toHost(&fromHost(document)->view());
 }
 
+/// The node of the document's tree that is given as a place, or null: one of another document or of a cache,
+/// or one inside `inserted`, is none.
+Object* placeIn(Document& document, BaseObject* place, const Object& inserted) {
+    Object* const object = fromHost(place);
+    const bool usable =
+        object && object->document() == &document && !object->topOrigin() && !object->isWithin(inserted);
+    return usable ? object : nullptr;
+}
+
 void insertObject(BaseDocument* document, BaseObject* object, BaseObject* parent, BaseObject* behind) {
-    fromHost(document)->insertObject(std::unique_ptr<Object>(fromHost(object)), fromHost(parent),
-                                     fromHost(behind));
+    if (!object) {
+        return;
+    }
+    Document& target = *fromHost(document);
+    Object* const under = placeIn(target, parent, *fromHost(object));
+    Object* const pred = placeIn(target, behind, *fromHost(object));
+    if (std::unique_ptr<Object> adopted = adopt(object)) {
+        target.insertObject(std::move(adopted), under, pred);
+    }
 }
 
 void insertMaterial(BaseDocument* document, BaseMaterial* material, BaseMaterial* behind) {
-    fromHost(document)->insertMaterial(std::unique_ptr<Material>(fromHost(material)), fromHost(behind));
+    Document& target = *fromHost(document);
+    Material* const pred = behind && behind != material ? fromHost(behind) : nullptr;
+    if (std::unique_ptr<Material> adopted = adopt(material)) {
+        target.insertMaterial(std::move(adopted), pred && pred->document() == &target ? pred : nullptr);
+    }
 }
 
 int32_t getFps(const BaseDocument* document) {
@@ -65,12 +86,14 @@ BaseTime getMaxTime(const BaseDocument* document) {
     return fromHost(document)->maxTime;
 }
 
-void animateOneObject(BaseDocument* /*document*/, BaseObject* object, const BaseTime& time,
-                      int32_t /*flags*/) {
-    animateObject(*fromHost(object), time);
+void moveObject(BaseDocument*, BaseObject* object, const BaseTime& time, int32_t) {
+    if (object) {
+        animateObject(*fromHost(object), time);
+    }
 }
 
-void animateWholeDocument(BaseDocument* document, BaseThread* /*thread*/, bool /*expressions*/) {
+/// There are no expressions here, nothing but tracks moves a document.
+void moveDocument(BaseDocument* document, BaseThread*, bool) {
     animateDocument(*fromHost(document));
 }
 
@@ -87,7 +110,10 @@ void startUndo(BaseDocument* document) {
 }
 
 void addUndo(BaseDocument* document, int32_t type, BaseList2D* node) {
-    fromHost(document)->undo().add(static_cast<UndoType>(type), *fromHost(node));
+    const bool known = type == UNDOTYPE_CHANGE || type == UNDOTYPE_NEW || type == UNDOTYPE_DELETE;
+    if (node && known) {
+        fromHost(document)->undo().add(static_cast<UndoType>(type), *fromHost(node));
+    }
 }
 
 void endUndo(BaseDocument* document) {
@@ -102,7 +128,7 @@ BaseVideoPost* allocVideoPost(int32_t type) {
     return toHost(createVideoPost(type).release());
 }
 
-BaseVideoPost* getFirstVideoPost(const RenderData* renderData) {
+BaseVideoPost* getFirstVideoPost(const ::RenderData* renderData) {
     return toHost(fromHost(renderData)->videoPosts().first());
 }
 
@@ -110,8 +136,12 @@ BaseVideoPost* getNextVideoPost(const BaseVideoPost* videoPost) {
     return toHost(fromHost(videoPost)->next);
 }
 
-void insertVideoPost(RenderData* renderData, BaseVideoPost* videoPost, BaseVideoPost* behind) {
-    fromHost(renderData)->insertVideoPost(std::unique_ptr<VideoPost>(fromHost(videoPost)), fromHost(behind));
+void insertVideoPost(::RenderData* renderData, BaseVideoPost* videoPost, BaseVideoPost* behind) {
+    RenderDataNode& target = *fromHost(renderData);
+    VideoPost* const pred = behind && behind != videoPost ? fromHost(behind) : nullptr;
+    if (std::unique_ptr<VideoPost> adopted = adopt(videoPost)) {
+        target.insertVideoPost(std::move(adopted), pred && pred->renderData() == &target ? pred : nullptr);
+    }
 }
 
 } // namespace
@@ -132,8 +162,8 @@ const DocumentTable* documentTable() {
         .SetTime = setTime,
         .GetMinTime = getMinTime,
         .GetMaxTime = getMaxTime,
-        .AnimateObject = animateOneObject,
-        .AnimateDocument = animateWholeDocument,
+        .AnimateObject = moveObject,
+        .AnimateDocument = moveDocument,
         .GetDocumentPath = getDocumentPath,
         .GetDocumentName = getDocumentName,
         .StartUndo = startUndo,

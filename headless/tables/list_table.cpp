@@ -55,16 +55,20 @@ bool message(BaseList2D* node, int32_t type, void* data) {
 }
 
 BaseList2D* getClone(const BaseList2D* node) {
-    return toHost(static_cast<const Node*>(cloneNode(*fromHost(node)).release()));
+    return toHost(cloneNode(*fromHost(node)).release());
 }
 
-void remove(BaseList2D* node) {
-    // The caller owns the node from here on.
-    static_cast<void>(removeNode(*fromHost(node)).release());
+void removeFromList(BaseList2D* node) {
+    removeNode(*fromHost(node)).release(); // The caller's from now on.
 }
 
-void free(BaseList2D* node) {
-    delete fromHost(node);
+void freeNode(BaseList2D* node) {
+    Node* const freed = fromHost(node);
+    if (freed && freed->kind() == NodeKind::document) {
+        delete freed;
+    } else if (freed) {
+        removeNode(*freed);
+    }
 }
 
 LinkToken* acquireLinkToken(BaseList2D* node) {
@@ -88,8 +92,8 @@ const ListTable* listTable() {
         .GetNodeData = getNodeData,
         .Message = message,
         .GetClone = getClone,
-        .Remove = remove,
-        .Free = free,
+        .Remove = removeFromList,
+        .Free = freeNode,
         .AcquireLinkToken = acquireLinkToken,
     };
     return &table;

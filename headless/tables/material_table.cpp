@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "headless/model/handles.h"
 #include "headless/model/node_types.h"
+#include "headless/tables/adopt.h"
 #include "headless/tables/tables.h"
 
 namespace headless {
@@ -24,7 +24,9 @@ BaseShader* getFirstShader(const BaseMaterial* material) {
 }
 
 void insertShader(BaseMaterial* material, BaseShader* shader) {
-    fromHost(material)->insertShader(std::unique_ptr<Shader>(fromHost(shader)));
+    if (std::unique_ptr<Shader> adopted = adopt(shader)) {
+        fromHost(material)->insertShader(std::move(adopted));
+    }
 }
 
 BaseShader* allocShader(int32_t type) {

@@ -3,8 +3,8 @@
 #include "headless/build/hierarchy_walk.h"
 #include "headless/build/modeling.h"
 #include "headless/build/surface_data.h"
-#include "headless/model/handles.h"
 #include "headless/model/node_types.h"
+#include "headless/tables/adopt.h"
 #include "headless/tables/tables.h"
 
 namespace headless {
@@ -15,7 +15,7 @@ BaseObject* alloc(int32_t type) {
     return toHost(createObject(type).release());
 }
 
-PolygonObject* allocPolygonObject(int32_t pointCount, int32_t polygonCount) {
+::PolygonObject* allocPolygonObject(int32_t pointCount, int32_t polygonCount) {
     if (pointCount < 0 || polygonCount < 0) {
         return nullptr;
     }
@@ -40,11 +40,20 @@ BaseObject* getDown(const BaseObject* object) {
 }
 
 void insertUnder(BaseObject* object, BaseObject* parent) {
-    fromHost(parent)->insertChild(std::unique_ptr<Object>(fromHost(object)), nullptr);
+    // An object can't come below itself.
+    if (object && parent && !fromHost(parent)->isWithin(*fromHost(object))) {
+        if (std::unique_ptr<Object> adopted = adopt(object)) {
+            fromHost(parent)->insertChild(std::move(adopted), nullptr);
+        }
+    }
 }
 
-BaseObject* getCache(const BaseObject* object, HierarchyHelp* /*help*/) {
-    return toHost(fromHost(object)->cache());
+BaseObject* getCache(const BaseObject* object, HierarchyHelp* help) {
+    Object& generator = *fromHost(object);
+    if (help && !generator.cache()) {
+        buildCaches(generator);
+    }
+    return toHost(generator.cache());
 }
 
 BaseObject* getDeformCache(const BaseObject* object) {
@@ -112,39 +121,44 @@ BaseTag* getTag(const BaseObject* object, int32_t type, int32_t nth) {
 }
 
 void insertTag(BaseObject* object, BaseTag* tag, BaseTag* behind) {
-    fromHost(object)->insertTag(std::unique_ptr<Tag>(fromHost(tag)), fromHost(behind));
+    Object& owner = *fromHost(object);
+    if (std::unique_ptr<Tag> adopted = behind == tag ? nullptr : adopt(tag)) {
+        Tag* const place = behind && fromHost(behind)->object() == &owner ? fromHost(behind) : nullptr;
+        owner.insertTag(std::move(adopted), place);
+    }
 }
 
-int32_t getPointCount(const PolygonObject* object) {
+int32_t getPointCount(const ::PolygonObject* object) {
     return static_cast<int32_t>(fromHost(object)->points.size());
 }
 
-int32_t getPolygonCount(const PolygonObject* object) {
+int32_t getPolygonCount(const ::PolygonObject* object) {
     return static_cast<int32_t>(fromHost(object)->polygons.size());
 }
 
-Vector* getPoints(PolygonObject* object) {
+Vector* getPoints(::PolygonObject* object) {
     return fromHost(object)->points.data();
 }
 
-CPolygon* getPolygons(PolygonObject* object) {
+CPolygon* getPolygons(::PolygonObject* object) {
     return fromHost(object)->polygons.data();
 }
 
-Vector* createNormals(const PolygonObject* object) {
+Vector* createNormals(const ::PolygonObject* object) {
     return createPhongNormals(*fromHost(object));
 }
 
-BaseObject* sendModelingCommand(int32_t command, BaseObject* object, BaseDocument* /*document*/) {
+BaseObject* sendModelingCommand(int32_t command, BaseObject* object, BaseDocument*) {
     if (command != MCOMMAND_CURRENTSTATETOOBJECT || !object) {
         return nullptr;
     }
     return toHost(currentStateToObject(*fromHost(object)).release());
 }
 
-bool runWalk(Hierarchy* walk, BaseDocument* document, bool /*splines*/, float /*levelOfDetail*/,
-             int32_t /*flags*/, void* startData, BaseThread* thread) {
-    return document && runHierarchy(*walk, *fromHost(document), startData, thread);
+/// Splines and levels of detail don't exist here, and the flags ask for the caches of a render, the only kind
+/// that there is.
+bool run(Hierarchy* walk, BaseDocument* document, bool, float, int32_t, void* startData, BaseThread* thread) {
+    return walk && document && runHierarchy(*walk, *fromHost(document), startData, thread);
 }
 
 } // namespace
@@ -181,7 +195,7 @@ const ObjectTable* objectTable() {
         .GetPolygons = getPolygons,
         .CreatePhongNormals = createNormals,
         .SendModelingCommand = sendModelingCommand,
-        .RunHierarchy = runWalk,
+        .RunHierarchy = run,
     };
     return &table;
 }

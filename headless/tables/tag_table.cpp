@@ -24,46 +24,45 @@ BaseObject* getObject(const BaseTag* tag) {
     return toHost(fromHost(tag)->object());
 }
 
-BaseMaterial* getMaterial(const TextureTag* tag) {
+BaseMaterial* getMaterial(const ::TextureTag* tag) {
     return toHost(fromHost(tag)->material());
 }
 
-void setMaterial(TextureTag* tag, BaseMaterial* material) {
+void setMaterial(::TextureTag* tag, BaseMaterial* material) {
     fromHost(tag)->setMaterial(fromHost(material));
 }
 
-Matrix getTextureMatrix(const TextureTag* tag) {
+Matrix getTextureMatrix(const ::TextureTag* tag) {
     return fromHost(tag)->matrix;
 }
 
-void setTextureMatrix(TextureTag* tag, const Matrix& matrix) {
+void setTextureMatrix(::TextureTag* tag, const Matrix& matrix) {
     fromHost(tag)->matrix = matrix;
 }
 
-UVWTag* allocUVW(int32_t count) {
-    return toHost(new UVWTagNode(static_cast<size_t>(count)));
+::UVWTag* allocUVW(int32_t count) {
+    return count < 0 ? nullptr : toHost(std::make_unique<UVWTagNode>(static_cast<size_t>(count)).release());
 }
 
-int32_t getUVWCount(const UVWTag* tag) {
+int32_t getUVWCount(const ::UVWTag* tag) {
     return static_cast<int32_t>(fromHost(tag)->records.size());
 }
 
-UVWStruct* getUVWData(UVWTag* tag) {
+UVWStruct* getUVWData(::UVWTag* tag) {
     return fromHost(tag)->records.data();
 }
 
-BaseSelect* getBaseSelect(const SelectionTag* tag) {
+BaseSelect* getBaseSelect(const ::SelectionTag* tag) {
     return &fromHost(tag)->selection;
 }
 
-UVWTag* generateUVWTag(BaseObject* object, const Matrix& objectMatrix, TextureTag* tag,
-                       const Matrix& ownerMatrix, BaseDraw* view) {
-    const PolygonNode* const polygons = asPolygons(fromHost(object));
-    if (!polygons || !tag) {
+::UVWTag* generate(BaseObject* object, const Matrix& objectMatrix, ::TextureTag* tag,
+                   const Matrix& ownerMatrix, BaseDraw* view) {
+    const PolygonNode* const mesh = asPolygons(fromHost(object));
+    if (!mesh || !tag) {
         return nullptr;
     }
-    return toHost(
-        generateUVW(*polygons, objectMatrix, *fromHost(tag), ownerMatrix, fromHost(view)).release());
+    return toHost(generateUVW(*mesh, objectMatrix, *fromHost(tag), ownerMatrix, fromHost(view)).release());
 }
 
 } // namespace
@@ -82,7 +81,7 @@ const TagTable* tagTable() {
         .GetUVWCount = getUVWCount,
         .GetUVWData = getUVWData,
         .GetBaseSelect = getBaseSelect,
-        .GenerateUVW = generateUVWTag,
+        .GenerateUVW = generate,
     };
     return &table;
 }
