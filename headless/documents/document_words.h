@@ -4,6 +4,7 @@
 #include "headless/documents/names.h"
 #include "headless/model/track.h"
 #include "host/ids.h"
+#include "host/object.h"
 
 // The words of the document format, for reading and writing.
 
@@ -11,6 +12,9 @@ namespace headless {
 
 inline constexpr const char* DOCUMENT_FORMAT = "quenza-headless-document";
 inline constexpr int32_t DOCUMENT_VERSION = 1;
+
+inline constexpr int32_t MAX_FPS = 10000;
+inline constexpr int32_t MAX_IMAGE_SIZE = 65536;
 
 inline constexpr std::initializer_list<NamedValue> RENDER_MODES = {
     {"on", MODE_ON}, {"off", MODE_OFF}, {"default", MODE_UNDEF}};
@@ -32,6 +36,13 @@ inline constexpr std::initializer_list<NamedValue> PROJECTIONS = {{"spherical", 
                                                                   {"camera mapping", P_CAMERAMAP}};
 
 inline constexpr std::initializer_list<NamedValue> UNITS = {{"km", 1}, {"m", 2}, {"cm", 3}, {"mm", 4}};
+
+struct LayerFlag {
+    const char* key;
+    bool LayerData::*flag;
+};
+inline constexpr LayerFlag LAYER_FLAGS[] = {
+    {"view", &LayerData::view}, {"render", &LayerData::render}, {"manager", &LayerData::manager}};
 
 inline constexpr std::initializer_list<NamedValue> CHANNELS = {
     {"position", static_cast<int32_t>(Channel::position)},

@@ -7,18 +7,36 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 namespace headless {
 
+namespace {
+
+/// Of a deep place only so many steps are told at either end.
+constexpr size_t PLACE_ENDS = 10;
+
+} // namespace
+
 std::string JsonCursor::place() const {
-    if (!parent_) {
-        return {};
+    std::vector<const JsonCursor*> steps;
+    for (const JsonCursor* step = this; step->parent_; step = step->parent_) {
+        steps.push_back(step);
     }
-    const std::string outer = parent_->place();
-    if (!key_) {
-        return outer + "[" + std::to_string(index_) + "]";
+    std::string place;
+    for (size_t i = steps.size(); i > 0; --i) {
+        if (steps.size() > 2 * PLACE_ENDS && i == steps.size() - PLACE_ENDS) {
+            place += " ... ";
+            i = PLACE_ENDS;
+        }
+        const JsonCursor& step = *steps[i - 1];
+        if (step.key_) {
+            place += (place.empty() ? "" : ".") + std::string(step.key_);
+        } else {
+            place += "[" + std::to_string(step.index_) + "]";
+        }
     }
-    return outer.empty() ? key_ : outer + "." + key_;
+    return place;
 }
 
 void JsonCursor::fail(const std::string& text) const {

@@ -9,7 +9,8 @@
 
 namespace headless {
 
-using Json = nlohmann::ordered_json;
+/// Keys by name, found at once: hostile files have very many in one object.
+using Json = nlohmann::json;
 
 /// A place in a JSON document. Readings that fail throw DocumentError with the file and the place
 /// ("objects[2].tags[0].material"), so that callers only say what they want.

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace headless {
 
@@ -14,6 +15,8 @@ struct LoadedDocument {
     std::unique_ptr<Document> document;
     /// What the document wants for the host's unit preference, WPREF_UNITS_BASIC.
     std::optional<int32_t> unit;
+    /// What model files hold that couldn't be taken over, a sentence each with the file's name.
+    std::vector<std::string> warnings;
 };
 
 /// Reads a document of this program's own format (docs/document-format.md). Plug-in types must be registered.

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "headless/documents/object_reader.h"
-
 #include "headless/documents/document_words.h"
 #include "headless/documents/parameter_reader.h"
+#include "headless/documents/part_readers.h"
 #include "headless/import/import_model.h"
-#include "headless/model/node_types.h"
 #include "headless/model/rotation.h"
 
 #include <deque>
-#include <numbers>
 
 namespace headless {
 
@@ -22,19 +19,9 @@ struct Level {
     size_t next = 0;
 };
 
-const NodeTypeInfo& objectType(const JsonCursor& cursor) {
-    const Json& json = cursor.json();
-    const NodeTypeInfo* const type = NodeTypes::instance().findByName(
-        NodeKind::object, json.is_string() ? cursor.text() : std::to_string(cursor.integer()));
-    if (!type) {
-        cursor.fail("unknown object type " + json.dump() + "; is the plug-in that defines it loaded?");
-    }
-    return *type;
-}
-
 /// Brings a model file's objects below `parent` and its materials into the document.
 void insertModel(const JsonCursor& path, Object& parent, const std::string& id, DocumentReading& reading) {
-    const std::unique_ptr<Document> model = importModel(readPath(path).GetUtf8());
+    const std::unique_ptr<Document> model = importModel(readPath(path).GetUtf8(), reading.warnings);
     while (Material* const material = model->materials().first()) {
         reading.document.appendMaterial(
             std::unique_ptr<Material>(static_cast<Material*>(removeNode(*material).release())));
@@ -48,13 +35,19 @@ void insertModel(const JsonCursor& path, Object& parent, const std::string& id, 
 }
 
 std::unique_ptr<Object> makeObject(const JsonCursor& cursor) {
-    if (cursor.has("polygons") || cursor.has("points")) {
-        return readPolygons(cursor);
+    const bool isModel = cursor.has("model");
+    const bool hasPolygons = cursor.has("polygons") || cursor.has("points") || cursor.has("brokenEdges");
+    if (isModel && hasPolygons) {
+        cursor.fail("a \"model\" has no \"points\", \"polygons\" or \"brokenEdges\" of its own");
     }
-    if (cursor.has("model")) {
-        return createObject(Onull);
+    const int32_t implied = isModel ? Onull : hasPolygons ? Opolygon : 0;
+    const auto type = cursor.find("type");
+    const int32_t id =
+        type || implied == 0 ? readType(cursor.at("type"), NodeKind::object, "object").id : implied;
+    if (implied != 0 && id != implied) {
+        type->fail(isModel ? "an object with a \"model\" is a Null" : "only a Polygon object has points");
     }
-    return createObject(objectType(cursor.at("type")).id);
+    return hasPolygons ? readPolygons(cursor) : createObject(id);
 }
 
 void readTransform(const JsonCursor& cursor, Object& object) {
@@ -67,7 +60,7 @@ void readTransform(const JsonCursor& cursor, Object& object) {
         parts.position = readVector(*position);
     }
     if (const auto rotation = cursor.find("rotation")) {
-        parts.rotation = rotationFromHPB(readVector(*rotation) * (std::numbers::pi_v<float> / 180.0f));
+        parts.rotation = rotationFromHPB(readAngles(*rotation));
     }
     if (const auto scale = cursor.find("scale")) {
         parts.scale = readVector(*scale);
@@ -77,7 +70,7 @@ void readTransform(const JsonCursor& cursor, Object& object) {
                            parts.rotation.axisY * parts.scale.y, parts.rotation.axisZ * parts.scale.z);
 }
 
-void readModes(const JsonCursor& cursor, Object& object, const DocumentReading& reading) {
+void readModes(const JsonCursor& cursor, Object& object) {
     if (const auto render = cursor.find("render")) {
         object.renderMode = static_cast<uint8_t>(readWord(*render, RENDER_MODES));
     }
@@ -86,13 +79,6 @@ void readModes(const JsonCursor& cursor, Object& object, const DocumentReading& 
     }
     if (const auto enabled = cursor.find("enabled")) {
         object.enabled = enabled->boolean();
-    }
-    if (const auto layer = cursor.find("layer")) {
-        const auto found = reading.layers.find(layer->text());
-        if (found == reading.layers.end()) {
-            layer->fail("the document has no layer \"" + layer->text() + "\"");
-        }
-        object.setLayer(found->second);
     }
 }
 
@@ -103,29 +89,17 @@ Object& readObject(const JsonCursor& cursor, Object* parent, DocumentReading& re
     std::unique_ptr<Object> made = makeObject(cursor);
     Object& object =
         parent ? parent->appendChild(std::move(made)) : reading.document.appendObject(std::move(made));
-    std::string id;
-    if (const auto idCursor = cursor.find("id")) {
-        reading.links.define(*idCursor, object);
-        id = idCursor->text();
-    }
-    if (const auto name = cursor.find("name")) {
-        object.name = name->text();
-    }
     readTransform(cursor, object);
-    readModes(cursor, object, reading);
-    if (const auto parameters = cursor.find("parameters")) {
-        readParameters(*parameters, object, reading.links);
-    }
+    readModes(cursor, object);
+    readCommon(cursor, object, reading);
     if (const auto tags = cursor.find("tags")) {
         for (size_t i = 0, count = tags->arraySize(); i < count; ++i) {
             readTag(tags->at(i), object, reading);
         }
     }
-    if (const auto tracks = cursor.find("tracks")) {
-        readTracks(*tracks, object, reading);
-    }
     if (const auto model = cursor.find("model")) {
-        insertModel(*model, object, id, reading);
+        const auto id = cursor.find("id");
+        insertModel(*model, object, id ? id->text() : std::string(), reading);
     }
     return object;
 }

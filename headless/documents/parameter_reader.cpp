@@ -8,6 +8,7 @@
 #include "host/inexclude.h"
 
 #include <charconv>
+#include <numbers>
 
 namespace headless {
 
@@ -31,13 +32,17 @@ GeData readCycleOrInteger(const JsonCursor& cursor, const Parameter* parameter) 
 }
 
 GeData readInExclude(const JsonCursor& cursor, Node& node, int32_t id, LinkTable& links) {
-    const size_t count = cursor.arraySize();
-    for (size_t i = 0; i < count; ++i) {
+    for (size_t i = 0, count = cursor.arraySize(); i < count; ++i) {
+        const JsonCursor element = cursor.at(i);
+        const bool hasFlags = element.json().is_array();
+        if (hasFlags) {
+            element.expectCount(2);
+        }
+        const int32_t flags = hasFlags ? element.at(size_t{1}).integer() : 0;
         // Each adds itself when its node stands, so that the list keeps its order.
-        links.link(cursor.at(i), Obase, [&node, id](Node& target) {
-            CustomDataType* const list = node.data.GetCustomDataType(id, CUSTOMDATATYPE_INEXCLUDE_LIST);
-            if (list) {
-                static_cast<InExcludeData*>(list)->InsertObject(toHost(&target), 0);
+        links.link(hasFlags ? element.at(size_t{0}) : element, Obase, [&node, id, flags](Node& target) {
+            if (auto* const list = node.data.GetCustomDataType(id, CUSTOMDATATYPE_INEXCLUDE_LIST)) {
+                static_cast<InExcludeData*>(list)->InsertObject(toHost(&target), flags);
             }
         });
     }
@@ -47,7 +52,7 @@ GeData readInExclude(const JsonCursor& cursor, Node& node, int32_t id, LinkTable
 GeData readLink(const JsonCursor& cursor, Node& node, int32_t id, LinkTable& links) {
     if (!cursor.json().is_null()) {
         links.link(cursor, 0,
-                   [&node, id](Node& target) { node.data.SetData(id, GeData(BaseLink(toHost(&target)))); });
+                   [&node, id](Node& target) { node.setParameter(id, GeData(BaseLink(toHost(&target)))); });
     }
     return GeData(BaseLink());
 }
@@ -76,6 +81,9 @@ GeData readTyped(const JsonCursor& cursor, Node& node, int32_t id, LinkTable& li
     if (type == "real") {
         return GeData(value.real());
     }
+    if (type == "degrees") {
+        return GeData(readAngle(value));
+    }
     if (type == "text") {
         return GeData(String(value.text()));
     }
@@ -98,7 +106,7 @@ GeData readTyped(const JsonCursor& cursor, Node& node, int32_t id, LinkTable& li
         return readInExclude(value, node, id, links);
     }
     cursor.fail("unknown type \"" + type +
-                "\"; known are bool, long, real, text, file, vector, matrix, time, link, inExclude");
+                "\"; known are bool, long, real, degrees, text, file, vector, matrix, time, link, inExclude");
 }
 
 GeData readByJsonType(const JsonCursor& cursor) {
@@ -118,7 +126,7 @@ GeData readByJsonType(const JsonCursor& cursor) {
     if (json.is_array()) {
         return GeData(readVector(cursor));
     }
-    cursor.fail("no value of a parameter");
+    cursor.fail("null is no value of this parameter");
 }
 
 } // namespace
@@ -126,6 +134,17 @@ GeData readByJsonType(const JsonCursor& cursor) {
 Vector readVector(const JsonCursor& cursor) {
     cursor.expectCount(3);
     return {cursor.at(size_t{0}).real(), cursor.at(size_t{1}).real(), cursor.at(size_t{2}).real()};
+}
+
+float readAngle(const JsonCursor& cursor) {
+    constexpr double RADIANS = std::numbers::pi / 180.0;
+    return static_cast<float>(static_cast<double>(cursor.number()) * RADIANS);
+}
+
+Vector readAngles(const JsonCursor& cursor) {
+    cursor.expectCount(3);
+    return {readAngle(cursor.at(size_t{0})), readAngle(cursor.at(size_t{1})),
+            readAngle(cursor.at(size_t{2}))};
 }
 
 Matrix readMatrix(const JsonCursor& cursor) {
@@ -148,7 +167,11 @@ Filename readPath(const JsonCursor& cursor) {
 
 int32_t readWord(const JsonCursor& cursor, std::initializer_list<NamedValue> table) {
     if (cursor.json().is_number()) {
-        return cursor.integer();
+        const int32_t value = cursor.integer();
+        if (!nameOfValue(table, value)) {
+            cursor.fail(std::to_string(value) + " is unknown; known are " + listOfNames(table));
+        }
+        return value;
     }
     const std::optional<int32_t> value = valueOfName(table, cursor.text());
     if (!value) {

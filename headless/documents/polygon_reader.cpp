@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "headless/documents/object_reader.h"
 #include "headless/documents/parameter_reader.h"
+#include "headless/documents/part_readers.h"
 #include "headless/model/node_types.h"
 
 namespace headless {
@@ -32,8 +32,9 @@ std::unique_ptr<PolygonNode> readPolygons(const JsonCursor& object) {
             CPolygon(indices[0], indices[1], indices[2], corners == 4 ? indices[3] : indices[2]);
     }
     if (const auto edges = object.find("brokenEdges")) {
+        const auto edgeCount = static_cast<int32_t>(node->polygons.size() * 4);
         for (size_t i = 0, count = edges->arraySize(); i < count; ++i) {
-            node->brokenEdges.Select(edges->at(i).integer(0));
+            node->brokenEdges.Select(edges->at(i).integer(0, edgeCount - 1));
         }
     }
     return node;

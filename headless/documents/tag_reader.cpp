@@ -1,27 +1,39 @@
 // SPDX-License-Identifier: MIT
 #include "headless/documents/document_words.h"
-#include "headless/documents/object_reader.h"
 #include "headless/documents/parameter_reader.h"
-#include "headless/model/node_types.h"
+#include "headless/documents/part_readers.h"
 
 namespace headless {
 
 namespace {
 
-void readSelection(const JsonCursor& cursor, SelectionTagNode& tag) {
+/// `polygons` is the object that carries the tag; null for a generator, whose polygons aren't known yet.
+void readSelection(const JsonCursor& cursor, SelectionTagNode& tag, const PolygonNode* polygons) {
+    const int32_t last = polygons ? static_cast<int32_t>(polygons->polygons.size()) - 1 : INT32_MAX;
     for (size_t i = 0, count = cursor.arraySize(); i < count; ++i) {
         const JsonCursor element = cursor.at(i);
         if (element.json().is_array()) {
             element.expectCount(2);
-            const int32_t from = element.at(size_t{0}).integer(0);
-            tag.selection.SelectRange(from, element.at(size_t{1}).integer(from));
+            const int32_t from = element.at(size_t{0}).integer(0, last);
+            tag.selection.SelectRange(from, element.at(size_t{1}).integer(from, last));
         } else {
-            tag.selection.Select(element.integer(0));
+            tag.selection.Select(element.integer(0, last));
         }
     }
 }
 
-void readUVW(const JsonCursor& cursor, UVWTagNode& tag) {
+Vector readTextureCoordinate(const JsonCursor& cursor) {
+    if (cursor.arraySize() == 3) {
+        return readVector(cursor);
+    }
+    cursor.expectCount(2);
+    return {cursor.at(size_t{0}).real(), cursor.at(size_t{1}).real(), 0.0f};
+}
+
+void readUVW(const JsonCursor& cursor, UVWTagNode& tag, const PolygonNode* polygons) {
+    if (polygons) {
+        cursor.expectCount(polygons->polygons.size());
+    }
     tag.records.resize(cursor.arraySize());
     for (size_t i = 0; i < tag.records.size(); ++i) {
         const JsonCursor polygon = cursor.at(i);
@@ -31,9 +43,7 @@ void readUVW(const JsonCursor& cursor, UVWTagNode& tag) {
         }
         Vector uvw[4];
         for (size_t corner = 0; corner < corners; ++corner) {
-            const JsonCursor pair = polygon.at(corner);
-            pair.expectCount(2);
-            uvw[corner] = Vector(pair.at(size_t{0}).real(), pair.at(size_t{1}).real(), 0.0f);
+            uvw[corner] = readTextureCoordinate(polygon.at(corner));
         }
         tag.records[i] = {uvw[0], uvw[1], uvw[2], corners == 4 ? uvw[3] : uvw[2]};
     }
@@ -53,15 +63,6 @@ void readTexture(const JsonCursor& cursor, TextureTagNode& tag, DocumentReading&
     if (const auto matrix = cursor.find("matrix")) {
         tag.matrix = readMatrix(*matrix);
     }
-}
-
-const NodeTypeInfo& tagType(const JsonCursor& cursor) {
-    const NodeTypeInfo* const type = NodeTypes::instance().findByName(
-        NodeKind::tag, cursor.json().is_string() ? cursor.text() : std::to_string(cursor.integer()));
-    if (!type) {
-        cursor.fail("unknown tag type " + cursor.json().dump() + "; is the plug-in that defines it loaded?");
-    }
-    return *type;
 }
 
 /// Keys that only some types have.
@@ -84,30 +85,20 @@ void checkOwnKeys(const JsonCursor& cursor, int32_t type) {
 void readTag(const JsonCursor& cursor, Object& object, DocumentReading& reading) {
     cursor.expectKeys({"type", "id", "name", "layer", "parameters", "tracks", "material", "projection",
                        "selection", "matrix", "uvw", "polygons"});
-    const int32_t type = tagType(cursor.at("type")).id;
+    const int32_t type = readType(cursor.at("type"), NodeKind::tag, "tag").id;
     checkOwnKeys(cursor, type);
     Tag& tag = object.appendTag(createTag(type));
-    if (const auto id = cursor.find("id")) {
-        reading.links.define(*id, tag);
-    }
-    if (const auto name = cursor.find("name")) {
-        tag.name = name->text();
-    }
+    const PolygonNode* const carrier = asPolygons(&object);
     if (type == Ttexture) {
         readTexture(cursor, static_cast<TextureTagNode&>(tag), reading);
     }
     if (const auto uvw = cursor.find("uvw")) {
-        readUVW(*uvw, static_cast<UVWTagNode&>(tag));
+        readUVW(*uvw, static_cast<UVWTagNode&>(tag), carrier);
     }
     if (const auto polygons = cursor.find("polygons")) {
-        readSelection(*polygons, static_cast<SelectionTagNode&>(tag));
+        readSelection(*polygons, static_cast<SelectionTagNode&>(tag), carrier);
     }
-    if (const auto parameters = cursor.find("parameters")) {
-        readParameters(*parameters, tag, reading.links);
-    }
-    if (const auto tracks = cursor.find("tracks")) {
-        readTracks(*tracks, tag, reading);
-    }
+    readCommon(cursor, tag, reading);
 }
 
 } // namespace headless

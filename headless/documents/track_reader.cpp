@@ -1,27 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "headless/documents/document_words.h"
-#include "headless/documents/object_reader.h"
 #include "headless/documents/parameter_reader.h"
-
-#include <numbers>
+#include "headless/documents/part_readers.h"
+#include "headless/model/track.h"
 
 namespace headless {
 
 namespace {
 
-constexpr float RADIANS = std::numbers::pi_v<float> / 180.0f;
-
 GeData readKeyValue(const JsonCursor& cursor, Node& node, const Track& track, LinkTable& links) {
-    // Documents give angles in degrees.
-    const float unit = track.channel == Channel::rotation ? RADIANS : 1.0f;
+    const bool isAngle = track.channel == Channel::rotation;
     if (track.component >= 0) {
-        return GeData(cursor.real() * unit);
+        return GeData(isAngle ? readAngle(cursor) : cursor.real());
     }
     switch (track.channel) {
-    case Channel::position:
     case Channel::rotation:
+        return GeData(readAngles(cursor));
+    case Channel::position:
     case Channel::scale:
-        return GeData(readVector(cursor) * unit);
+        return GeData(readVector(cursor));
     case Channel::orientation:
     case Channel::transform:
         return GeData(readMatrix(cursor));

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include "headless/import/import_model.h"
+
+#include "foundation/file_utils.h"
+#include "headless/documents/document_error.h"
+#include "headless/import/animation_import.h"
+#include "headless/import/material_import.h"
+#include "headless/import/node_import.h"
+
+#include <assimp/Importer.hpp>
+#include <assimp/config.h>
+
+namespace headless {
+
+namespace {
+
+/// No post-processing: its steps trust what the file says, and change the polygons.
+const aiScene& readModel(Assimp::Importer& importer, const std::string& file) {
+    if (!Quenza::FileUtils::fileExists(file)) {
+        throw DocumentError(file, "there is no such file");
+    }
+    // Without this each pivot of an FBX file becomes a chain of nodes.
+    importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
+    const aiScene* scene = nullptr;
+    try {
+        scene = importer.ReadFile(file, 0);
+    } catch (const std::exception& error) {
+        throw DocumentError(file, std::string("the model can't be read: ") + error.what());
+    }
+    if (!scene || !scene->mRootNode) {
+        throw DocumentError(file, std::string("the model can't be read: ") + importer.GetErrorString());
+    }
+    return *scene;
+}
+
+void setOrigin(Document& document, const std::string& file) {
+    const Filename path{String(file)};
+    document.path = path.GetDirectory();
+    document.fileName = path.GetFile();
+}
+
+} // namespace
+
+std::unique_ptr<Document> importModel(const std::string& file, std::vector<std::string>& warnings) {
+    std::vector<std::string> notes;
+    Assimp::Importer importer;
+    const aiScene& scene = readModel(importer, file);
+    auto document = std::make_unique<Document>();
+    setOrigin(*document, file);
+    document->setFps(framesPerSecond(scene));
+    const bool rootMoves = animatesRoot(scene);
+    const ModelSpace space(scene, rootMoves);
+    const std::vector<Material*> materials = importMaterials(scene, file, *document, notes);
+    const size_t earlier = notes.size();
+    const ImportedNodes nodes = importNodes(scene, space, rootMoves, materials, *document, notes);
+    if (nodes.polygonCount == 0) {
+        throw DocumentError(file, "the model has no polygons" +
+                                      (notes.size() > earlier ? ": " + notes[earlier] : std::string()));
+    }
+    importAnimation(scene, space, nodes, *document, notes);
+    for (const std::string& note : notes) {
+        warnings.push_back(file + ": " + note);
+    }
+    return document;
+}
+
+} // namespace headless
