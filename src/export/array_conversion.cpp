@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "export/array_conversion.h"
 
+#include "export/append_corners.h"
+
 #include <exception>
 #include <system_error>
 #include <thread>
@@ -45,9 +47,9 @@ void trim(Quenza::Vector<T>& values) {
 }
 
 template <class Corners, class Task>
-void convertCorners(const Task& task, const Corners& corners, MergeScratch& scratch) {
+void convertCorners(const Task& task, const Corners& corners, MergeScratch<Corners>& scratch) {
     if (task.merge) {
-        mergeCorners(task.arrays, task.runs, task.cornerCount, corners, scratch, task.mesh);
+        CornerMerge<Corners>(task.arrays, task.runs, task.cornerCount, corners, scratch, task.mesh).run();
     } else {
         appendCorners(task.arrays, task.runs, task.cornerCount, corners, task.mesh);
     }
@@ -59,7 +61,7 @@ void ArrayConverter::convertVertices(const Task& task) {
     if (task.arrays.normals) {
         convertCorners(task, VertexCorners(task.arrays, task.scale, task.mesh), vertexScratch_);
     } else {
-        convertCorners(task, PositionCorners(task.arrays, task.scale, task.mesh), vertexScratch_);
+        convertCorners(task, PositionCorners(task.arrays, task.scale, task.mesh), positionScratch_);
     }
     trim(task.mesh.vert_positions);
     trim(task.mesh.vert_normals);

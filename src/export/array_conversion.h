@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "export/corner_passes.h"
+#include "export/merge_corners.h"
 #include "export/mesh_arrays.h"
+#include "export/mesh_corners.h"
 #include "scene/mesh.h"
 
 /// Converts host arrays into scene meshes. One converter serves for many meshes, one after the other: the
@@ -26,6 +27,7 @@ private:
     void convertVertices(const Task& task);
     void convertUvs(const Task& task);
 
-    MergeScratch vertexScratch_;
-    MergeScratch uvScratch_;
+    MergeScratch<PositionCorners> positionScratch_;
+    MergeScratch<VertexCorners> vertexScratch_;
+    MergeScratch<UvCorners> uvScratch_;
 };

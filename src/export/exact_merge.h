@@ -2,22 +2,28 @@
 #pragma once
 
 #include "foundation/block_memory.h"
+#include "foundation/vec.h"
 
 #include <bit>
 #include <cstdint>
 #include <cstring>
-#include <utility>
 
-// Gives equal records one index, by exact comparison of their numbers, in the order of their first
-// appearance.
+// What merging equal records is made of: exact comparison of their numbers, hashing to match, and a hash
+// table.
 
 /// Exact equality of floats: 0 equals -0, and a NaN equals a NaN of the same bits, so that no record is ever
 /// different from itself.
 inline bool sameNumber(float a, float b) {
     return a == b || std::bit_cast<uint32_t>(a) == std::bit_cast<uint32_t>(b);
 }
+inline bool sameNumbers(const Quenza::Vec2f& a, const Quenza::Vec2f& b) {
+    return sameNumber(a.x, b.x) && sameNumber(a.y, b.y);
+}
+inline bool sameNumbers(const Quenza::Vec3f& a, const Quenza::Vec3f& b) {
+    return sameNumber(a.x, b.x) && sameNumber(a.y, b.y) && sameNumber(a.z, b.z);
+}
 
-/// The bits of a number for hashing; equal for equal numbers.
+/// The bits of a number for hashing; the same for numbers that are equal.
 inline uint64_t numberBits(float a) {
     return std::bit_cast<uint32_t>(a + 0.0f); // turns -0 into 0
 }
@@ -27,10 +33,16 @@ inline uint64_t mixWords(uint64_t a, uint64_t b) {
     const auto product = static_cast<unsigned __int128>(a ^ 0x9E3779B97F4A7C15u) * (b ^ 0xD1B54A32D192ED03u);
     return static_cast<uint64_t>(product) ^ static_cast<uint64_t>(product >> 64);
 }
+inline uint64_t hashNumbers(const Quenza::Vec2f& v) {
+    return mixWords(numberBits(v.x), numberBits(v.y));
+}
+inline uint64_t hashNumbers(const Quenza::Vec3f& v) {
+    return mixWords(numberBits(v.x) | numberBits(v.y) << 32, numberBits(v.z));
+}
 
-/// The hash table behind merging: open addressing with linear probing over pairs of hash and index. A slot's
-/// place is its hash scaled to the capacity, so entries stand in the order of their hashes, and growing
-/// copies from one end to the other without looking at a record.
+/// Open addressing with linear probing over pairs of hash and index. A slot's place is its hash scaled to the
+/// capacity, so that entries stand in the order of their hashes, and growing copies from one end to the other
+/// without a look at the records.
 class MergeTable {
 public:
     MergeTable() = default;
@@ -39,15 +51,8 @@ public:
     ~MergeTable() { release(); }
 
     /// Empties the table, with room for `expected` records. Memory of an earlier use is taken again.
-    void reset(uint64_t expected) {
-        const uint64_t wanted = expected + expected / 2 + minimumCapacity;
-        if (wanted > allocated_) {
-            release();
-            slots_ = allocate(wanted);
-            allocated_ = wanted;
-        }
-        clear(wanted);
-    }
+    void reset(uint64_t expected);
+    void release();
 
     void prefetch(uint32_t hash) const { __builtin_prefetch(slots_ + home(hash)); }
 
@@ -68,53 +73,19 @@ public:
         return index;
     }
 
-    void release() {
-        Quenza::BlockMemory::free(slots_, allocated_ * sizeof(Slot));
-        slots_ = nullptr;
-        allocated_ = capacity_ = count_ = limit_ = 0;
-    }
-
 private:
     struct Slot {
         uint32_t hash;
         uint32_t number; ///< Index plus one; 0 is an empty slot.
     };
-    static constexpr uint64_t minimumCapacity = 64;
 
-    static Slot* allocate(uint64_t capacity) {
-        return static_cast<Slot*>(Quenza::BlockMemory::allocate(capacity * sizeof(Slot)));
-    }
     uint64_t home(uint32_t hash) const { return (hash * capacity_) >> 32; }
     uint64_t next(uint64_t at) const { return at + 1 == capacity_ ? 0 : at + 1; }
-    void clear(uint64_t capacity) {
-        capacity_ = capacity;
-        count_ = 0;
-        limit_ = capacity - capacity / 3; // probes stay within a cache line or two
-        std::memset(static_cast<void*>(slots_), 0, capacity * sizeof(Slot));
-    }
-    void grow() {
-        Slot* const old = slots_;
-        const uint64_t oldCapacity = capacity_;
-        const uint64_t oldCount = count_;
-        const uint64_t oldAllocated = allocated_;
-        slots_ = allocate(oldCapacity * 2);
-        allocated_ = oldCapacity * 2;
-        clear(allocated_);
-        for (uint64_t i = 0; i < oldCapacity; ++i) {
-            if (old[i].number != 0) {
-                uint64_t at = home(old[i].hash);
-                while (slots_[at].number != 0) {
-                    at = next(at);
-                }
-                slots_[at] = old[i];
-            }
-        }
-        count_ = oldCount;
-        Quenza::BlockMemory::free(old, oldAllocated * sizeof(Slot));
-    }
+    void clear(uint64_t capacity);
+    void grow();
 
     Slot* slots_ = nullptr;
-    uint64_t allocated_ = 0;
+    uint64_t allocated_ = 0; ///< Slots in the block, of which the first `capacity_` are in use.
     uint64_t capacity_ = 0;
     uint64_t count_ = 0;
     uint64_t limit_ = 0;

@@ -26,6 +26,15 @@ struct MeshArrays {
     UvSource uvs;
 };
 
+/// The point at a corner, 0 to 3 for a, b, c, d.
+inline uint32_t cornerPoint(const CPolygon& polygon, uint32_t corner) {
+    return static_cast<uint32_t>((&polygon.a)[corner]);
+}
+
+inline uint32_t cornerCountOf(const CPolygon& polygon) {
+    return polygon.IsTriangle() ? 3 : 4;
+}
+
 /// Neighbouring polygons of one material slot: those from `from` up to, and without, `to`.
 struct PolygonRun {
     int32_t from = 0;

@@ -6,115 +6,85 @@
 #include "export/scene_space.h"
 #include "scene/mesh.h"
 
-#include <algorithm>
 #include <limits>
 
-// What a polygon's corners carry, read from the host's arrays, in the form in which they stand in a mesh. A
-// kind of corner tells how to read one, where its arrays are, and which indices of a face refer to them.
+// What a polygon's corners carry, in the form in which it stands in a mesh. A kind of corner says how it's
+// read from the host's arrays, where it's written to, and which indices of a face refer to it. It has two
+// parts: what the corner's point decides (the place), and what is the corner's own (the detail).
 
-/// A corner normal of the host in the scene's axes, with unit length. One without a direction becomes (1, 0,
-/// 0).
+/// A corner normal of the host in the scene's axes, with unit length. One without a direction, be it too
+/// short or not finite, becomes (1, 0, 0).
 inline Quenza::Vec3f cornerNormal(const Vector& normal) {
     constexpr float tolerance = 1e-7f;
     const float length = normal.GetLength();
-    if (!(length >= tolerance && length <= std::numeric_limits<float>::max())) {
-        return {1.0f, 0.0f, 0.0f};
-    }
     if (std::abs(length - 1.0f) <= tolerance) {
         return toSceneSpace(normal);
+    }
+    if (!(length >= tolerance && length <= std::numeric_limits<float>::max())) {
+        return {1.0f, 0.0f, 0.0f};
     }
     return toSceneSpace(normal * (1.0f / length));
 }
 
-/// Keeps what a growing array of corners has room for. Most meshes need little more than one record a point;
-/// one that needs more may need one for each corner. Memory that isn't written to stays with the system.
-class CornerCapacity {
-public:
-    CornerCapacity(uint64_t points, uint64_t corners)
-        : corners_(corners), capacity_(std::min(corners, points + points / 4)) {}
-
-    uint64_t get() const { return capacity_; }
-    bool isFull(uint64_t size) const { return size == capacity_; }
-    void raise() { capacity_ = corners_; }
-
-private:
-    uint64_t corners_;
-    uint64_t capacity_;
-};
-
-/// Positions, for meshes without normals.
+/// Positions, for meshes without normals. No corner has a detail.
 class PositionCorners {
 public:
-    using Record = Quenza::Vec3f;
+    struct Detail {};
     static constexpr bool writesSlot = true;
 
     PositionCorners(const MeshArrays& arrays, float scale, Quenza::Mesh& mesh)
         : arrays_(arrays), scale_(scale), positions_(mesh.vert_positions) {}
 
-    void prefetch(uint32_t point) const { __builtin_prefetch(arrays_.points + point); }
-    Record read(int32_t /*polygon*/, uint32_t /*corner*/, uint32_t point) const {
-        return toSceneSpace(arrays_.points[point] * scale_);
-    }
-    static uint64_t hash(const Record& p) {
-        return mixWords(numberBits(p.x) | numberBits(p.y) << 32, numberBits(p.z));
-    }
+    void prefetchPlace(uint32_t point) const { __builtin_prefetch(arrays_.points + point); }
+    Detail readDetail(int32_t /*polygon*/, uint32_t /*corner*/) const { return {}; }
+    static bool sameDetail(const Detail& /*a*/, const Detail& /*b*/) { return true; }
+    uint64_t hash(uint32_t point, const Detail& /*detail*/) const { return hashNumbers(place(point)); }
 
     void resize(uint64_t size) { positions_.resize(size); }
-    void write(uint64_t index, const Record& record) { positions_[index] = record; }
-    void prefetchWritten(uint64_t /*index*/) const {}
-    bool equals(uint64_t index, const Record& p) const {
-        const Quenza::Vec3f& q = positions_[index];
-        return sameNumber(p.x, q.x) && sameNumber(p.y, q.y) && sameNumber(p.z, q.z);
+    void write(uint64_t index, uint32_t point, const Detail& /*detail*/) { positions_[index] = place(point); }
+    bool equals(uint64_t index, uint32_t point, const Detail& /*detail*/) const {
+        return sameNumbers(positions_[index], place(point));
     }
-    /// Whether a record that was read for the same point equals.
-    bool equalsAtPoint(uint64_t /*index*/, const Record& /*record*/) const { return true; }
 
     static uint32_t* indices(Quenza::MeshTriangle& face) { return face.vertex_indices; }
     static uint32_t* indices(Quenza::MeshQuad& face) { return face.vertex_indices; }
 
 private:
+    Quenza::Vec3f place(uint32_t point) const { return toSceneSpace(arrays_.points[point] * scale_); }
+
     const MeshArrays& arrays_;
     float scale_;
     Quenza::Vector<Quenza::Vec3f>& positions_;
 };
 
-/// Positions with normals.
+/// Positions with normals; the normal is the detail.
 class VertexCorners {
 public:
-    struct Record {
-        Quenza::Vec3f position;
-        Quenza::Vec3f normal;
-    };
+    using Detail = Quenza::Vec3f;
     static constexpr bool writesSlot = true;
 
     VertexCorners(const MeshArrays& arrays, float scale, Quenza::Mesh& mesh)
         : arrays_(arrays), positions_(arrays, scale, mesh), normals_(mesh.vert_normals) {}
 
-    void prefetch(uint32_t point) const { positions_.prefetch(point); }
-    Record read(int32_t polygon, uint32_t corner, uint32_t point) const {
-        return {positions_.read(polygon, corner, point),
-                cornerNormal(arrays_.normals[size_t(polygon) * 4 + corner])};
+    void prefetchPlace(uint32_t point) const { positions_.prefetchPlace(point); }
+    Detail readDetail(int32_t polygon, uint32_t corner) const {
+        return cornerNormal(arrays_.normals[size_t(polygon) * 4 + corner]);
     }
-    static uint64_t hash(const Record& record) {
-        return mixWords(PositionCorners::hash(record.position), PositionCorners::hash(record.normal));
+    static bool sameDetail(const Detail& a, const Detail& b) { return sameNumbers(a, b); }
+    uint64_t hash(uint32_t point, const Detail& normal) const {
+        return mixWords(positions_.hash(point, {}), hashNumbers(normal));
     }
 
     void resize(uint64_t size) {
         positions_.resize(size);
         normals_.resize(size);
     }
-    void write(uint64_t index, const Record& record) {
-        positions_.write(index, record.position);
-        normals_[index] = record.normal;
+    void write(uint64_t index, uint32_t point, const Detail& normal) {
+        positions_.write(index, point, {});
+        normals_[index] = normal;
     }
-    void prefetchWritten(uint64_t index) const { __builtin_prefetch(normals_.data() + index); }
-    bool equals(uint64_t index, const Record& record) const {
-        return positions_.equals(index, record.position) && equalsAtPoint(index, record);
-    }
-    bool equalsAtPoint(uint64_t index, const Record& record) const {
-        const Quenza::Vec3f& n = normals_[index];
-        return sameNumber(record.normal.x, n.x) && sameNumber(record.normal.y, n.y) &&
-               sameNumber(record.normal.z, n.z);
+    bool equals(uint64_t index, uint32_t point, const Detail& normal) const {
+        return positions_.equals(index, point, {}) && sameNumbers(normals_[index], normal);
     }
 
     static uint32_t* indices(Quenza::MeshTriangle& face) { return face.vertex_indices; }
@@ -126,28 +96,27 @@ private:
     Quenza::Vector<Quenza::Vec3f>& normals_;
 };
 
-/// UV pairs: v runs upwards in the scene.
+/// UV pairs, which are all detail; v runs upwards in the scene.
 class UvCorners {
 public:
-    using Record = Quenza::Vec2f;
+    using Detail = Quenza::Vec2f;
     static constexpr bool writesSlot = false;
 
     UvCorners(const MeshArrays& arrays, Quenza::Mesh& mesh) : source_(arrays.uvs), pairs_(mesh.uv_pairs) {}
 
-    void prefetch(uint32_t /*point*/) const {}
-    Record read(int32_t polygon, uint32_t corner, uint32_t /*point*/) const {
+    void prefetchPlace(uint32_t /*point*/) const {}
+    Detail readDetail(int32_t polygon, uint32_t corner) const {
         const Vector uv = source_.records ? (&source_.records[polygon].a)[corner] : Vector();
         return {uv.x * source_.scaleU - source_.shiftU, 1.0f - (uv.y * source_.scaleV - source_.shiftV)};
     }
-    static uint64_t hash(const Record& uv) { return mixWords(numberBits(uv.x), numberBits(uv.y)); }
+    static bool sameDetail(const Detail& a, const Detail& b) { return sameNumbers(a, b); }
+    uint64_t hash(uint32_t /*point*/, const Detail& uv) const { return hashNumbers(uv); }
 
     void resize(uint64_t size) { pairs_.resize(size); }
-    void write(uint64_t index, const Record& record) { pairs_[index] = record; }
-    void prefetchWritten(uint64_t index) const { __builtin_prefetch(pairs_.data() + index); }
-    bool equals(uint64_t index, const Record& uv) const {
-        return sameNumber(uv.x, pairs_[index].x) && sameNumber(uv.y, pairs_[index].y);
+    void write(uint64_t index, uint32_t /*point*/, const Detail& uv) { pairs_[index] = uv; }
+    bool equals(uint64_t index, uint32_t /*point*/, const Detail& uv) const {
+        return sameNumbers(pairs_[index], uv);
     }
-    bool equalsAtPoint(uint64_t index, const Record& uv) const { return equals(index, uv); }
 
     static uint32_t* indices(Quenza::MeshTriangle& face) { return face.uv_indices; }
     static uint32_t* indices(Quenza::MeshQuad& face) { return face.uv_indices; }
