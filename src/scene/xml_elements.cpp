@@ -4,12 +4,15 @@
 #include "foundation/file_utils.h"
 #include "foundation/number_format.h"
 
+#include <algorithm>
 #include <cstring>
-#include <tinyxml.h>
+#include <string>
 
 namespace Quenza {
 
 namespace {
+
+constexpr char HEX_DIGITS[] = "0123456789ABCDEF";
 
 /// Collects the text of one element in memory that is kept from element to element, and hands it to the
 /// stream at once.
@@ -122,6 +125,40 @@ bool needsEscape(std::string_view value) {
     return false;
 }
 
+void appendEscaped(std::string& out, char c) {
+    const unsigned char byte = static_cast<unsigned char>(c);
+    if (c == '&')
+        out += "&amp;";
+    else if (c == '<')
+        out += "&lt;";
+    else if (c == '>')
+        out += "&gt;";
+    else if (c == '"')
+        out += "&quot;";
+    else if (c == '\'')
+        out += "&apos;";
+    else if (byte < 32)
+        out.append("&#x").append(1, HEX_DIGITS[byte / 16]).append(1, HEX_DIGITS[byte % 16]).append(1, ';');
+    else
+        out += c;
+}
+
+/// TinyXML's string encoding. It isn't called, since packagers patch it: some builds of it escape the "&" of
+/// a character reference "&#x41;", which the file format leaves alone. Without a ";" the reference ends
+/// before the last character.
+std::string escaped(std::string_view value) {
+    std::string out;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        if (i + 2 < value.size() && value.substr(i, 3) == "&#x") {
+            const std::size_t end = std::min(value.find(';', i), value.size() - 1);
+            out.append(value.substr(i, end - i));
+            i = end;
+        }
+        appendEscaped(out, value[i]);
+    }
+    return out;
+}
+
 } // namespace
 
 void writeIndent(OStream& stream, u32 depth) {
@@ -169,9 +206,7 @@ void writeStringElement(OStream& stream, u32 depth, const char* name, const Stri
     if (cdata || !needsEscape(value.view())) {
         text.put(value.view());
     } else {
-        std::string escaped;
-        TiXmlBase::EncodeString(value.toStdString(), &escaped);
-        text.put(escaped);
+        text.put(escaped(value.view()));
     }
     text.put(cdata ? "]]></" : "</");
     text.put(name);

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+#include "scene/scene_node_mesh.h"
+
+#include "scene/mesh_file.h"
+#include "scene/mesh_loader.h"
+#include "scene/scene_node_root.h"
+#include "scene/scene_visitor.h"
+#include "scene/xml_text.h"
+#include "support/temp_dir.h"
+
+#include <gtest/gtest.h>
+
+namespace Quenza {
+namespace {
+
+Ref<Mesh> triangleMesh() {
+    const Ref<Mesh> mesh = new Mesh;
+    for (const Vec3f& v : {Vec3f{0, 0, 0}, Vec3f{1, 0, 0}, Vec3f{1, 1, 0}})
+        mesh->addVertex(v);
+    const u32 corners[3] = {0, 1, 2};
+    mesh->addTriangle(corners, corners, 1);
+    mesh->endOfModel();
+    return mesh;
+}
+
+class SceneNodeMeshTest : public testing::Test {
+protected:
+    SceneNodeMeshTest() {
+        node->name = "M";
+        node->uid = SceneNodeUID(7);
+        node->mesh = triangleMesh();
+        options.base_path = dir.path();
+        options.scene_path = dir / "scene.qzs";
+    }
+
+    static std::string expectedXML(const std::string& path) {
+        return "<mesh>\n"
+               "\t<uid>7</uid>\n"
+               "\t<name>M</name>\n"
+               "\t<max_num_subdivisions>0</max_num_subdivisions>\n"
+               "\t<subdivide_pixel_threshold>4</subdivide_pixel_threshold>\n"
+               "\t<subdivide_curvature_threshold>0</subdivide_curvature_threshold>\n"
+               "\t<displacement_error_threshold>0</displacement_error_threshold>\n"
+               "\t<view_dependent_subdivision>true</view_dependent_subdivision>\n"
+               "\t<subdivision_smoothing>true</subdivision_smoothing>\n"
+               "\t<normal_smoothing>false</normal_smoothing>\n"
+               "\t<merge_vertices_with_same_pos_and_normal>true</merge_vertices_with_same_pos_and_normal>\n"
+               "\t<wrap_u>false</wrap_u>\n"
+               "\t<wrap_v>false</wrap_v>\n"
+               "\t<view_dependent_subdivision>true</view_dependent_subdivision>\n"
+               "\t<scale>1</scale>\n"
+               "\t<external>\n"
+               "\t\t<path>" +
+               path +
+               "</path>\n"
+               "\t</external>\n"
+               "</mesh>\n";
+    }
+    std::string relativePath() { return "scene_meshes/" + getMeshFileName(*triangleMesh()).toStdString(); }
+
+    const TempDir dir;
+    const Ref<SceneNodeMesh> node = new SceneNodeMesh;
+    XMLWriteOptions options;
+};
+
+TEST_F(SceneNodeMeshTest, WritesItselfAndItsFile) {
+    EXPECT_EQ(xmlText(*node, 0, options), expectedXML(relativePath()));
+    Mesh written;
+    Mesh::readFromFile(dir / relativePath(), written);
+    EXPECT_EQ(written.triangles[0], triangleMesh()->triangles[0]);
+    EXPECT_TRUE(node->mesh.nonNull());
+
+    writeBytes(dir / relativePath(), "damaged");
+    options.write_absolute_paths = true;
+    EXPECT_EQ(xmlText(*node, 0, options), expectedXML((dir / relativePath()).toStdString()));
+    EXPECT_NE(fileBytes(dir / relativePath()), "damaged") << "an earlier file of that name is replaced";
+}
+
+TEST_F(SceneNodeMeshTest, LetsGoOfTheMeshOnDemandAndLoadsItAgain) {
+    options.release_meshes = true;
+    const std::string xml = xmlText(*node, 0, options);
+    EXPECT_TRUE(node->mesh.isNull());
+    EXPECT_EQ(xmlText(*node, 0, options), xml);
+
+    const Ref<SceneNodeRoot> root = new SceneNodeRoot;
+    root->addChild(node.getPointer());
+    node->scale = 2.5;
+    root->finalise(dir / "scene.qzs");
+    ASSERT_TRUE(node->mesh.nonNull());
+    EXPECT_EQ(node->mesh->vert_positions[2], (Vec3f{2.5f, 2.5f, 0}));
+    EXPECT_EQ(node->mesh->num_materials_referenced, 2u);
+    EXPECT_EQ(node->mesh->aabb_max.x, 2.5f);
+}
+
+TEST_F(SceneNodeMeshTest, TurnsAFolderThatCannotBeMadeIntoTheOneException) {
+    options.base_path = dir / "missing";
+    EXPECT_EQ(thrownText([&] { xmlText(*node, 0, options); }),
+              "Failed to create directory '" + (dir / "missing/scene_meshes").toStdString() + "'");
+}
+
+TEST_F(SceneNodeMeshTest, TakesPartInDependencies) {
+    node->path = "old.qzmesh";
+    SceneVisitor visitor;
+    visitor.mode = SceneVisitor::COLLECT_DEPENDENCIES;
+    visitor.path = options.scene_path;
+    visitor.base_path = options.base_path;
+    node->doVisit(visitor);
+    node->doVisit(visitor); // as a child and by each of its models
+    SceneVisitor as_written;
+    as_written.mode = visitor.mode;
+    as_written.path = visitor.path;
+    as_written.base_path = visitor.base_path;
+    as_written.use_stored_paths = false;
+    node->doVisit(as_written);
+    ASSERT_EQ(visitor.dependencies.size(), 1u);
+    EXPECT_EQ(visitor.dependencies[0], "old.qzmesh");
+    EXPECT_EQ(as_written.dependencies[0], dir / relativePath());
+
+    visitor.mode = SceneVisitor::UPDATE_DEPENDENCIES;
+    visitor.path_map.insert("old.qzmesh", "new.qzmesh");
+    node->doVisit(visitor);
+    EXPECT_EQ(node->path, "new.qzmesh");
+}
+
+TEST_F(SceneNodeMeshTest, CountsNamesAndLeavesCopiesUnmade) {
+    const auto number = [] { return std::stoi(SceneNodeMesh().getName().toStdString().substr(5)); };
+    const int first = number();
+    EXPECT_EQ(number(), first + 1);
+    EXPECT_EQ(SceneNodeMesh().getName().view().substr(0, 5), "Mesh ");
+
+    testing::internal::CaptureStdout();
+    EXPECT_TRUE(node->clone().isNull());
+    EXPECT_TRUE(node->doIsEqual(*node));
+    EXPECT_FALSE(node->doIsEqual(SceneNodeMesh()));
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "SceneNodeMesh::clone() not yet implemented"
+                                                      "TODO: IMPLEMENT SceneNodeMesh::doIsEqual()\n");
+}
+
+TEST_F(SceneNodeMeshTest, LoadsNothingButItsOwnFiles) {
+    const auto failure = [](const String& path) {
+        Mesh mesh;
+        return thrownText([&] { loadMeshFile(path, mesh, 1.0); });
+    };
+    EXPECT_EQ(failure("a.b"), "filename too short: 'a.b'");
+    EXPECT_EQ(failure("dir.x/mesh.OBJ"), "key 'obj' not found");
+
+    const Ref<Mesh> broken = triangleMesh();
+    broken->triangles[0].vertex_indices[1] = 3;
+    Mesh::writeToFile(dir / "broken.QzMesh", *broken);
+    EXPECT_EQ(failure(dir / "broken.QzMesh"), "Triangle vertex index is out of bounds. (vertex index=3)");
+}
+
+TEST_F(SceneNodeMeshTest, AsksTheLoaderThatWasSet) {
+    setMeshLoader([](const String& path, Mesh& mesh, double scale) {
+        mesh.addMaterialUsed(path);
+        mesh.num_uv_mappings = u32(scale);
+    });
+    node->mesh = nullptr;
+    node->path = "a.obj";
+    node->scale = 3;
+    SceneVisitor visitor;
+    visitor.mode = SceneVisitor::LOAD;
+    visitor.base_path = "/scenes";
+    node->doVisit(visitor);
+    setMeshLoader(nullptr);
+    EXPECT_EQ(node->mesh->used_materials[0], "/scenes/a.obj");
+    EXPECT_EQ(node->mesh->num_uv_mappings, 3u);
+    EXPECT_EQ(getMeshLoader(), &loadMeshFile);
+}
+
+} // namespace
+} // namespace Quenza
