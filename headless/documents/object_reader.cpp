@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "headless/documents/document_units.h"
 #include "headless/documents/document_words.h"
 #include "headless/documents/parameter_reader.h"
 #include "headless/documents/part_readers.h"
 #include "headless/import/import_model.h"
-#include "headless/model/rotation.h"
 
 #include <deque>
 
@@ -55,19 +55,17 @@ void readTransform(const JsonCursor& cursor, Object& object) {
         object.matrix = readMatrix(*matrix);
         return;
     }
-    MatrixParts parts = splitMatrix(Matrix());
+    LocalTransform transform;
     if (const auto position = cursor.find("position")) {
-        parts.position = readVector(*position);
+        transform.position = readVector(*position);
     }
     if (const auto rotation = cursor.find("rotation")) {
-        parts.rotation = rotationFromHPB(readAngles(*rotation));
+        transform.rotation = readAngles(*rotation);
     }
     if (const auto scale = cursor.find("scale")) {
-        parts.scale = readVector(*scale);
+        transform.scale = readVector(*scale);
     }
-    // Joined by hand: each axis keeps the sign of its own scale.
-    object.matrix = Matrix(parts.position, parts.rotation.axisX * parts.scale.x,
-                           parts.rotation.axisY * parts.scale.y, parts.rotation.axisZ * parts.scale.z);
+    object.matrix = transform.matrix();
 }
 
 void readModes(const JsonCursor& cursor, Object& object) {

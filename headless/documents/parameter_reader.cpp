@@ -2,13 +2,13 @@
 #include "headless/documents/parameter_reader.h"
 
 #include "foundation/file_utils.h"
+#include "headless/documents/document_units.h"
 #include "headless/documents/names.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 #include "host/inexclude.h"
 
 #include <charconv>
-#include <numbers>
 
 namespace headless {
 
@@ -137,8 +137,7 @@ Vector readVector(const JsonCursor& cursor) {
 }
 
 float readAngle(const JsonCursor& cursor) {
-    constexpr double RADIANS = std::numbers::pi / 180.0;
-    return static_cast<float>(static_cast<double>(cursor.number()) * RADIANS);
+    return radiansOf(cursor.number());
 }
 
 Vector readAngles(const JsonCursor& cursor) {
