@@ -27,6 +27,9 @@ Object& Object::insertChild(std::unique_ptr<Object> object, Object* behind) {
 }
 
 bool Object::isWithin(const Object& ancestor) const {
+    if (ancestor.children_.empty() && !ancestor.generated_) {
+        return this == &ancestor;
+    }
     const Object* object = this;
     while (object && object != &ancestor) {
         object = object->parentOrCacheParent();

@@ -37,7 +37,8 @@ public:
     Object& appendChild(std::unique_ptr<Object> object) {
         return insertChild(std::move(object), children_.last());
     }
-    /// True for `ancestor` itself and all below it. Leaves caches through their generator.
+    /// True for `ancestor` itself and all below it. Leaves caches through their generator. At once when
+    /// `ancestor` has neither children nor a cache.
     bool isWithin(const Object& ancestor) const;
     /// Next in the order in which the tree is read (an object stands before its children), null at the end of
     /// the branch below and including `root`.

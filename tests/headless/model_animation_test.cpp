@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+#include "headless/model/rotation.h"
+#include "headless/model/track.h"
+#include "headless/model_fixture.h"
+
+#include <numbers>
+
+namespace headless {
+
+namespace {
+
+constexpr float pi = std::numbers::pi_v<float>;
+
+class ModelAnimation : public ModelTest {
+protected:
+    static void addTrack(BaseList2D* node, Track track) {
+        Node& target = *fromHost(node);
+        if (!target.animation) {
+            target.animation = std::make_unique<Animation>();
+        }
+        target.animation->tracks.push_back(std::move(track));
+    }
+    static Track vectorTrack(Channel channel, const Vector& from, const Vector& to) {
+        Track track;
+        track.channel = channel;
+        track.keys = {{0.0, GeData(from)}, {1.0, GeData(to)}};
+        return track;
+    }
+};
+
+struct CurveCase {
+    const char* name;
+    Interpolation interpolation;
+    double time;
+    double expected;
+};
+
+class TrackCurve : public ::testing::TestWithParam<CurveCase> {};
+
+TEST_P(TrackCurve, givesTheValue) {
+    Track track;
+    track.interpolation = GetParam().interpolation;
+    track.keys = {{0.0, GeData(0.0)}, {1.0, GeData(10.0)}, {2.0, GeData(10.0)}, {4.0, GeData(-6.0)}};
+    EXPECT_NEAR(static_cast<double>(valueAt(track, GetParam().time).GetReal()), GetParam().expected, 1e-5);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    ModelAnimation, TrackCurve,
+    ::testing::Values(CurveCase{"beforeTheFirstKey", Interpolation::linear, -1.0, 0.0},
+                      CurveCase{"behindTheLastKey", Interpolation::spline, 9.0, -6.0},
+                      CurveCase{"onAKey", Interpolation::spline, 1.0, 10.0},
+                      CurveCase{"linear", Interpolation::linear, 0.25, 2.5},
+                      CurveCase{"linearLongSpan", Interpolation::linear, 2.5, 6.0},
+                      CurveCase{"stepHolds", Interpolation::step, 0.999, 0.0},
+                      // Slopes of the first span: 10 at its start, (10 - 0) / 2 at its end.
+                      CurveCase{"splineAtTheStart", Interpolation::spline, 0.5, 5.625},
+                      // Slopes of the second: 5 at its start, (-6 - 10) / 3 at its end.
+                      CurveCase{"splineInside", Interpolation::spline, 1.5, 11.29166667}),
+    [](const auto& curve) { return std::string(curve.param.name); });
+
+TEST_F(ModelAnimation, countsWholeNumbersFromTheEarlierKey) {
+    Track rising, falling;
+    rising.keys = {{0.0, GeData(0)}, {1.0, GeData(1)}};
+    falling.keys = {{0.0, GeData(4)}, {1.0, GeData(0)}};
+    EXPECT_EQ(valueAt(rising, 0.99).GetLong(), 0);
+    EXPECT_EQ(valueAt(rising, 1.0).GetLong(), 1);
+    EXPECT_EQ(valueAt(falling, 0.24).GetLong(), 4);
+    EXPECT_EQ(valueAt(falling, 0.25).GetLong(), 3);
+}
+
+TEST_F(ModelAnimation, movesABranchToFractionalFrames) {
+    BaseObject* const parent = add(Onull);
+    BaseObject* const child = addCube(parent);
+    addTrack(parent, vectorTrack(Channel::position, {0, 0, 0}, {30, 0, 0}));
+    addTrack(child, vectorTrack(Channel::scale, {1, 1, 1}, {1, 2, 1}));
+    Track radius;
+    radius.parameter = PRIM_CUBE_SIZE;
+    radius.component = 1;
+    radius.keys = {{0.0, GeData(200.0)}, {1.0, GeData(400.0)}};
+    addTrack(child, radius);
+    BaseTag* const tag = child->MakeTag(Tmotionblur);
+    Track strength;
+    strength.parameter = MOTIONBLUR_STRENGTH;
+    strength.keys = {{0.0, GeData(0.0)}, {1.0, GeData(1.0)}};
+    addTrack(tag, strength);
+
+    doc()->AnimateObject(parent, BaseTime(7.5, 30.0), 8);
+
+    EXPECT_TRUE(isNear(parent->GetMl().off, {7.5f, 0, 0}));
+    EXPECT_TRUE(isNear(child->GetMl().axisY, {0, 1.25f, 0}));
+    EXPECT_EQ(child->GetDataInstance()->GetVector(PRIM_CUBE_SIZE), Vector(200, 250, 200));
+    EXPECT_EQ(tag->GetDataInstance()->GetReal(MOTIONBLUR_STRENGTH), 0.25f);
+    EXPECT_EQ(doc()->GetTime(), BaseTime(0.0)) << "the document's time stays";
+    build();
+    EXPECT_TRUE(isNear(child->GetRad(), {100, 125, 100}));
+}
+
+TEST_F(ModelAnimation, movesTheWholeDocument) {
+    BaseMaterial* const material = BaseMaterial::Alloc(Mmaterial);
+    doc()->InsertMaterial(material);
+    Track colour = vectorTrack(Channel::parameter, {0, 0, 0}, {1, 1, 1});
+    colour.parameter = MATERIAL_COLOR_COLOR;
+    addTrack(material, colour);
+    BaseObject* const object = add(Onull);
+    addTrack(object, vectorTrack(Channel::position, {0, 0, 0}, {0, 8, 0}));
+
+    doc()->SetTime(BaseTime(1.0, 4.0));
+    doc()->AnimateDocument(nullptr, true);
+    EXPECT_EQ(material->GetDataInstance()->GetVector(MATERIAL_COLOR_COLOR), Vector(0.25f, 0.25f, 0.25f));
+    EXPECT_EQ(object->GetMl().off, Vector(0, 2, 0));
+}
+
+TEST_F(ModelAnimation, keepsWhatIsNotAnimated) {
+    BaseObject* const object = add(Onull);
+    const Matrix sheared({1, 2, 3}, {1, 0.5f, 0}, {0, 1, 0}, {0, 0.25f, 1});
+    object->SetMl(sheared);
+    Track x;
+    x.channel = Channel::position;
+    x.component = 0;
+    x.keys = {{0.0, GeData(0.0)}, {1.0, GeData(1.0)}};
+    addTrack(object, x);
+    doc()->AnimateObject(object, BaseTime(0.5), 0);
+    EXPECT_EQ(object->GetMl(), Matrix({0.5f, 2, 3}, sheared.axisX, sheared.axisY, sheared.axisZ));
+}
+
+/// Angles that the rotation must keep through any scale: zero, mirrored, and back.
+TEST_F(ModelAnimation, keepsTheRotationThroughScales) {
+    BaseObject* const object = add(Onull);
+    const Matrix rotation = rotationFromHPB({0.3f, -0.4f, 0.5f});
+    object->SetMl(rotation);
+    addTrack(object, vectorTrack(Channel::scale, {1, 1, 1}, {1, -1, 1}));
+    for (const double time : {0.0, 0.5, 1.0, 1.0, 0.75, 0.25, 0.0}) {
+        doc()->AnimateObject(object, BaseTime(time), 0);
+        const float scale = 1.0f - 2.0f * static_cast<float>(time);
+        EXPECT_TRUE(isNear(object->GetMl().axisX, rotation.axisX)) << time;
+        EXPECT_TRUE(isNear(object->GetMl().axisY, rotation.axisY * scale)) << time;
+        EXPECT_TRUE(isNear(object->GetMl().axisZ, rotation.axisZ)) << time;
+    }
+}
+
+struct HPBCase {
+    Vector hpb;
+    /// Where the axes X and Z go.
+    Vector axisX;
+    Vector axisZ;
+};
+
+TEST_F(ModelAnimation, turnsByHeadingPitchAndBank) {
+    const float half = pi / 2;
+    const HPBCase cases[] = {
+        {{half, 0, 0}, {0, 0, 1}, {-1, 0, 0}},
+        {{0, half, 0}, {1, 0, 0}, {0, 1, 0}},
+        {{0, 0, half}, {0, -1, 0}, {0, 0, 1}},
+        {{half, half, 0}, {0, 0, 1}, {0, 1, 0}},
+    };
+    for (const HPBCase& turn : cases) {
+        const Matrix rotation = rotationFromHPB(turn.hpb);
+        EXPECT_TRUE(isNear(rotation.axisX, turn.axisX, 1e-6f)) << ::testing::PrintToString(turn.hpb);
+        EXPECT_TRUE(isNear(rotation.axisZ, turn.axisZ, 1e-6f)) << ::testing::PrintToString(turn.hpb);
+        EXPECT_NEAR(rotation.GetDeterminant(), 1.0f, 1e-6f);
+    }
+    for (float h = -3; h <= 3; h += 1.5f) {
+        for (float p = -1.5f; p <= 1.5f; p += 0.5f) {
+            const Vector hpb(h, p, h * 0.5f);
+            EXPECT_TRUE(isNear(hpbFromRotation(rotationFromHPB(hpb)), hpb, 1e-4f));
+        }
+    }
+}
+
+TEST_F(ModelAnimation, turnsTheShortestWay) {
+    BaseObject* const object = add(Onull);
+    Track track;
+    track.channel = Channel::orientation;
+    // From 170 degrees to 190: by the numbers of a quaternion's matrix, through 180.
+    track.keys = {{0.0, GeData(rotationFromHPB({pi * 17 / 18, 0, 0}))},
+                  {1.0, GeData(rotationFromHPB({-pi * 17 / 18, 0, 0}))}};
+    addTrack(object, track);
+    doc()->AnimateObject(object, BaseTime(0.5), 0);
+    EXPECT_TRUE(isNear(object->GetMl().axisZ, {0, 0, -1}));
+    doc()->AnimateObject(object, BaseTime(0.25), 0);
+    EXPECT_TRUE(isNear(object->GetMl().axisZ, rotationFromHPB({pi * 35 / 36, 0, 0}).axisZ));
+
+    EXPECT_TRUE(isNear(rotationFromQuaternion(std::cos(0.2), 0, std::sin(0.2), 0).axisZ,
+                       rotationFromHPB({-0.4f, 0, 0}).axisZ));
+}
+
+} // namespace
+
+} // namespace headless

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#include "headless/model_fixture.h"
+#include "host/inexclude.h"
+
+namespace headless {
+
+namespace {
+
+constexpr int32_t linkId = 1;
+constexpr int32_t innerId = 2;
+constexpr int32_t listId = 3;
+
+using ModelLinks = ModelTest;
+
+/// Sets a link in each of the places where a container can hold one.
+void linkEverywhere(BaseObject* from, BaseObject* to) {
+    BaseContainer& data = *from->GetDataInstance();
+    data.SetLink(linkId, to);
+    BaseContainer inner;
+    inner.SetLink(linkId, to);
+    data.SetContainer(innerId, inner);
+    InExcludeData list;
+    list.InsertObject(to, 7);
+    data.SetData(listId, GeData(list));
+}
+
+/// The nodes that the links of `linkEverywhere` lead to.
+std::vector<BaseList2D*> targets(const BaseObject* from) {
+    const BaseContainer& data = *from->GetDataInstance();
+    const auto* const list =
+        static_cast<InExcludeData*>(data.GetCustomDataType(listId, CUSTOMDATATYPE_INEXCLUDE_LIST));
+    return {data.GetLink(linkId, nullptr), data.GetContainer(innerId).GetLink(linkId, nullptr),
+            list->ObjectFromIndex(nullptr, 0)};
+}
+
+TEST_F(ModelLinks, goNullWhenTheTargetDies) {
+    BaseObject* const from = add(Onull);
+    BaseObject* const branch = add(Onull);
+    BaseObject* const target = addCube(branch);
+    linkEverywhere(from, target);
+    const BaseLink outside(target);
+    EXPECT_EQ(targets(from), std::vector<BaseList2D*>(3, target));
+
+    BaseObject* freed = branch;
+    BaseObject::Free(freed);
+
+    EXPECT_EQ(targets(from), std::vector<BaseList2D*>(3, nullptr));
+    EXPECT_EQ(outside.GetLink(), nullptr);
+    EXPECT_EQ(from->GetNext(), nullptr);
+}
+
+TEST_F(ModelLinks, areOfTheTargetsDocumentAndType) {
+    BaseObject* const target = addCube();
+    const BaseLink link(target);
+    BaseDocument* other = BaseDocument::Alloc();
+
+    EXPECT_EQ(link.GetLink(doc(), Obase), target);
+    EXPECT_EQ(link.GetLink(doc(), Ocube), target);
+    EXPECT_EQ(link.GetLink(doc(), Osphere), nullptr);
+    EXPECT_EQ(link.GetLink(other), nullptr);
+    target->Remove();
+    EXPECT_EQ(target->GetDocument(), nullptr);
+    EXPECT_EQ(link.GetLink(), target);
+    EXPECT_EQ(link.GetLink(doc()), nullptr);
+
+    other->InsertObject(target);
+    EXPECT_EQ(link.GetLink(other), target);
+    BaseDocument::Free(other);
+    EXPECT_EQ(link.GetLink(), nullptr);
+}
+
+TEST_F(ModelLinks, inCopiesLeadToTheCopiesOfWhatWasCopied) {
+    BaseObject* const parent = add(Onull);
+    BaseObject* const inside = addCube(parent);
+    BaseObject* const outside = addCube();
+    BaseObject* const toInside = add(Onull, parent);
+    BaseObject* const toOutside = add(Onull, parent);
+    linkEverywhere(toInside, inside);
+    linkEverywhere(toOutside, outside);
+
+    auto* copy = static_cast<BaseObject*>(parent->GetClone());
+
+    BaseObject* const copyOfInside = copy->GetDown();
+    EXPECT_EQ(copy->GetDocument(), nullptr);
+    EXPECT_EQ(targets(copyOfInside->GetNext()), std::vector<BaseList2D*>(3, copyOfInside));
+    EXPECT_EQ(targets(copyOfInside->GetNext()->GetNext()), std::vector<BaseList2D*>(3, outside));
+    EXPECT_EQ(targets(toInside), std::vector<BaseList2D*>(3, inside));
+    BaseObject::Free(copy);
+}
+
+TEST_F(ModelLinks, ofMaterialsAndTagsSurviveTheCopyOfADocument) {
+    BaseMaterial* const material = BaseMaterial::Alloc(Mmaterial);
+    doc()->InsertMaterial(material);
+    BaseShader* const shader = BaseShader::Alloc(Xbitmap);
+    material->InsertShader(shader);
+    material->GetDataInstance()->SetLink(MATERIAL_COLOR_SHADER, shader);
+    BaseObject* const cube = addCube();
+    static_cast<::TextureTag*>(cube->MakeTag(Ttexture))->SetMaterial(material);
+    BaseObject* const camera = add(Ocamera);
+    document->view().setSceneCamera(fromHost(camera));
+
+    auto* copy = static_cast<BaseDocument*>(doc()->GetClone());
+
+    BaseMaterial* const copiedMaterial = copy->GetFirstMaterial();
+    ASSERT_NE(copiedMaterial, nullptr);
+    EXPECT_NE(copiedMaterial, material);
+    EXPECT_EQ(copiedMaterial->GetDataInstance()->GetLink(MATERIAL_COLOR_SHADER, copy),
+              copiedMaterial->GetFirstShader());
+    BaseObject* const copiedCube = copy->GetFirstObject();
+    EXPECT_EQ(static_cast<::TextureTag*>(copiedCube->GetTag(Ttexture))->GetMaterial(), copiedMaterial);
+    EXPECT_EQ(copy->GetActiveBaseDraw()->GetSceneCamera(copy), copiedCube->GetNext());
+    EXPECT_NE(copy->GetActiveRenderData(), nullptr);
+    EXPECT_NE(copy->GetActiveRenderData(), doc()->GetActiveRenderData());
+    BaseDocument::Free(copy);
+}
+
+} // namespace
+
+} // namespace headless

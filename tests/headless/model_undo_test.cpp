@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "headless/model_fixture.h"
+
+namespace headless {
+
+namespace {
+
+using ModelUndo = ModelTest;
+
+TEST_F(ModelUndo, takesChangesBackInPlace) {
+    ::PolygonObject* const quad = addQuad();
+    auto* const texture = static_cast<::TextureTag*>(quad->MakeTag(Ttexture));
+    BaseMaterial* const material = BaseMaterial::Alloc(Mmaterial);
+    doc()->InsertMaterial(material);
+
+    doc()->StartUndo();
+    doc()->AddUndo(UNDOTYPE_CHANGE, quad);
+    quad->SetName("Changed");
+    quad->GetPointW()[2] = {5, 5, 5};
+    quad->SetMl({{1, 2, 3}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}});
+    texture->SetMaterial(material);
+    doc()->AddUndo(UNDOTYPE_CHANGE, material);
+    material->GetDataInstance()->SetVector(MATERIAL_COLOR_COLOR, {1, 0, 0});
+    doc()->EndUndo();
+    EXPECT_TRUE(doc()->DoUndo());
+
+    EXPECT_EQ(quad->GetName().GetUtf8(), "Polygon");
+    EXPECT_EQ(quad->GetPointR()[2], Vector(1, 1, 0));
+    EXPECT_EQ(quad->GetMl(), Matrix());
+    EXPECT_EQ(quad->GetTag(Ttexture), texture);
+    EXPECT_EQ(texture->GetMaterial(), nullptr);
+    EXPECT_EQ(material->GetDataInstance()->GetVector(MATERIAL_COLOR_COLOR), Vector(0.8f, 0.8f, 0.8f));
+    EXPECT_FALSE(doc()->DoUndo());
+}
+
+TEST_F(ModelUndo, removesWhatIsNew) {
+    addCube();
+    BaseObject* const fresh = addCube();
+    const BaseLink link(fresh);
+    doc()->AddUndo(UNDOTYPE_NEW, fresh);
+    EXPECT_TRUE(doc()->DoUndo());
+    EXPECT_EQ(link.GetLink(), nullptr);
+    EXPECT_EQ(doc()->GetFirstObject()->GetNext(), nullptr);
+}
+
+TEST_F(ModelUndo, bringsDeletedBranchesBackWithLinksToThem) {
+    BaseObject* const first = add(Onull);
+    BaseObject* const branch = add(Onull);
+    branch->SetName("Branch");
+    BaseObject* const cube = addCube(branch);
+    BaseObject* const last = addInstance(cube, true);
+    BaseObject* const inner = addInstance(cube, true, branch);
+    inner->MakeTag(Tphong);
+
+    doc()->StartUndo();
+    doc()->AddUndo(UNDOTYPE_DELETE, branch);
+    branch->Remove();
+    BaseObject* freed = branch;
+    BaseObject::Free(freed);
+    doc()->EndUndo();
+    EXPECT_EQ(last->GetDataInstance()->GetLink(INSTANCEOBJECT_LINK, nullptr), nullptr);
+    EXPECT_TRUE(doc()->DoUndo());
+
+    BaseObject* const back = first->GetNext();
+    ASSERT_EQ(back->GetName().GetUtf8(), "Branch");
+    EXPECT_EQ(back->GetNext(), last);
+    BaseObject* const cubeAgain = back->GetDown();
+    EXPECT_EQ(last->GetDataInstance()->GetLink(INSTANCEOBJECT_LINK, doc()), cubeAgain);
+    EXPECT_EQ(cubeAgain->GetNext()->GetDataInstance()->GetLink(INSTANCEOBJECT_LINK, doc()), cubeAgain);
+    EXPECT_NE(cubeAgain->GetNext()->GetTag(Tphong), nullptr);
+
+    BaseObject::Free(freed = back);
+    EXPECT_EQ(last->GetDataInstance()->GetLink(INSTANCEOBJECT_LINK, nullptr), nullptr);
+}
+
+TEST_F(ModelUndo, bringsEveryKindBackToItsPlace) {
+    Material& material = document->appendMaterial(createMaterial(Mmaterial));
+    document->appendMaterial(createMaterial(Mmaterial));
+    Shader& shader = material.insertShader(createShader(Xbitmap));
+    Shader& inner = shader.insertChild(createShader(Xbitmap), nullptr);
+    Layer& layer = document->appendLayer(std::make_unique<Layer>());
+    Layer& subLayer = layer.insertChild(std::make_unique<Layer>(), nullptr);
+    BaseObject* const cube = addCube();
+    Tag& tag = *fromHost(cube->MakeTag(Tphong));
+    Node* const nodes[] = {&inner, &shader, &material, &subLayer, &layer, &tag};
+    for (Node* const node : nodes) {
+        document->undo().start();
+        document->undo().add(UNDOTYPE_DELETE, *node);
+        removeNode(*node);
+        document->undo().end();
+    }
+    EXPECT_EQ(document->undo().groupCount(), std::size(nodes));
+    while (document->undo().undo()) {
+    }
+    Material* const again = document->materials().first();
+    ASSERT_NE(again->next, nullptr);
+    ASSERT_NE(again->shaders().first(), nullptr);
+    EXPECT_NE(again->shaders().first()->children().first(), nullptr);
+    ASSERT_NE(document->layers().first(), nullptr);
+    EXPECT_NE(document->layers().first()->children().first(), nullptr);
+    EXPECT_NE(cube->GetTag(Tphong), nullptr);
+}
+
+TEST_F(ModelUndo, keepsWhatWasOnlyMoved) {
+    BaseObject* const cube = addCube();
+    BaseObject* const parent = add(Onull);
+    doc()->AddUndo(UNDOTYPE_DELETE, cube);
+    cube->InsertUnder(parent);
+    EXPECT_TRUE(doc()->DoUndo());
+    EXPECT_EQ(doc()->GetFirstObject(), parent);
+    EXPECT_EQ(parent->GetDown(), cube);
+    EXPECT_EQ(cube->GetNext(), nullptr);
+}
+
+TEST_F(ModelUndo, forgetsTheOldestGroups) {
+    BaseObject* const cube = addCube();
+    for (size_t i = 0; i < UndoStack::maxGroups + 5; ++i) {
+        doc()->AddUndo(UNDOTYPE_CHANGE, cube);
+        cube->SetName(LongToString(static_cast<int64_t>(i)));
+    }
+    while (doc()->DoUndo()) {
+    }
+    EXPECT_EQ(cube->GetName().GetUtf8(), "4");
+}
+
+} // namespace
+
+} // namespace headless
