@@ -51,7 +51,7 @@ int cellsAlong(const Vec3& axis, int nx, int ny, int nz) {
 }
 
 void addBoxSide(PolyMesh& mesh, const AxisFrame& frame, const Vec3& size, const std::array<int, 3>& cells) {
-    const auto [nx, ny, nz] = cells;
+    const int nx = cells[0], ny = cells[1], nz = cells[2];
     const BoxGrid grid(nx, ny, nz);
     const int columns = cellsAlong(frame.right, nx, ny, nz);
     const int rows = cellsAlong(frame.up, nx, ny, nz);

@@ -17,7 +17,8 @@ std::unique_ptr<Node> NodeCopies::copy(const Node& node, Owned which) {
     size_t next = pairs_.size();
     std::unique_ptr<Node> top = copyAlone(node);
     for (; next < pairs_.size(); ++next) {
-        const auto [original, made] = pairs_[next];
+        const Node* const original = pairs_[next].first;
+        Node* const made = pairs_[next].second;
         original->visitOwned(which, [&](Node& owned) { made->appendOwned(copyAlone(owned)); });
     }
     return top;

@@ -59,7 +59,7 @@ BaseList2D* getClone(const BaseList2D* node) {
 }
 
 void removeFromList(BaseList2D* node) {
-    removeNode(*fromHost(node)).release(); // The caller's from now on.
+    static_cast<void>(removeNode(*fromHost(node)).release()); // The caller's from now on.
 }
 
 void freeNode(BaseList2D* node) {
