@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "headless/app/command_line.h"
+
+namespace headless {
+
+namespace {
+
+std::vector<OptionSpec> renderOptions() {
+    return {
+        {"--to", "FILE.qzs",
+         "Write the scene there; else it goes to the quick render folder, or\nwhere the document says"},
+        {"--frame", "N", "Go to this frame first"},
+        {"--frames", "A-B", "Export these frames as an animation, with a render queue"},
+        {"--set", "NAME=VALUE",
+         "Set a render setting by name or number, such as RS_HALT_SPP=16;\ncan be given again", true},
+        {"--cancel-after", "SECONDS", "Press the dialog's close button after that time"},
+    };
+}
+
+constexpr std::string_view RENDER_NOTES =
+    R"(Names of render settings and their values: "quenza-headless list descriptions". A flag is true or
+false, a choice its number or name, a colour or vector x,y,z, a link the name of an object.
+
+Ends with 0 when the scene was written, with 1 and the reason on standard error when it was not, and
+with 130 after Ctrl-C, which presses the dialog's close button.)";
+
+constexpr std::string_view PROGRAM_NOTES =
+    R"(Standard output carries the plug-in's console, standard error its message boxes, errors, and on a
+terminal the progress. What the plug-in asks and no answer is given for counts as cancelled.
+
+Environment:
+  QUENZA_HEADLESS_CLOCK     As --fixed-clock
+  XDG_CONFIG_HOME           Folder of the user's application data, with registry.ini (default
+                            ~/.config; not on Windows)
+
+Exit status: 0 done, 1 not done, 2 wrong usage, 130 interrupted.)";
+
+ProgramSpec makeCommandLine() {
+    const OperandSpec document{
+        "DOCUMENT", "A document (.json), or a model file (glTF, FBX, OBJ, Collada, 3DS,\nPLY, STL)", {}};
+    return {
+        "quenza-headless",
+        "Shows documents to the plug-in Quenza for Cinema 4D, without the desktop.",
+        {
+            {"--plugin", "FILE", "The plug-in; else the one beside this program"},
+            {"--fixed-clock", "DATE",
+             "Tell the plug-in \"YYYY-MM-DD hh:mm:ss\" as the time, so that two runs\ngive the same bytes"},
+            {"--answer-file", "PATH", "Answer the plug-in's next file selector; can be given again", true},
+            {"--answer", "yes|no", "Answer the plug-in's next question; can be given again", true},
+        },
+        {
+            {"open",
+             "Import or convert a document",
+             {document},
+             {{"--save", "FILE.json", "Where the document goes (needed)"}},
+             ""},
+            {"render",
+             "Export a document with \"Render with Quenza\"",
+             {document},
+             renderOptions(),
+             RENDER_NOTES},
+            {"list",
+             "Show what the plug-in registered",
+             {{"WHAT",
+               "plugins: everything, in its order\ndescriptions: the parameters of its types",
+               {"plugins", "descriptions"}}},
+             {},
+             ""},
+        },
+        PROGRAM_NOTES,
+    };
+}
+
+} // namespace
+
+const ProgramSpec& commandLine() {
+    static const ProgramSpec program = makeCommandLine();
+    return program;
+}
+
+} // namespace headless

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "headless/app/arguments.h"
+#include "headless/runtime/host.h"
+
+namespace headless {
+
+/// What a command ends with, as the process's exit status.
+enum class ExitStatus { done = 0, failed = 1, usage = 2, interrupted = 130 };
+
+// The commands, on a host with the plug-in loaded. They write to the process's streams and give `done`, or
+// `interrupted` after Ctrl-C. Failures are thrown: UsageError, HostError, DocumentError.
+ExitStatus openCommand(Host& host, const Arguments& arguments);
+ExitStatus renderCommand(Host& host, const Arguments& arguments);
+ExitStatus listCommand(Host& host, const Arguments& arguments);
+
+/// Reads a document or model and makes it the active one, with the unit preference that it wants; gives that.
+/// What a model holds that can't be taken over is told as errors.
+std::optional<int32_t> openDocumentFile(Host& host, const std::string& file);
+
+} // namespace headless

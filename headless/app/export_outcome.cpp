@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "headless/app/export_outcome.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "headless/runtime/platform.h"
+
+namespace headless {
+
+namespace {
+
+constexpr std::string_view SAVED = "Saved scene to: ";
+constexpr std::string_view FAILED = "Export failed:";
+constexpr std::string_view FRAME = "_frame";
+
+bool isFile(const std::filesystem::path& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error);
+}
+
+/// The path in a console line. The plug-in puts a backslash before the file's name on every platform.
+std::string pathOf(std::string text) {
+    const size_t backslash = text.rfind('\\');
+    if (backslash != std::string::npos && !isFile(platform::pathFromUtf8(text))) {
+        text[backslash] = static_cast<char>(std::filesystem::path::preferred_separator);
+    }
+    return text;
+}
+
+std::string oneLine(std::string text) {
+    std::ranges::replace(text, '\n', ' ');
+    return text;
+}
+
+std::string notOpenedReason(std::span<const Interaction> interactions) {
+    const auto cancelled = std::ranges::find_if(interactions, [](const Interaction& interaction) {
+        return interaction.kind == Interaction::Kind::fileSelection && !interaction.answer;
+    });
+    if (cancelled == interactions.end()) {
+        return "The export did not begin: the plug-in's dialog did not open";
+    }
+    return "The export did not begin: the plug-in found no renderer and asked \"" + cancelled->text +
+           "\"; answer it with --answer-file FOLDER, or install the renderer";
+}
+
+/// The queue lies beside the scenes, under their name without the frame number.
+std::string queueBeside(const std::string& scene) {
+    std::filesystem::path path = platform::pathFromUtf8(scene);
+    const std::string stem = platform::utf8FromPath(path.stem());
+    const size_t frame = stem.rfind(FRAME);
+    if (frame == std::string::npos) {
+        return "";
+    }
+    path.replace_filename(platform::pathFromUtf8(stem.substr(0, frame) + ".qzq"));
+    return isFile(path) ? platform::utf8FromPath(path) : "";
+}
+
+} // namespace
+
+ExportOutcome judgeExport(bool opened, std::span<const std::string> lines,
+                          std::span<const Interaction> interactions) {
+    ExportOutcome outcome;
+    for (const Interaction& interaction : interactions) {
+        if (interaction.kind == Interaction::Kind::message && interaction.text.starts_with(FAILED)) {
+            outcome.failure = oneLine(interaction.text);
+            return outcome;
+        }
+    }
+    if (!opened) {
+        outcome.failure = notOpenedReason(interactions);
+        return outcome;
+    }
+    for (const std::string& line : lines) {
+        if (!line.starts_with(SAVED)) {
+            continue;
+        }
+        outcome.scenes.push_back(pathOf(line.substr(SAVED.size())));
+        if (!isFile(platform::pathFromUtf8(outcome.scenes.back()))) {
+            outcome.failure = "The plug-in wrote no scene to " + outcome.scenes.back();
+            return outcome;
+        }
+    }
+    if (outcome.scenes.empty()) {
+        outcome.failure = "The plug-in wrote no scene: the document has no object, or no frame to export";
+    } else {
+        outcome.queue = queueBeside(outcome.scenes.back());
+    }
+    return outcome;
+}
+
+std::string summary(const ExportOutcome& outcome) {
+    if (outcome.scenes.size() == 1) {
+        return "Scene: " + outcome.scenes.front();
+    }
+    std::string text = "Scenes: " + std::to_string(outcome.scenes.size()) + ", from " +
+                       outcome.scenes.front() + " to " + outcome.scenes.back();
+    return outcome.queue.empty() ? text : text + "\nQueue: " + outcome.queue;
+}
+
+} // namespace headless

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "headless/model/document.h"
+
+namespace headless {
+
+/// Number of the plug-in's render settings, a video post.
+inline constexpr int32_t RENDER_SETTINGS = 1020896;
+/// Name of their description resource.
+inline constexpr const char* RENDER_SETTINGS_DESCRIPTION = "oquenzarendersettings";
+
+/// The enabled render settings of the active render setup. One that is disabled is enabled; without one it is
+/// made, with the plug-in's defaults when its type is registered.
+VideoPost& requireRenderSettings(Document& document);
+
+/// Sends the scene to a file, relative to the current folder; the suffix is added when it has none. Throws
+/// UsageError for another suffix than ".qzs".
+void exportTo(VideoPost& settings, const std::string& file);
+
+/// Makes the export an animation over the document's frames, both ends inclusive.
+void exportFrames(Document& document, VideoPost& settings, std::pair<int32_t, int32_t> frames);
+
+/// Moves the document with all that is animated to a frame.
+void goToFrame(Document& document, int32_t frame);
+
+/// "7"; throws UsageError.
+int32_t parseFrame(const std::string& text);
+/// "10-20", "-5--1"; throws UsageError, also when the end lies before the start.
+std::pair<int32_t, int32_t> parseFrameRange(const std::string& text);
+
+} // namespace headless

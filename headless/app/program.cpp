@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "headless/app/program.h"
+
+#include <cstdio>
+#include <new>
+
+#include "headless/app/command_line.h"
+#include "headless/app/commands.h"
+
+namespace headless {
+
+namespace {
+
+void complain(const std::string& text) {
+    std::fprintf(stderr, "quenza-headless: %s\n", text.c_str());
+}
+
+bool parseYes(const std::string& answer) {
+    if (answer != "yes" && answer != "no") {
+        throw UsageError("--answer is yes or no, not " + answer);
+    }
+    return answer == "yes";
+}
+
+HostOptions hostOptions(const Arguments& arguments) {
+    HostOptions options;
+    if (const std::optional<std::string> date = arguments.value("--fixed-clock")) {
+        options.fixedClock = Clock::parse(*date);
+        if (!options.fixedClock) {
+            throw UsageError("--fixed-clock takes a date \"YYYY-MM-DD hh:mm:ss\", not \"" + *date + "\"");
+        }
+    }
+    if (arguments.command->name == "list") {
+        // Standard output is the list's alone.
+        options.consoleSink = [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); };
+    }
+    return options;
+}
+
+void prepareAnswers(Host& host, const Arguments& arguments) {
+    for (const std::string& path : arguments.values("--answer-file")) {
+        host.user().addFileAnswer(
+            platform::utf8FromPath(std::filesystem::absolute(platform::pathFromUtf8(path))));
+    }
+    for (const std::string& answer : arguments.values("--answer")) {
+        host.user().addAnswer(parseYes(answer));
+    }
+}
+
+std::filesystem::path pluginFile(const Host& host, const Arguments& arguments) {
+    const std::optional<std::string> given = arguments.value("--plugin");
+    return given ? platform::pathFromUtf8(*given) : host.startupPath() / platform::PLUGIN_FILE;
+}
+
+ExitStatus runCommand(Host& host, const Arguments& arguments) {
+    if (arguments.command->name == "open") {
+        return openCommand(host, arguments);
+    }
+    if (arguments.command->name == "render") {
+        return renderCommand(host, arguments);
+    }
+    return listCommand(host, arguments);
+}
+
+ExitStatus run(const Arguments& arguments) {
+    Host host(hostOptions(arguments));
+    const platform::InterruptWatch watch([&host] { host.interrupt(); });
+    prepareAnswers(host, arguments);
+    host.loadPlugin(pluginFile(host, arguments));
+    return runCommand(host, arguments);
+}
+
+} // namespace
+
+int runProgram(std::span<const std::string> words) {
+    try {
+        const Arguments arguments = parseArguments(commandLine(), words);
+        if (arguments.wantsHelp) {
+            std::fputs(helpText(commandLine(), arguments.command).c_str(), stdout);
+            return static_cast<int>(ExitStatus::done);
+        }
+        return static_cast<int>(run(arguments));
+    } catch (const UsageError& error) {
+        complain(error.what());
+        std::fputs("Try \"quenza-headless --help\".\n", stderr);
+        return static_cast<int>(ExitStatus::usage);
+    } catch (const std::bad_alloc&) {
+        complain("Out of memory");
+    } catch (const std::exception& error) {
+        complain(error.what());
+    }
+    return static_cast<int>(ExitStatus::failed);
+}
+
+} // namespace headless

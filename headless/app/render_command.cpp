@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "headless/app/commands.h"
+
+#include <charconv>
+
+#include "headless/app/export_outcome.h"
+#include "headless/app/export_settings.h"
+#include "headless/app/parameter_setting.h"
+#include "headless/model/handles.h"
+
+namespace headless {
+
+namespace {
+
+constexpr int32_t RENDER_WITH_QUENZA = 1023920;
+
+std::chrono::milliseconds parseSeconds(const std::string& text) {
+    double seconds = 0.0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, seconds);
+    constexpr double LONGEST = 1e6;
+    if (error != std::errc() || stop != end || !(seconds >= 0.0) || seconds > LONGEST) {
+        throw UsageError("\"" + text + "\" is no time in seconds");
+    }
+    return std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000.0));
+}
+
+const resources::Description& renderSettingsDescription(Host& host) {
+    const auto loaded = host.resources()->loadDescription(RENDER_SETTINGS_DESCRIPTION);
+    if (!loaded) {
+        throw HostError("The render settings can't be looked up: " + loaded.error);
+    }
+    return *loaded;
+}
+
+void applyArguments(Host& host, const Arguments& arguments) {
+    Document& document = *host.document();
+    if (const std::optional<std::string> frame = arguments.value("--frame")) {
+        goToFrame(document, parseFrame(*frame));
+    }
+    if (const std::optional<std::string> file = arguments.value("--to")) {
+        exportTo(requireRenderSettings(document), *file);
+    }
+    if (const std::optional<std::string> frames = arguments.value("--frames")) {
+        exportFrames(document, requireRenderSettings(document), parseFrameRange(*frames));
+    }
+    for (const std::string& setting : arguments.values("--set")) {
+        applySetting(*toHost(&requireRenderSettings(document)), renderSettingsDescription(host), setting);
+    }
+    if (const std::optional<std::string> seconds = arguments.value("--cancel-after")) {
+        host.user().addDialogActions({{parseSeconds(*seconds), UserAction::Kind::close, 0, GeData()}});
+    }
+}
+
+} // namespace
+
+ExitStatus renderCommand(Host& host, const Arguments& arguments) {
+    openDocumentFile(host, arguments.operands.front());
+    applyArguments(host, arguments);
+    if (host.wasInterrupted()) {
+        return ExitStatus::interrupted;
+    }
+    const size_t linesBefore = host.console().lines().size();
+    const size_t interactionsBefore = host.user().interactions().size();
+    const bool opened = host.executeCommand(RENDER_WITH_QUENZA);
+    if (host.wasInterrupted()) {
+        return ExitStatus::interrupted;
+    }
+    const std::vector<std::string> lines = host.console().lines();
+    const ExportOutcome outcome =
+        judgeExport(opened, std::span(lines).subspan(linesBefore),
+                    std::span(host.user().interactions()).subspan(interactionsBefore));
+    if (outcome.failure) {
+        throw HostError(*outcome.failure);
+    }
+    std::puts(summary(outcome).c_str());
+    return ExitStatus::done;
+}
+
+} // namespace headless
