@@ -131,7 +131,10 @@ void writeBody(const Node& node, std::initializer_list<int32_t> written, Documen
         json.endObject();
     }
     writeTracks(node, writing);
-    if (!json.allFinite()) {
+}
+
+void checkFinite(const Node& node, DocumentWriting& writing) {
+    if (!writing.json.allFinite()) {
         throw DocumentError(writing.file, std::string("the ") + kindName(node.kind()) + " \"" + node.name +
                                               "\" can't be saved: it holds a number that isn't finite");
     }

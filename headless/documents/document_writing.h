@@ -38,9 +38,11 @@ private:
 void writeType(const Node& node, DocumentWriting& writing);
 /// "id", "name" and "layer", where there is something to tell.
 void writeHead(const Node& node, DocumentWriting& writing);
-/// "parameters" and "tracks"; `written` are parameters that have keys of their own. To be called last: throws
-/// DocumentError when a number of the node was not finite.
+/// "parameters" and "tracks"; `written` are parameters that have keys of their own.
 void writeBody(const Node& node, std::initializer_list<int32_t> written, DocumentWriting& writing);
+
+/// To be called when all of a node is written: DocumentError when one of its numbers isn't finite.
+void checkFinite(const Node& node, DocumentWriting& writing);
 
 /// The node's value of that number and type when it differs from a new node's, else null.
 const GeData* changedValue(const Node& node, int32_t id, int32_t dataType, DocumentWriting& writing);

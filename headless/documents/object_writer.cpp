@@ -86,11 +86,12 @@ void writeObject(const Object& object, DocumentWriting& writing) {
         json.key("enabled");
         json.boolean(false);
     }
+    writeBody(object, {}, writing);
     if (const PolygonNode* const polygons = asPolygons(&object)) {
         writePolygons(*polygons, json);
     }
     writeTags(object, writing);
-    writeBody(object, {}, writing);
+    checkFinite(object, writing);
 }
 
 } // namespace

@@ -49,8 +49,9 @@ void writeShaders(const Chain<Shader>& shaders, DocumentWriting& writing) {
         json.beginObject();
         writeType(*shader, writing);
         writeHead(*shader, writing);
-        writeShaders(shader->children(), writing);
         writeBody(*shader, {}, writing);
+        checkFinite(*shader, writing);
+        writeShaders(shader->children(), writing);
         json.endObject();
     }
     json.endArray();
@@ -107,6 +108,7 @@ void writeVideoPosts(const RenderDataNode& setup, DocumentWriting& writing) {
             json.boolean(false);
         }
         writeBody(*videoPost, {}, writing);
+        checkFinite(*videoPost, writing);
         json.endObject();
     }
     json.endArray();
@@ -126,8 +128,9 @@ void writeRenderSetup(const RenderDataNode& setup, DocumentWriting& writing) {
     const int32_t sequence = writeSequence(setup, writing);
     const int32_t from = writeFrame("from", setup, RDATA_FRAMEFROM, writing);
     const int32_t to = writeFrame("to", setup, RDATA_FRAMETO, writing);
-    writeVideoPosts(setup, writing);
     writeBody(setup, {width, height, fps, sequence, from, to}, writing);
+    checkFinite(setup, writing);
+    writeVideoPosts(setup, writing);
     json.endObject();
 }
 
@@ -152,8 +155,9 @@ void writeMaterials(DocumentWriting& writing) {
         json.beginObject();
         writeType(*material, writing);
         writeHead(*material, writing);
-        writeShaders(material->shaders(), writing);
         writeBody(*material, {}, writing);
+        checkFinite(*material, writing);
+        writeShaders(material->shaders(), writing);
         json.endObject();
     }
     json.endArray();

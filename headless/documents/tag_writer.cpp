@@ -96,6 +96,7 @@ void writeTag(const Tag& tag, DocumentWriting& writing) {
     default:
         writeBody(tag, {}, writing);
     }
+    checkFinite(tag, writing);
     json.endObject();
 }
 

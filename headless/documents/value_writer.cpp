@@ -58,34 +58,38 @@ void writeTime(const BaseTime& time, JsonWriter& json) {
     json.endArray();
 }
 
-/// How a document writes a value of a type: the name of the type, and the kinds of parameters for which the
-/// value alone says it. `other` stands for a parameter that nobody declared.
+/// How a document writes a value: the name of its type, and the kind of parameter for which the value alone
+/// says it.
 struct Form {
     const char* type;
-    std::initializer_list<ParameterKind> plainFor;
+    ParameterKind kind;
+    /// True when the value alone says it for a parameter that nobody declared, too.
+    bool plainIfUndeclared;
 };
 
+/// Without a type when there is none.
 Form formOf(const GeData& value) {
-    using enum ParameterKind;
     switch (value.GetType()) {
     case DA_LONG:
-        return {"long", {integer, other}};
+        return {"long", ParameterKind::integer, true};
     case DA_REAL:
-        return {"real", {real, other}};
+        return {"real", ParameterKind::real, true};
     case DA_VECTOR:
-        return {"vector", {vector, other}};
+        return {"vector", ParameterKind::vector, true};
     case DA_STRING:
-        return {"text", {string, other}};
+        return {"text", ParameterKind::string, true};
     case DA_FILENAME:
-        return {"file", {filename}};
+        return {"file", ParameterKind::filename, false};
     case DA_TIME:
-        return {"time", {time}};
+        return {"time", ParameterKind::time, false};
     case DA_MATRIX:
-        return {"matrix", {}};
+        return {"matrix", ParameterKind::other, false};
     case DA_LINK:
-        return {"link", {link}};
+        return {"link", ParameterKind::link, false};
+    case DA_CUSTOM:
+        return {listOf(value) ? "inExclude" : nullptr, ParameterKind::inExclude, false};
     default:
-        return {listOf(value) ? "inExclude" : nullptr, {inExclude}};
+        return {nullptr, ParameterKind::other, false};
     }
 }
 
@@ -126,7 +130,7 @@ std::string parameterKey(const Node& node, int32_t id) {
 }
 
 bool hasForm(const GeData& value) {
-    return value.GetType() != DA_NIL && formOf(value).type != nullptr;
+    return formOf(value).type != nullptr;
 }
 
 void writeValue(const Node& node, int32_t id, const GeData& value, DocumentWriting& writing) {
@@ -139,11 +143,10 @@ void writeValue(const Node& node, int32_t id, const GeData& value, DocumentWriti
         return;
     }
     const Form form = formOf(value);
-    for (const ParameterKind plain : form.plainFor) {
-        if (plain == kind) {
-            writeBare(value, kind == ParameterKind::other, writing);
-            return;
-        }
+    const bool undeclared = kind == ParameterKind::other;
+    if (undeclared ? form.plainIfUndeclared : form.kind == kind) {
+        writeBare(value, undeclared, writing);
+        return;
     }
     json.beginObject(true);
     json.key(form.type);

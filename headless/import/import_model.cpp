@@ -21,6 +21,8 @@ const aiScene& readModel(Assimp::Importer& importer, const std::string& file) {
     }
     // Without this each pivot of an FBX file becomes a chain of nodes.
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
+    // Names instead of a file's own numbers.
+    importer.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);
     const aiScene* scene = nullptr;
     try {
         scene = importer.ReadFile(file, 0);

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 
 namespace headless {
 
@@ -23,7 +24,7 @@ std::string findTexture(std::string path, const std::string& modelFile) {
          {path, lastSlash == std::string::npos ? path : path.substr(lastSlash + 1)}) {
         const Quenza::String joined = Quenza::FileUtils::join(folder, candidate);
         if (Quenza::FileUtils::fileExists(joined)) {
-            return std::string(joined.view());
+            return std::filesystem::path(joined.view()).lexically_normal().string();
         }
     }
     return {};

@@ -75,7 +75,9 @@ std::unique_ptr<Tag> makeTextureTag(Material* material, const std::string& selec
     auto tag = createTag(Ttexture);
     auto& texture = static_cast<TextureTagNode&>(*tag);
     texture.setMaterial(material);
-    texture.data.SetString(TEXTURETAG_RESTRICTION, String(selection));
+    if (!selection.empty()) {
+        texture.data.SetString(TEXTURETAG_RESTRICTION, String(selection));
+    }
     return tag;
 }
 
