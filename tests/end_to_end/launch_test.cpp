@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include "end_to_end/session.h"
+
+#include <chrono>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* CUBE = R"({"type": "Cube", "name": "Cube"})";
+
+class Launch : public Session {
+protected:
+    /// A renderer that writes its name and arguments, one a line, to a file.
+    void installRecorder() {
+        install(makeRenderer("recorder", "{ echo \"$0\"; printf '%s\\n' \"$@\"; } > \"" +
+                                             argumentsFile().string() + ".part\"\nmv \"" +
+                                             argumentsFile().string() + ".part\" \"" +
+                                             argumentsFile().string() + "\"\n"));
+    }
+    fs::path argumentsFile() const { return folder() / "arguments"; }
+
+    std::string launchedArguments() {
+        EXPECT_TRUE(waitFor(argumentsFile())) << "the renderer was never started";
+        const std::string text = readFile(argumentsFile());
+        fs::remove(argumentsFile());
+        return text;
+    }
+};
+
+TEST_F(Launch, PassesTheSwitchesInTheirOrder) {
+    installRecorder();
+    const std::string dir = (folder() / "with blank").string();
+    fs::create_directory(dir);
+    const std::string toFile =
+        R"("RS_EXPORT_TO_FILE": true, "RS_EXPORT_FILE": {"file": ")" + dir + R"(/sc\u00e4ne.any"})";
+    const std::string scene = dir + "/sc\xC3\xA4ne.qzs\n";
+    const std::string quick = (userFolder() / "quickrender" / "quickrender.qzs").string() + "\n";
+    const std::string low = "--thread_priority\nbelownormal\n";
+    const struct {
+        std::string settings;
+        std::string expected;
+    } cases[] = {
+        {"", low + quick},
+        {R"("RS_LOW_PRIORITY": false)", quick},
+        {toFile, low + scene},
+        {toFile + R"(, "RS_LOW_PRIORITY": false, "RS_NETWORK": true)", "-n\nwm\n-p\n7777\n" + scene},
+        {toFile + R"(, "RS_NETWORK": true, "RS_NETWORK_PORT": 7100)", low + "-n\nwm\n-p\n7100\n" + scene},
+        {toFile + R"(, "RS_SET_OUTPUT": true, "RS_OUTPUT_FILE": {"file": "/out/a b.jpg"})",
+         low +
+             "-o\n/out/a b.png\n-qzio\n/out/a b.qzi\n-uexro\n/out/a b_untonemapped.exr\n"
+             "-texro\n/out/a b_tonemapped.exr\n" +
+             scene},
+        {toFile + R"(, "RS_SET_OUTPUT": true, "RS_OUTPUT_IN_RENDERS": true)",
+         low +
+             replaceAll("-o\nSTEM.png\n-qzio\nSTEM.qzi\n-uexro\nSTEM_untonemapped.exr\n-texro\nSTEM_"
+                        "tonemapped.exr\n",
+                        "STEM", dir + "/sc\xC3\xA4ne.renders/sc\xC3\xA4ne") +
+             scene},
+    };
+    for (const auto& test : cases) {
+        openDocument(CUBE, test.settings.empty() ? "" : test.settings);
+        ASSERT_TRUE(render());
+        EXPECT_TRUE(host().messages().empty());
+        const std::string arguments = launchedArguments();
+        const size_t name = arguments.find("\n-seed\n");
+        ASSERT_NE(name, std::string::npos) << arguments;
+        const size_t seedEnd = arguments.find('\n', name + 7);
+        EXPECT_EQ(arguments.substr(seedEnd + 1), test.expected) << test.settings;
+    }
+    EXPECT_TRUE(fs::is_directory(dir + "/sc\xC3\xA4ne.renders"));
+}
+
+TEST_F(Launch, StartsTheConsoleProgram) {
+    installRecorder();
+    openDocument(CUBE, R"("RS_CONSOLE": true)");
+    ASSERT_TRUE(render());
+    EXPECT_NE(launchedArguments().find("quenza_console.exe\n"), std::string::npos);
+}
+
+TEST_F(Launch, LeavesTheRendererToItself) {
+    install(makeRenderer("slow", "sleep 1\ntouch \"" + (folder() / "done").string() + "\"\n"));
+    openDocument(CUBE);
+    const auto began = std::chrono::steady_clock::now();
+    ASSERT_TRUE(render());
+    stop();
+    EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::milliseconds(1000))
+        << "nothing waits for it";
+    EXPECT_TRUE(waitFor(folder() / "done")) << "it outlives the host";
+}
+
+TEST_F(Launch, SurvivesRenderersThatCrashOrDontStart) {
+    install(makeRenderer("crashing", "kill -SEGV $$\n"));
+    openDocument(CUBE);
+    EXPECT_TRUE(render());
+    EXPECT_TRUE(host().messages().empty());
+
+    const fs::path broken = makeRenderer("broken", "");
+    writeFile(broken / "quenza.exe", "no program at all");
+    fs::permissions(broken / "quenza.exe", fs::perms::owner_read);
+    install(broken);
+    EXPECT_TRUE(render());
+    EXPECT_TRUE(host().messages().empty());
+    EXPECT_TRUE(fs::exists(userFolder() / "quickrender" / "quickrender.qzs")) << "the scene stays";
+}
+
+TEST_F(Launch, AsksForTheRendererOnceAndRemembers) {
+    installRecorder();
+    const fs::path renderer = folder() / "recorder";
+    install(folder() / "nowhere");
+    fs::create_directory(folder() / "empty");
+    openDocument(CUBE);
+    EXPECT_FALSE(render()) << "without an answer the selector cancels";
+    EXPECT_FALSE(fs::exists(userFolder() / "cquenzaSettings.cfg"));
+
+    host().user().addFileAnswer((folder() / "empty").string());
+    host().user().addFileAnswer(renderer.string());
+    fs::create_directories(userFolder());
+    writeFile(
+        userFolder() / "cquenzaSettings.cfg",
+        "<other a=\"1\" />\n<global_settings>\n    <PATH>/gone</PATH>\n</global_settings>\n<!-- mine -->\n");
+    EXPECT_TRUE(render());
+    const auto& asked = host().user().interactions();
+    ASSERT_EQ(asked.size(), 3u);
+    EXPECT_EQ(asked[1].text, "Please choose the Quenza directory.");
+    EXPECT_EQ(readFile(userFolder() / "cquenzaSettings.cfg"),
+              "<other a=\"1\" />\n<!-- mine -->\n<global_settings>\n    <PATH>" + renderer.string() +
+                  "</PATH>\n</global_settings>\n");
+    launchedArguments();
+
+    EXPECT_TRUE(render()) << "found by the settings file";
+    EXPECT_EQ(host().user().interactions().size(), 3u);
+    launchedArguments();
+}
+
+/// The realtime edition's folder serves when the full renderer has none, or holds no program.
+TEST_F(Launch, ReadsBothEditionsFromTheRegistry) {
+    installRecorder();
+    writeFile(folder() / "config" / "registry.ini",
+              "[Software\\Tessaly Works\\Quenza RT]\nInstallDirectory=" + (folder() / "recorder").string() +
+                  "\n");
+    openDocument(CUBE);
+    EXPECT_TRUE(render());
+    launchedArguments();
+}
+
+} // namespace
