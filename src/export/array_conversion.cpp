@@ -72,6 +72,12 @@ void ArrayConverter::convertUvs(const Task& task) {
     trim(task.mesh.uv_pairs);
 }
 
+void ArrayConverter::releaseMemory() {
+    positionScratch_.release();
+    vertexScratch_.release();
+    uvScratch_.release();
+}
+
 void ArrayConverter::convert(const MeshArrays& arrays, const PolygonRuns& runs, float scale, bool merge,
                              Quenza::Mesh& mesh) {
     mesh.setMaxNumTexcoordSets(1);

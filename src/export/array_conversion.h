@@ -22,6 +22,8 @@ public:
     void convert(const MeshArrays& arrays, const PolygonRuns& runs, float scale, bool merge,
                  Quenza::Mesh& mesh);
 
+    void releaseMemory();
+
 private:
     struct Task;
     void convertVertices(const Task& task);

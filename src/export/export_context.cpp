@@ -34,7 +34,10 @@ Filename makeTextureDirectory(const ExportContext& context) {
         return toFilename(Quenza::PlatformUtils::getTempDirectory());
     }
     const Filename folder = context.sceneDirectory + Filename(String("textures.") + context.sceneBaseName);
-    GeFCreateDir(folder);
+    // A context without a scene file, to look at materials with, leaves nothing on disk.
+    if (context.sceneBaseName.Content()) {
+        GeFCreateDir(folder);
+    }
     return folder;
 }
 

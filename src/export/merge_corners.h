@@ -20,6 +20,11 @@ struct MergeScratch {
         [[no_unique_address]] typename Corners::Detail detail;
     };
 
+    void release() {
+        table.release();
+        seen = {};
+    }
+
     MergeTable table;
     Quenza::Vector<Seen> seen; ///< By point.
 };

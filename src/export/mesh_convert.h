@@ -24,6 +24,9 @@ public:
     Quenza::Ref<Quenza::Mesh> convertMesh(PolygonObject* object, const std::vector<MaterialSlot>& slots,
                                           const Options& options);
 
+    /// Lets go of what is kept for the next mesh.
+    void releaseMemory() { converter_.releaseMemory(); }
+
 private:
     ArrayConverter converter_;
 };

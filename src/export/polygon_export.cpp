@@ -40,31 +40,42 @@ SceneNodeUID createMeshNode(SceneExporter& exporter, const BaseObject* object, c
     return node->getUID();
 }
 
-/// Invalid for an object that can't be converted, and so for every equal one.
-SceneNodeUID convertToNode(SceneExporter& exporter, PolygonObject* object,
+/// The node of the object's mesh, new unless the scene has an equal one. Invalid when it can't be converted.
+SceneNodeUID findOrConvert(SceneExporter& exporter, PolygonObject* object,
                            const std::vector<MaterialSlot>& slots) {
     const ExportContext& context = *exporter.context;
+    const uint32_t hash = meshHash(object, listObjectMaterials(slots), false, context.sceneScale);
+    const auto found = exporter.meshMap.find(hash);
+    if (found != exporter.meshMap.end()) {
+        ++exporter.instanceCount;
+        return found->second;
+    }
     const Ref<Mesh> mesh = exporter.meshExporter.convertMesh(
         object, slots, {context.document, context.sceneScale, context.mergeVertices, context.verbose});
-    return mesh ? createMeshNode(exporter, object, mesh) : SceneNodeUID();
+    if (!mesh) {
+        return {};
+    }
+    const SceneNodeUID uid = createMeshNode(exporter, object, mesh);
+    exporter.meshMap.emplace(hash, uid);
+    return uid;
+}
+
+/// Selections don't enter the hash, so an equal mesh may have more slots than the object that it was found
+/// for.
+void fillUpMaterials(SceneExporter& exporter, ExportedMesh& exported) {
+    const auto* const node = static_cast<SceneNodeMesh*>(exporter.root->getChildByUID(exported.uid));
+    while (exported.materials.size() < node->mesh->used_materials.size()) {
+        exported.materials.push_back(exported.materials.back());
+    }
 }
 
 ExportedMesh exportMesh(SceneExporter& exporter, PolygonObject* object) {
     const std::vector<MaterialSlot> slots = listMaterialSlots(object);
-    const uint32_t hash = meshHash(object, listObjectMaterials(slots), false, exporter.context->sceneScale);
     ExportedMesh exported;
-    const auto found = exporter.meshMap.find(hash);
-    if (found == exporter.meshMap.end()) {
-        exported.uid = convertToNode(exporter, object, slots);
-        exporter.meshMap.emplace(hash, exported.uid);
-    } else {
-        exported.uid = found->second;
-        ++exporter.instanceCount;
-    }
-    exported.materials = listSlotMaterials(*exporter.context, slots, false);
-    if (exported.materials.empty()) {
-        // A mesh always refers to one material at least, if only by name.
-        exported.materials.push_back(exporter.context->defaultMaterialUID);
+    exported.uid = findOrConvert(exporter, object, slots);
+    if (exported.uid.isValid()) {
+        exported.materials = listSlotMaterials(*exporter.context, slots, false);
+        fillUpMaterials(exporter, exported);
     }
     return exported;
 }
@@ -72,14 +83,14 @@ ExportedMesh exportMesh(SceneExporter& exporter, PolygonObject* object) {
 /// The mesh and materials of an object. An object that instances lead to comes again and again, and isn't
 /// hashed anew: nothing changes during an export.
 const ExportedMesh& meshOf(SceneExporter& exporter, PolygonObject* object, ExportedMesh& fresh) {
-    if (exporter.enteredInstances.empty()) {
+    if (exporter.enteredLinks.empty()) {
         fresh = exportMesh(exporter, object);
         return fresh;
     }
     const auto [entry, isNew] = exporter.instancedMeshes.try_emplace(object);
     if (isNew) {
         entry->second = exportMesh(exporter, object);
-    } else {
+    } else if (entry->second.uid.isValid()) {
         ++exporter.instanceCount;
     }
     return entry->second;

@@ -44,6 +44,8 @@ Ref<SceneNodeRoot> SceneExporter::exportScene() {
     print(::String("Saving time: ") + shortTimeText(start));
     print(DECORATION);
     lightGeometry.reset();
+    instancedMeshes.clear();
+    meshExporter.releaseMemory();
     return root;
 }
 
@@ -62,13 +64,21 @@ Ref<SceneNodeRoot> SceneExporter::runHierarchy(BaseThread* thread) {
         return nullptr;
     }
     root = nullptr;
+    failure_ = nullptr;
     constexpr int32_t BUILD_FLAGS = 20;
     Run(context->document, true, 1.0f, BUILD_FLAGS, nullptr, thread);
+    if (failure_) {
+        std::rethrow_exception(failure_);
+    }
     return root;
 }
 
 bool SceneExporter::Do(void* /*data*/, BaseObject* /*object*/, const Matrix& /*matrix*/,
                        bool /*controlObject*/) {
-    exportScene();
+    try {
+        exportScene();
+    } catch (...) {
+        failure_ = std::current_exception();
+    }
     return false;
 }

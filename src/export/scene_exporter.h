@@ -9,14 +9,15 @@
 #include "scene/scene_node_root.h"
 #include "scene/scene_node_section_plane.h"
 
+#include <exception>
 #include <memory>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 /// A section plane of the scene with the objects that it concerns, not owned.
 struct SectionPlaneObjects {
     Quenza::Ref<Quenza::SceneNodeSectionPlane> plane;
-    /// Null when the plane's list is empty.
     std::unique_ptr<AtomArray> objects;
 };
 
@@ -53,8 +54,10 @@ public:
     std::vector<BaseObject*> objectChain;
     /// Indices into `excludingPlanes` of the planes that act on the current object.
     std::vector<int32_t> activeSectionPlanes;
-    /// The objects that instances have led into, from the outermost: ends circles of instances.
-    std::vector<BaseObject*> enteredInstances;
+    /// The objects that instances have led to and that are being walked.
+    std::unordered_set<const BaseObject*> enteredLinks;
+    /// How many objects the scan came by: as many as the export will.
+    int64_t scannedObjects = 0;
     /// 0 scans the tree, 1 exports it.
     int32_t pass = 0;
     /// How often a mesh hash was found again.
@@ -69,4 +72,7 @@ public:
 private:
     void print(const String& line) const;
     void exportObjects();
+
+    /// What Do has caught: nothing may pass through the host's frames.
+    std::exception_ptr failure_;
 };

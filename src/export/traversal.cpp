@@ -5,13 +5,14 @@
 #include "export/plugin_ids.h"
 #include "export/polygon_export.h"
 #include "export/scene_exporter.h"
+#include "export/scene_space.h"
 #include "export/section_plane_export.h"
 #include "export/sphere_export.h"
 #include "export/traversal_progress.h"
 #include "host/ids.h"
 #include "host/tag.h"
 
-#include <algorithm>
+#include <vector>
 
 namespace {
 
@@ -25,6 +26,8 @@ struct Level {
     bool singleObject;
     bool visible;
     bool invisibleToCamera;
+    /// The object that an instance led to, when the level is that object.
+    const BaseObject* entered = nullptr;
 
     Step step = Step::ENTER;
     Matrix matrix{};
@@ -33,35 +36,73 @@ struct Level {
     size_t planeCount = 0;
 };
 
+bool isInstance(int32_t type) {
+    return type == Oinstance || type == PLUGINID_INSTANCE;
+}
+
+/// Also through the heads of caches.
+bool isInsideHierarchy(const BaseObject* object, const BaseObject* top) {
+    while (object) {
+        if (object == top) {
+            return true;
+        }
+        const BaseObject* const parent = object->GetUp();
+        object = parent ? parent : object->GetCacheParent();
+    }
+    return false;
+}
+
+/// The object that an instance leads to; null when there is nothing to enter.
+BaseObject* findLink(const SceneExporter& exporter, const BaseObject* instance) {
+    const int32_t key =
+        instance->GetType() == PLUGINID_INSTANCE ? int32_t(INSTANCE_LINK) : int32_t(INSTANCEOBJECT_LINK);
+    BaseObject* const link = instance->GetDataInstance()->GetObjectLink(key, exporter.context->document);
+    return link && !isInsideHierarchy(instance, link) && instance->GetDeformMode() ? link : nullptr;
+}
+
 class Walk {
 public:
     Walk(SceneExporter& exporter, TraversalProgress* progress) : exporter_(exporter), progress_(progress) {}
 
     void run(const Level& first) {
         levels_.push_back(first);
+        finish();
+    }
+
+    /// Walks what an instance at `matrix` leads to.
+    void runInstance(const BaseObject* instance, const Matrix& matrix, bool invisibleToCamera) {
+        enterInstance(instance, matrix, invisibleToCamera);
+        finish();
+    }
+
+    /// Objects so far, each as often as instances lead to it.
+    int64_t visited() const { return visited_; }
+
+private:
+    void finish() {
         while (!levels_.empty()) {
-            const size_t depth = levels_.size() - 1;
-            switch (levels_[depth].step) {
+            Level& level = levels_.back();
+            switch (level.step) {
             case Level::Step::ENTER:
-                if (progress_ && depth == 0) {
+                ++visited_;
+                if (progress_) {
                     progress_->next();
                 }
-                enter(levels_[depth]);
+                enter(level);
                 break;
             case Level::Step::CHILDREN:
-                levels_[depth].step = Level::Step::LEAVE;
-                if (BaseObject* const child = levels_[depth].object->GetDown()) {
-                    descend(levels_[depth], child);
+                level.step = Level::Step::LEAVE;
+                if (BaseObject* const child = level.object->GetDown()) {
+                    descend(level, child);
                 }
                 break;
             case Level::Step::LEAVE:
-                leave(levels_[depth]);
+                leave(level);
                 break;
             }
         }
     }
 
-private:
     void enter(Level& level) {
         BaseObject* const object = level.object;
         level.step = Level::Step::CHILDREN;
@@ -97,13 +138,30 @@ private:
                          isControl && (analytic || cache->GetBit(BIT_CONTROLOBJECT)),
                          &level.hiddenFromCamera);
         } else if (type == Oinstance && object->GetDataInstance()->GetBool(INSTANCEOBJECT_RENDERINSTANCE)) {
-            handleObject(exporter_, object, level.matrix, visible, isControl, &level.hiddenFromCamera);
+            handle(level, visible, isControl);
         } else if (BaseObject* const deformed = object->GetDeformCache()) {
             descend(level, deformed);
         } else if (cache) {
             descend(level, cache);
         } else {
-            handleObject(exporter_, object, level.matrix, visible, isControl, &level.hiddenFromCamera);
+            handle(level, visible, isControl);
+        }
+    }
+
+    /// Instances are entered on this walk's own stack, whatever the depth to which they lead to each other.
+    void handle(const Level& level, bool visible, bool isControl) {
+        if (!isInstance(level.object->GetType())) {
+            handleObject(exporter_, level.object, level.matrix, visible, isControl, &level.hiddenFromCamera);
+        } else if (visible && !isControl) {
+            enterInstance(level.object, level.matrix, level.hiddenFromCamera);
+        }
+    }
+
+    /// Two trees whose instances lead to each other would never end: an object isn't entered within itself.
+    void enterInstance(const BaseObject* instance, Matrix matrix, bool invisibleToCamera) {
+        BaseObject* const link = findLink(exporter_, instance);
+        if (link && exporter_.enteredLinks.insert(link).second) {
+            levels_.push_back({link, matrix, true, true, invisibleToCamera, link});
         }
     }
 
@@ -122,6 +180,9 @@ private:
                 level.step = Level::Step::ENTER;
                 return;
             }
+        }
+        if (level.entered) {
+            exporter_.enteredLinks.erase(level.entered);
         }
         levels_.pop_back();
     }
@@ -145,38 +206,8 @@ private:
     SceneExporter& exporter_;
     TraversalProgress* progress_;
     std::vector<Level> levels_;
+    int64_t visited_ = 0;
 };
-
-/// Also through the heads of caches.
-bool isInsideHierarchy(const BaseObject* object, const BaseObject* top) {
-    while (object) {
-        if (object == top) {
-            return true;
-        }
-        const BaseObject* const parent = object->GetUp();
-        object = parent ? parent : object->GetCacheParent();
-    }
-    return false;
-}
-
-void enterInstance(SceneExporter& exporter, BaseObject* object, const Matrix& matrix,
-                   bool invisibleToCamera) {
-    const int32_t key =
-        object->GetType() == PLUGINID_INSTANCE ? int32_t(INSTANCE_LINK) : int32_t(INSTANCEOBJECT_LINK);
-    BaseDocument* const document = exporter.context->document;
-    BaseObject* const link = object->GetDataInstance()->GetObjectLink(key, document);
-    if (!link || isInsideHierarchy(object, link) || !object->GetDeformMode()) {
-        return;
-    }
-    // Two trees whose instances link each other never end; within one entering no object stands twice.
-    std::vector<BaseObject*>& entered = exporter.enteredInstances;
-    if (std::find(entered.begin(), entered.end(), link) != entered.end()) {
-        return;
-    }
-    entered.push_back(link);
-    walkObjects(exporter, link, matrix, true, true, &invisibleToCamera);
-    entered.pop_back();
-}
 
 void scanLight(SceneExporter& exporter, const BaseObject* object) {
     const BaseContainer* const data = object->GetDataInstance();
@@ -190,18 +221,35 @@ void scanLight(SceneExporter& exporter, const BaseObject* object) {
     }
 }
 
+/// A scene with numbers that are none can't be read.
+bool hasPlace(const BaseObject* object, const Matrix& matrix) {
+    if (isFinite(matrix)) {
+        return true;
+    }
+    GePrint(String("Object \"") + object->GetName() + "\" is left out: its matrix holds no finite numbers.");
+    return false;
+}
+
 } // namespace
 
 void traverse(SceneExporter& exporter, int pass) {
     exporter.pass = pass;
     exporter.objectChain.clear();
     exporter.activeSectionPlanes.clear();
+    exporter.enteredLinks.clear();
     BaseObject* const first = exporter.context->document->GetFirstObject();
     if (!first) {
         return;
     }
-    TraversalProgress progress(first);
-    Walk(exporter, pass == 1 ? &progress : nullptr).run({first, Matrix(), false, true, false});
+    const Level top{first, Matrix(), false, true, false};
+    if (pass == 0) {
+        Walk walk(exporter, nullptr);
+        walk.run(top);
+        exporter.scannedObjects = walk.visited();
+    } else {
+        TraversalProgress progress(exporter.scannedObjects, exporter.context->verbose);
+        Walk(exporter, &progress).run(top);
+    }
 }
 
 bool walkObjects(SceneExporter& exporter, BaseObject* object, const Matrix& parentMatrix, bool singleObject,
@@ -216,19 +264,19 @@ bool handleObject(SceneExporter& exporter, BaseObject* object, const Matrix& mat
         return true;
     }
     const int32_t type = object->GetType();
-    if (type == Oinstance || type == PLUGINID_INSTANCE) {
-        enterInstance(exporter, object, matrix, *invisibleToCamera);
+    if (isInstance(type)) {
+        Walk(exporter, nullptr).runInstance(object, matrix, *invisibleToCamera);
     } else if (exporter.pass == 0) {
         if (type == Olight) {
             scanLight(exporter, object);
-        } else if (type == PLUGINID_SECTION_PLANE) {
+        } else if (type == PLUGINID_SECTION_PLANE && hasPlace(object, matrix)) {
             exportSectionPlane(exporter, object, matrix);
         }
     } else if (type == Opolygon) {
-        if (!exporter.lightGeometry->Contains(object)) {
+        if (!exporter.lightGeometry->Contains(object) && hasPlace(object, matrix)) {
             exportPolygonObject(exporter, static_cast<PolygonObject*>(object), matrix, *invisibleToCamera);
         }
-    } else if (type == Osphere && object->GetCache()) {
+    } else if (type == Osphere && object->GetCache() && hasPlace(object, matrix)) {
         exportSphere(exporter, object, matrix, false);
     }
     return true;

@@ -1,0 +1,360 @@
+// SPDX-License-Identifier: MIT
+#include "export/exporter_fixture.h"
+#include "export/mesh_hash.h"
+#include "export/parameter_ids.h"
+#include "export/plugin_ids.h"
+#include "headless/model/handles.h"
+#include "host/ids.h"
+#include "host/material.h"
+
+#include <cstring>
+#include <zlib.h>
+
+namespace {
+
+class PolygonExportTest : public ExporterTest {
+protected:
+    static void setTiling(TextureTag* tag, float offsetX, float offsetY, float lengthX, float lengthY) {
+        BaseContainer& data = *tag->GetDataInstance();
+        data.SetReal(TEXTURETAG_OFFSETX, offsetX);
+        data.SetReal(TEXTURETAG_OFFSETY, offsetY);
+        data.SetReal(TEXTURETAG_LENGTHX, lengthX);
+        data.SetReal(TEXTURETAG_LENGTHY, lengthY);
+    }
+    BaseMaterial* addMaterial() {
+        BaseMaterial* const material = BaseMaterial::Alloc(Mmaterial);
+        document()->InsertMaterial(material);
+        return material;
+    }
+    /// "slot:polygons" of a strip's mesh, in the order in which the faces stand.
+    std::string slotsOf(const std::string& name) const {
+        std::string text;
+        for (const Quenza::MeshQuad& quad : meshOf(name).quads) {
+            const float x = meshOf(name).vert_positions[quad.vertex_indices[3]].x;
+            text += std::to_string(quad.mat_index) + ":" + std::to_string(int(x)) + " ";
+        }
+        return text;
+    }
+    /// The UV of the first corner of each polygon of a strip, in face order.
+    std::vector<Quenza::Vec2f> uvsOf(const std::string& name) const {
+        std::vector<Quenza::Vec2f> uvs;
+        for (const Quenza::MeshQuad& quad : meshOf(name).quads) {
+            uvs.push_back(meshOf(name).uv_pairs[quad.uv_indices[3]]);
+        }
+        return uvs;
+    }
+};
+
+std::vector<std::string> names(const Quenza::Vector<Quenza::String>& strings) {
+    std::vector<std::string> result;
+    for (const Quenza::String& string : strings) {
+        result.push_back(string.toStdString());
+    }
+    return result;
+}
+
+using Strings = std::vector<std::string>;
+using UVs = std::vector<Quenza::Vec2f>;
+
+} // namespace
+
+TEST_F(PolygonExportTest, ModelHasTheObjectsNameAndMatrix) {
+    BaseObject* const quad = addQuad("Br\xC3\xBC"
+                                     "cke");
+    quad->SetMl(Matrix({1, 2, 3}, {11, 12, 13}, {21, 22, 23}, {31, 32, 33}));
+    exportScene();
+    const Quenza::SceneNodeModel& node = *models().at(0);
+    EXPECT_EQ(node.getName(), "Br\xC3\xBC"
+                              "cke");
+    ASSERT_EQ(node.keyframes.size(), 1u);
+    EXPECT_EQ(node.keyframes[0].pos, (Quenza::Vec3d{1, 3, 2}));
+    EXPECT_EQ(node.keyframes[0].time, 0.0);
+    EXPECT_EQ(node.keyframes[0].rotation_axis, (Quenza::Vec3d{0, 0, 1}));
+    EXPECT_EQ(node.keyframes[0].rotation_angle, 0.0);
+    EXPECT_EQ(numbers(node.rotation->getMatrix()), (std::vector<double>{11, 31, 21, 13, 33, 23, 12, 32, 22}));
+    EXPECT_EQ(node.scale, 1.0);
+    EXPECT_FALSE(node.invisible_to_camera);
+    ASSERT_EQ(node.materials.size(), 1u);
+    EXPECT_EQ(node.materials[0]->getName(), "default");
+}
+
+TEST_F(PolygonExportTest, FacesTurnOverWithTheAxes) {
+    PolygonObject* const object = addStrip("strip", 2);
+    object->GetPolygonW()[1] = CPolygon(2, 3, 5); // a triangle has c equal to d
+    host().worldPreferences().SetLong(WPREF_UNITS_BASIC, 3);
+    exportScene();
+    const Quenza::Mesh& mesh = meshOf("strip");
+    ASSERT_EQ(mesh.vert_positions.size(), 5u);
+    EXPECT_EQ(mesh.vert_positions[1], (Quenza::Vec3f{0, 0.01f, 0}));
+    EXPECT_EQ(mesh.vert_positions[4], (Quenza::Vec3f{0.02f, 0.01f, 0}));
+    EXPECT_TRUE(mesh.vert_normals.empty());
+    EXPECT_EQ(mesh.quads[0], (Quenza::MeshQuad{{3, 2, 1, 0}, {0, 0, 0, 0}, 0}));
+    EXPECT_EQ(mesh.triangles[0], (Quenza::MeshTriangle{{4, 2, 3}, {0, 0, 0}, 0}));
+    EXPECT_EQ(mesh.num_uv_mappings, 1u);
+    EXPECT_EQ(names(mesh.used_materials), Strings{"default0"});
+    EXPECT_FALSE(meshes()[0]->normal_smoothing);
+    EXPECT_FALSE(meshes()[0]->merge_vertices_with_same_pos_and_normal);
+}
+
+TEST_F(PolygonExportTest, WithoutMergingTheRendererIsAskedTo) {
+    addTag(addStrip("strip", 2), Tphong);
+    options.mergeVertices = false;
+    exportScene();
+    const Quenza::Mesh& mesh = meshOf("strip");
+    EXPECT_EQ(mesh.vert_positions.size(), 8u);
+    EXPECT_EQ(mesh.uv_pairs.size(), 8u);
+    ASSERT_EQ(mesh.vert_normals.size(), 8u);
+    EXPECT_EQ(mesh.vert_normals[0], (Quenza::Vec3f{0, 0, 1}));
+    EXPECT_TRUE(meshes()[0]->normal_smoothing);
+    EXPECT_TRUE(meshes()[0]->merge_vertices_with_same_pos_and_normal);
+}
+
+TEST_F(PolygonExportTest, EqualMeshesAreOne) {
+    BaseObject* const first = addCube("first");
+    BaseObject* const second = addCube("second");
+    move(second, {500, 0, 0});
+    scale(second, {2, 3, -4});
+    addTexture(first)->SetMaterial(addMaterial());
+    addTexture(second)->SetMaterial(addMaterial());
+    options.verbose = true;
+    exportScene();
+    EXPECT_EQ(modelNames(), "first second");
+    EXPECT_EQ(meshes().size(), 1u);
+    EXPECT_EQ(exporter().instanceCount, 1);
+    const Strings lines = consoleLines();
+    EXPECT_NE(std::find(lines.begin(), lines.end(), "Instances exported: 1"), lines.end());
+}
+
+TEST_F(PolygonExportTest, WhatChangesTheConvertedFormMakesAnotherMesh) {
+    PolygonObject* const plain = addStrip("plain", 2);
+    PolygonObject* const changed = addStrip("changed", 2);
+    for (PolygonObject* const object : {plain, changed}) {
+        addUvw(object);
+        addTexture(object);
+        addTag(object, Tphong);
+    }
+    auto* const texture = static_cast<TextureTag*>(changed->GetTag(Ttexture));
+    BaseContainer* const tiling = texture->GetDataInstance();
+    BaseContainer* const phong = changed->GetTag(Tphong)->GetDataInstance();
+    auto* const uvw = static_cast<UVWTag*>(changed->GetTag(Tuvw));
+    const struct {
+        const char* what;
+        std::function<void()> change;
+        bool isAnother;
+    } changes[] = {
+        {"nothing", [] {}, false},
+        {"place",
+         [&] {
+             move(changed, {1, 1, 1});
+         },
+         false},
+        {"texture matrix under UVW mapping",
+         [&] {
+             texture->SetMl(Matrix({9, 9, 9}, {}, {}, {}));
+         },
+         false},
+        {"material", [&] { texture->SetMaterial(addMaterial()); }, false},
+        {"offset", [&] { tiling->SetReal(TEXTURETAG_OFFSETX, 0.5f); }, true},
+        {"length", [&] { tiling->SetReal(TEXTURETAG_LENGTHY, 0.5f); }, true},
+        {"projection", [&] { tiling->SetLong(TEXTURETAG_PROJECTION, P_FLAT); }, true},
+        {"phong angle", [&] { phong->SetReal(PHONGTAG_PHONG_ANGLE, 0.1f); }, true},
+        {"edge breaks",
+         [&] { phong->SetBool(PHONGTAG_PHONG_USEEDGES, !phong->GetBool(PHONGTAG_PHONG_USEEDGES)); }, true},
+        {"a UV", [&] { uvw->GetDataW()[1].d.y += 1; }, true},
+        {"a point", [&] { changed->GetPointW()[3].z += 1; }, true},
+        {"a polygon", [&] { std::swap(changed->GetPolygonW()[0], changed->GetPolygonW()[1]); }, true},
+    };
+    bool isAnother = false;
+    for (const auto& c : changes) {
+        isAnother = isAnother || c.isAnother;
+        c.change();
+        exportScene();
+        EXPECT_EQ(meshes().size(), isAnother ? 2u : 1u) << c.what;
+    }
+}
+
+TEST_F(PolygonExportTest, HashRunsOverRawArraysInOrder) {
+    PolygonObject* const object = addStrip("strip", 3);
+    TextureTag* const uvMapped = addTexture(object);
+    TextureTag* const flat = addTexture(object);
+    const UVWTag* const uvw = addUvw(object);
+    setTiling(uvMapped, 0.25f, -0.5f, 2, 3);
+    setTiling(flat, 1, 2, 3, 4);
+    flat->GetDataInstance()->SetLong(TEXTURETAG_PROJECTION, P_FLAT);
+    flat->SetMl(Matrix({1, 2, 3}, {4, 5, 6}, {7, 8, 9}, {10, 11, 12}));
+    addTag(object, Tphong)->GetDataInstance()->SetBool(PHONGTAG_PHONG_USEEDGES, true);
+    object->GetTag(Tphong)->GetDataInstance()->SetBool(PHONGTAG_PHONG_ANGLELIMIT, false);
+    object->GetTag(Tphong)->GetDataInstance()->RemoveData(PHONGTAG_PHONG_ANGLE);
+
+    std::string bytes;
+    const auto add = [&bytes](const void* data, size_t size) {
+        bytes.append(static_cast<const char*>(data), size);
+    };
+    const auto addNumber = [&add](auto value) { add(&value, 4); };
+    add(uvw->GetDataR(), 3 * 48);
+    add(object->GetPointR(), 8 * 12);
+    add(object->GetPolygonR(), 3 * 16);
+    for (const float number : {-0.25f, 0.5f, 2.0f, 3.0f}) {
+        addNumber(number);
+    }
+    addNumber(int32_t(P_UVW));
+    for (const float number : {-1.0f, -2.0f, 3.0f, 4.0f}) {
+        addNumber(number);
+    }
+    addNumber(int32_t(P_FLAT));
+    for (int i = 1; i <= 12; ++i) {
+        addNumber(float(i));
+    }
+    addNumber(int32_t(0));
+    addNumber(int32_t(1));
+    addNumber(89.0f);
+    addNumber(int32_t(1));
+    addNumber(0.01f);
+    const auto expected =
+        crc32(0, reinterpret_cast<const Bytef*>(bytes.data()), static_cast<uInt>(bytes.size()));
+    EXPECT_EQ(meshHash(object, {uvMapped, flat}, true, 0.01f), expected);
+}
+
+TEST_F(PolygonExportTest, SelectionsBecomeSlots) {
+    const struct {
+        std::vector<std::initializer_list<int32_t>> selections;
+        const char* faces;
+        Strings names;
+    } cases[] = {
+        {{}, "0:0 0:1 0:2 0:3 ", {"default0"}},
+        {{{2, 0}, {1}}, "0:0 0:2 1:1 2:3 ", {"default0", "default1", "default2"}},
+        {{{0, 1, 2}, {2, 3}}, "0:0 0:1 0:2 1:3 ", {"default0", "default1"}},
+        {{{}, {3}}, "0:3 1:0 1:1 1:2 ", {"default0", "default1"}},
+        {{{1, 40}}, "0:1 1:0 1:2 1:3 ", {"default0", "default1"}},
+        {{{0, 1, 2, 3, 4}}, "0:0 0:1 0:2 0:3 ", {"default0"}},
+        {{{1, 2}, {1, 2}}, "0:1 0:2 2:0 2:3 ", {"default0", "default1", "default2"}},
+    };
+    for (size_t i = 0; i < std::size(cases); ++i) {
+        const std::string name = "strip" + std::to_string(i);
+        PolygonObject* const strip = addStrip(name.c_str(), 4);
+        strip->GetPointW()[0].y = float(i); // each a mesh of its own
+        for (const auto& selection : cases[i].selections) {
+            addSelection(strip, "selection", selection);
+        }
+        exportScene();
+        EXPECT_EQ(slotsOf(name), cases[i].faces) << name;
+        EXPECT_EQ(names(meshOf(name).used_materials), cases[i].names) << name;
+        EXPECT_EQ(model(name)->materials.size(), cases[i].names.size()) << name;
+    }
+}
+
+TEST_F(PolygonExportTest, AnEqualMeshWithMoreSlotsGetsMaterialsForAll) {
+    addSelection(addStrip("divided", 3), "selection", {1});
+    addStrip("whole", 3);
+    exportScene();
+    ASSERT_EQ(meshes().size(), 1u);
+    EXPECT_EQ(model("whole")->materials.size(), 2u);
+    scene();
+}
+
+TEST_F(PolygonExportTest, TilingIsBakedIntoTheUVs) {
+    PolygonObject* const strip = addStrip("strip", 4);
+    addUvw(strip);
+    addSelection(strip, "one", {1, 2});
+    addSelection(strip, "two", {2, 3});
+    setTiling(addTexture(strip), 0, 0, 1, 1);
+    setTiling(addTexture(strip, "one"), 0.5f, 0, 2, 1);
+    setTiling(addTexture(strip, "two"), 0, 1, 1, 4);
+    exportScene();
+    // Polygon 2 lies in both selections: the first has its material, the last its tiling.
+    EXPECT_EQ(slotsOf("strip"), "0:1 0:2 1:3 2:0 ");
+    EXPECT_EQ(uvsOf("strip"), (UVs{{0.25f, 1}, {2, 1.25f}, {3, 1.25f}, {0, 1}}));
+}
+
+TEST_F(PolygonExportTest, OneTilingForAllIsAppliedToTheObjectsUVs) {
+    PolygonObject* const strip = addStrip("strip", 2);
+    addUvw(strip);
+    setTiling(addTexture(strip), 0.5f, 0.25f, 0.5f, 2);
+    exportScene();
+    EXPECT_EQ(uvsOf("strip"), (UVs{{-1, 1.125f}, {1, 1.125f}}));
+}
+
+TEST_F(PolygonExportTest, WithoutATextureTagThereAreNoUVs) {
+    addUvw(addStrip("plain", 2));
+    PolygonObject* const divided = addStrip("divided", 2);
+    addUvw(divided);
+    addSelection(divided, "one", {1});
+    addTexture(divided, "other");
+    divided->GetPointW()[0].y = 1;
+    exportScene();
+    EXPECT_EQ(uvsOf("plain"), (UVs{{0, 1}, {0, 1}}));
+    EXPECT_EQ(uvsOf("divided"), (UVs{{0, 1}, {0, 1}}));
+}
+
+TEST_F(PolygonExportTest, BrokenObjectsAreLeftOutByName) {
+    addStrip("wild", 2)->GetPolygonW()[1].b = 77;
+    PolygonObject* const infinite = addStrip("infinite", 3);
+    infinite->GetPointW()[1].x = std::numeric_limits<float>::infinity();
+    addInstance("instance", infinite);
+    addStrip("sound", 4);
+    exportScene();
+    EXPECT_EQ(modelNames(), "sound");
+    EXPECT_EQ(
+        consoleLines(),
+        (Strings{"Object \"wild\" is left out: a polygon refers to a point that doesn't exist.",
+                 "Object \"infinite\" is left out: the coordinates of a point are no finite numbers.",
+                 "Object \"infinite\" is left out: the coordinates of a point are no finite numbers."}));
+    EXPECT_EQ(exporter().instanceCount, 0);
+}
+
+TEST_F(PolygonExportTest, ExitPortalReplacesTheModel) {
+    PolygonObject* const window = addStrip("window", 3);
+    addSelection(window, "one", {0});
+    addTag(window, PLUGINID_EXIT_PORTAL_TAG)->GetDataInstance()->SetBool(EXIT_PORTAL_ENABLED, true);
+    addTag(window, PLUGINID_COMPOSITING_TAG)
+        ->GetDataInstance()
+        ->SetBool(COMPOSITING_INVISIBLE_TO_CAMERA, true);
+    BaseObject* const off = addStrip("off", 3);
+    addTag(off, PLUGINID_EXIT_PORTAL_TAG)->GetDataInstance()->SetBool(EXIT_PORTAL_ENABLED, false);
+    addInstance("instance", window);
+    exportScene();
+    ASSERT_EQ(modelNames(), "window window");
+    for (const Quenza::SceneNodeModel* const portal : models()) {
+        ASSERT_EQ(portal->materials.size(), 2u);
+        EXPECT_EQ(portal->materials[0]->getName(), "Exit Portal");
+        EXPECT_EQ(portal->materials[0], portal->materials[1]);
+        EXPECT_FALSE(portal->invisible_to_camera);
+    }
+    EXPECT_EQ(nodes<Quenza::SceneNode>(Quenza::NODE_MATERIAL).size(), 3u);
+}
+
+TEST_F(PolygonExportTest, SubdivisionTagGoesIntoTheMeshNode) {
+    PolygonObject* const strip = addStrip("strip", 1);
+    BaseContainer& data = *addTag(strip, PLUGINID_SUBDIVISION_TAG)->GetDataInstance();
+    exportScene();
+    EXPECT_EQ(meshes()[0]->subdivide_pixel_threshold, 0.0);
+    data.SetLong(SUBDIV_MAX, 7);
+    data.SetReal(SUBDIV_PIXEL_THRESHOLD, 1.5f);
+    data.SetReal(SUBDIV_CURVATURE_THRESHOLD, 0.25f);
+    data.SetReal(SUBDIV_DISPLACEMENT_ERROR, 0.125f);
+    data.SetBool(SUBDIV_SMOOTHING, false);
+    data.SetBool(SUBDIV_VIEW_DEPENDENT, true);
+    exportScene();
+    const Quenza::SceneNodeMesh& node = *meshes()[0];
+    EXPECT_EQ(node.max_num_subdivisions, 7);
+    EXPECT_EQ(node.subdivide_pixel_threshold, 1.5);
+    EXPECT_EQ(node.subdivide_curvature_threshold, 0.25);
+    EXPECT_EQ(node.displacement_error_threshold, 0.125);
+    EXPECT_FALSE(node.subdivision_smoothing);
+    EXPECT_TRUE(node.view_dependent_subdivision);
+}
+
+TEST_F(PolygonExportTest, VerboseExportTellsEachMeshOnce) {
+    addStrip("strip", 3);
+    addStrip("copy", 3);
+    options.verbose = true;
+    exportScene();
+    const Strings lines = consoleLines();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(),
+                         "--Exported strip: 3 Faces, 8 Vertices, 1 UVs. Processing Time: 0.000s. "
+                         "Export Time: 0.000s"),
+              1);
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
+                            [](const std::string& line) { return line.starts_with("--Exported"); }),
+              1);
+}

@@ -1,0 +1,320 @@
+// SPDX-License-Identifier: MIT
+#include "export/exporter_fixture.h"
+#include "export/parameter_ids.h"
+#include "export/plugin_ids.h"
+#include "headless/model/handles.h"
+#include "headless/model/layer.h"
+#include "host/ids.h"
+#include "host/inexclude.h"
+#include "scene/scene_node_section_plane.h"
+#include "scene/scene_node_sphere.h"
+
+namespace {
+
+class TraversalTest : public ExporterTest {
+protected:
+    void setCompositing(BaseObject* object, bool isInvisible) {
+        addTag(object, PLUGINID_COMPOSITING_TAG)
+            ->GetDataInstance()
+            ->SetBool(COMPOSITING_INVISIBLE_TO_CAMERA, isInvisible);
+    }
+    headless::Layer& addLayer(bool isRendered) {
+        headless::Layer& layer =
+            headless::fromHost(document())->appendLayer(std::make_unique<headless::Layer>());
+        LayerData flags;
+        flags.render = isRendered;
+        layer.setOwnFlags(flags);
+        return layer;
+    }
+    BaseObject* addSectionPlane(std::initializer_list<BaseObject*> objects) {
+        BaseObject* const plane = add(PLUGINID_SECTION_PLANE, "plane");
+        InExcludeData list;
+        for (BaseObject* const object : objects) {
+            list.InsertObject(object, 0);
+        }
+        plane->GetDataInstance()->SetData(SECTION_OBJECTS, GeData(list));
+        return plane;
+    }
+    const Quenza::SceneNodeSectionPlane& sectionPlane() const {
+        return *nodes<Quenza::SceneNodeSectionPlane>(Quenza::NODE_SECTION_PLANE).at(0);
+    }
+    /// Names of the models that a section plane lists.
+    std::string listed() const {
+        std::string names;
+        for (const Quenza::SceneNodeUID uid : sectionPlane().object_list) {
+            for (const Quenza::SceneNodeModel* const node : models()) {
+                names += node->getUID() == uid ? node->getName().toStdString() : "";
+            }
+        }
+        return names;
+    }
+    BaseObject* addSphere() {
+        BaseObject* const sphere = add(Osphere, "sphere");
+        sphere->GetDataInstance()->SetReal(PRIM_SPHERE_RAD, 2.0f);
+        sphere->GetDataInstance()->SetBool(PRIM_SPHERE_PERFECT, true);
+        return sphere;
+    }
+    size_t sphereCount() const { return nodes<Quenza::SceneNodeSphere>(Quenza::NODE_SPHERE).size(); }
+};
+
+} // namespace
+
+TEST_F(TraversalTest, RenderModeIsInheritedUntilAnObjectHasItsOwn) {
+    const struct {
+        uint8_t parent;
+        uint8_t child;
+        const char* exported;
+    } cases[] = {
+        {MODE_UNDEF, MODE_UNDEF, "parent child"},
+        {MODE_OFF, MODE_UNDEF, ""},
+        {MODE_OFF, MODE_ON, "child"},
+        {MODE_ON, MODE_OFF, "parent"},
+        {MODE_UNDEF, MODE_OFF, "parent"},
+        {MODE_OFF, MODE_OFF, ""},
+    };
+    BaseObject* const parent = addQuad("parent");
+    BaseObject* const child = addQuad("child", parent);
+    for (const auto& c : cases) {
+        headless::fromHost(parent)->renderMode = c.parent;
+        headless::fromHost(child)->renderMode = c.child;
+        exportScene();
+        EXPECT_EQ(modelNames(), c.exported) << int(c.parent) << " above " << int(c.child);
+    }
+}
+
+TEST_F(TraversalTest, LayerHidesItsOwnObjectsOnly) {
+    BaseObject* const parent = addQuad("parent");
+    BaseObject* const child = addQuad("child", parent);
+    addQuad("grandchild", child);
+    headless::fromHost(parent)->setLayer(&addLayer(false));
+    headless::fromHost(child)->setLayer(&addLayer(true));
+    exportScene();
+    EXPECT_EQ(modelNames(), "child grandchild");
+}
+
+TEST_F(TraversalTest, GeneratorsYieldTheirCachesAndInputsNothing) {
+    BaseObject* const symmetry = add(Osymmetry, "symmetry");
+    addQuad("input", symmetry);
+    addCube("cube");
+    BaseObject* const selection = add(Oselection, "selection");
+    addQuad("inside", selection);
+    addQuad("empty")->GetPolygonW();
+    headless::asPolygons(headless::fromHost(document()->GetFirstObject()->GetNext()->GetNext()->GetNext()))
+        ->polygons.clear();
+    exportScene();
+    ASSERT_EQ(models().size(), 3u) << modelNames();
+    EXPECT_EQ(models()[1]->getName(), "cube");
+    EXPECT_EQ(models()[2]->getName(), "inside");
+    EXPECT_EQ(meshes()[0]->mesh->quads.size(), 2u);
+}
+
+TEST_F(TraversalTest, CompositingTagHoldsForTheBranchUntilTheNext) {
+    BaseObject* const hidden = addQuad("hidden");
+    BaseObject* const inherits = addQuad("inherits", hidden);
+    BaseObject* const seen = addQuad("seen", inherits);
+    addQuad("below", seen);
+    addInstance("instance", addQuad("linked"), inherits);
+    setCompositing(hidden, true);
+    setCompositing(seen, false);
+    exportScene();
+    const std::pair<const char*, bool> expected[] = {
+        {"hidden", true}, {"inherits", true}, {"seen", false}, {"below", false}};
+    for (const auto& [name, isInvisible] : expected) {
+        EXPECT_EQ(model(name)->invisible_to_camera, isInvisible) << name;
+    }
+    ASSERT_EQ(modelNames(), "hidden inherits seen below linked linked");
+    EXPECT_TRUE(models()[4]->invisible_to_camera);
+    EXPECT_FALSE(models()[5]->invisible_to_camera);
+}
+
+TEST_F(TraversalTest, InstanceEntersItsLinkAtItsOwnPlace) {
+    BaseObject* const linked = addQuad("linked");
+    BaseObject* const child = addQuad("child", linked);
+    addQuad("sibling");
+    move(linked, {100, 0, 0});
+    move(child, {0, 5, 0});
+    BaseObject* const instance = addInstance("instance", linked);
+    move(instance, {1, 2, 3});
+    scale(instance, {2, 2, 2});
+    exportScene();
+    EXPECT_EQ(modelNames(), "linked child sibling linked child");
+    EXPECT_EQ(models()[3]->keyframes[0].pos, (Quenza::Vec3d{1, 3, 2}));
+    EXPECT_EQ(models()[4]->keyframes[0].pos, (Quenza::Vec3d{1, 3, 12}));
+    EXPECT_EQ(meshes().size(), 1u);
+    EXPECT_EQ(exporter().instanceCount, 4);
+}
+
+TEST_F(TraversalTest, InstancesThatLeadNowhereAreSkipped) {
+    BaseObject* const parent = addQuad("parent");
+    addInstance("own parent", parent, parent);
+    BaseObject* const own = add(PLUGINID_INSTANCE, "own", parent);
+    own->GetDataInstance()->SetLink(INSTANCE_LINK, parent);
+    add(PLUGINID_INSTANCE, "no link");
+    BaseObject* const linked = addQuad("linked");
+    headless::fromHost(addInstance("switched off", linked))->enabled = false;
+    hide(addInstance("hidden", linked));
+    BaseObject* const itself = addInstance("itself", nullptr);
+    itself->GetDataInstance()->SetLink(INSTANCEOBJECT_LINK, itself);
+    exportScene();
+    EXPECT_EQ(modelNames(), "parent linked");
+}
+
+TEST_F(TraversalTest, PluginInstanceWithoutACacheIsEnteredToo) {
+    BaseObject* const instance = add(PLUGINID_INSTANCE, "instance");
+    instance->GetDataInstance()->SetLink(INSTANCE_LINK, addQuad("linked"));
+    exportScene();
+    EXPECT_EQ(modelNames(), "linked linked");
+}
+
+TEST_F(TraversalTest, HiddenLinkShowsAtInstancesOnlyWhereItIsItselfShown) {
+    BaseObject* const hiddenParent = add(Onull, "parent");
+    hide(hiddenParent);
+    BaseObject* const linked = addQuad("linked", hiddenParent);
+    addInstance("instance", linked);
+    exportScene();
+    EXPECT_EQ(modelNames(), "linked"); // what hides it lies above the link
+    hide(linked);
+    exportScene();
+    EXPECT_EQ(modelNames(), "");
+}
+
+TEST_F(TraversalTest, CircleOfInstancesEnds) {
+    BaseObject* const first = addQuad("first");
+    BaseObject* const second = addQuad("second");
+    addInstance("to second", second, first);
+    addInstance("to first", first, second);
+    exportScene();
+    EXPECT_EQ(modelNames(), "first second first second first second");
+}
+
+TEST_F(TraversalTest, DeepTreesAndChainsOfInstancesFitTheStack) {
+    constexpr int depth = 20000;
+    BaseObject* parent = nullptr;
+    for (int i = 0; i < depth; ++i) {
+        parent = add(Onull, "level", parent);
+        move(parent, {1, 0, 0});
+    }
+    addQuad("deepest", parent);
+    BaseObject* const store = add(Onull, "store");
+    hide(store);
+    BaseObject* link = addQuad("link", store);
+    for (int i = 0; i < depth; ++i) {
+        BaseObject* const holder = add(Onull, "holder", store);
+        addInstance("instance", link, holder);
+        link = holder;
+    }
+    addInstance("entry", link);
+    exportScene();
+    EXPECT_EQ(modelNames(), "deepest link");
+    EXPECT_EQ(model("deepest")->keyframes[0].pos.x, double(depth));
+}
+
+TEST_F(TraversalTest, ShapesOfAreaLightsAreNoObjects) {
+    BaseObject* const shape = addQuad("shape");
+    addQuad("other");
+    BaseObject* const light = add(Olight, "light");
+    BaseContainer& data = *light->GetDataInstance();
+    data.SetLong(LIGHT_TYPE, LIGHT_TYPE_AREA);
+    data.SetLong(LIGHT_AREADETAILS_SHAPE, LIGHT_AREADETAILS_SHAPE_OBJECT);
+    data.SetLink(LIGHT_AREADETAILS_OBJECT, shape);
+    exportScene();
+    EXPECT_EQ(modelNames(), "other");
+    data.SetLong(LIGHT_AREADETAILS_SHAPE, 1);
+    exportScene();
+    EXPECT_EQ(modelNames(), "shape other");
+    data.SetLong(LIGHT_AREADETAILS_SHAPE, LIGHT_AREADETAILS_SHAPE_OBJECT);
+    hide(light);
+    exportScene();
+    EXPECT_EQ(modelNames(), "shape other");
+}
+
+TEST_F(TraversalTest, SectionPlaneListsModelsOfItsObjects) {
+    const struct {
+        bool withChildren;
+        bool culls;
+        const char* listed;
+    } cases[] = {{true, true, "parent child cubed cubed parent child "},
+                 {false, true, "parent cubed parent "},
+                 {true, false, ""}};
+    // With children, what stands in a cache is seen twice: by its generator and by itself.
+    BaseObject* const parent = addQuad("parent ");
+    addQuad("child ", parent);
+    BaseObject* const cube = addCube("cubed ");
+    addInstance("instance", parent);
+    addQuad("other ");
+    BaseObject* const plane = addSectionPlane({parent, cube});
+    for (const auto& c : cases) {
+        plane->GetDataInstance()->SetBool(SECTION_WITH_CHILDREN, c.withChildren);
+        plane->GetDataInstance()->SetBool(SECTION_CULL_GEOMETRY, c.culls);
+        exportScene();
+        EXPECT_EQ(listed(), c.listed);
+        EXPECT_EQ(sectionPlane().cull_geometry, c.culls);
+    }
+}
+
+TEST_F(TraversalTest, SectionPlaneTakesItsPlaceFromTheObject) {
+    BaseObject* const plane = addSectionPlane({});
+    plane->SetMl(Matrix({1, 2, 3}, {0, 0, 1}, {1, 0, 0}, {0, 1, 0}));
+    plane->GetDataInstance()->SetLong(SECTION_LIST_KIND, SECTION_LIST_EXCLUDE);
+    exportScene();
+    EXPECT_TRUE(sectionPlane().enabled);
+    EXPECT_EQ(sectionPlane().point, (Quenza::Vec3d{1, 3, 2}));
+    EXPECT_EQ(sectionPlane().normal, (Quenza::Vec3d{0, 0, 1}));
+    EXPECT_EQ(sectionPlane().object_list_type, Quenza::SceneNodeSectionPlane::EXCLUDE);
+    EXPECT_TRUE(sectionPlane().object_list.empty());
+    plane->GetDataInstance()->SetLong(SECTION_LIST_KIND, SECTION_LIST_INCLUDE);
+    exportScene();
+    EXPECT_EQ(sectionPlane().object_list_type, Quenza::SceneNodeSectionPlane::INCLUDE);
+}
+
+TEST_F(TraversalTest, OnlyAPerfectUniformSphereIsAnalytic) {
+    BaseObject* const sphere = addSphere();
+    const Matrix placed({1, 2, 3}, {0, 0, 3}, {0, 3, 0}, {-3, 0, 0});
+    sphere->SetMl(placed);
+    exportScene();
+    ASSERT_EQ(sphereCount(), 1u);
+    const auto& node = *nodes<Quenza::SceneNodeSphere>(Quenza::NODE_SPHERE)[0];
+    EXPECT_EQ(node.radius, 6.0);
+    EXPECT_EQ(node.keyframes[0].pos, (Quenza::Vec3d{1, 3, 2}));
+    EXPECT_EQ(node.material_uid, context().defaultMaterialUID);
+    EXPECT_EQ(models().size(), 0u);
+
+    const auto becomesMesh = [this] { return sphereCount() == 0 && modelNames() == "sphere"; };
+    scale(sphere, {1, 1, 1.001f});
+    exportScene();
+    EXPECT_TRUE(becomesMesh()) << "not uniform";
+    sphere->SetMl(placed);
+    options.gpuRendering = true;
+    exportScene();
+    EXPECT_TRUE(becomesMesh()) << "on the GPU";
+    options.gpuRendering = false;
+    sphere->GetDataInstance()->SetBool(PRIM_SPHERE_PERFECT, false);
+    exportScene();
+    EXPECT_TRUE(becomesMesh()) << "not perfect";
+    sphere->GetDataInstance()->SetBool(PRIM_SPHERE_PERFECT, true);
+    sphere->GetDataInstance()->SetLong(PRIM_SPHERE_TYPE, PRIM_SPHERE_TYPE_HEMISPHERE);
+    exportScene();
+    EXPECT_TRUE(becomesMesh()) << "hemisphere";
+}
+
+TEST_F(TraversalTest, DeformedAndSwitchedOffSpheresAreNotAnalytic) {
+    BaseObject* const sphere = addSphere();
+    add(Otwist, "twist", sphere);
+    exportScene();
+    EXPECT_EQ(sphereCount(), 0u);
+    EXPECT_EQ(models().size(), 1u);
+    headless::fromHost(sphere)->enabled = false;
+    exportScene();
+    EXPECT_EQ(sphereCount(), 0u);
+    EXPECT_EQ(models().size(), 0u);
+}
+
+TEST_F(TraversalTest, ObjectsWithoutAPlaceAreLeftOutByName) {
+    const float notANumber = std::numeric_limits<float>::quiet_NaN();
+    move(addQuad("lost"), {notANumber, 0, 0});
+    addQuad("found");
+    exportScene();
+    EXPECT_EQ(modelNames(), "found");
+    EXPECT_EQ(consoleLines(),
+              std::vector<std::string>{"Object \"lost\" is left out: its matrix holds no finite numbers."});
+}
