@@ -1,18 +1,21 @@
 // SPDX-License-Identifier: MIT
 // Conversion of 4-million-quad grids: unmerged beside a copy of the arrays that it makes, merged beside
-// libmeshoptimizer merging the same corner records (position and normal, no UVs).
+// libmeshoptimizer merging the same corner records (position and normal, no UVs); and of a small grid beside
+// ordered maps.
 
 #include "bench/mesh_grid.h"
 #include "export/array_conversion.h"
 
+#include <array>
 #include <benchmark/benchmark.h>
-#include <cstring>
+#include <map>
 #include <meshoptimizer.h>
 
 namespace {
 
 /// Some 4 million quads. A multiple of 3, since libmeshoptimizer takes its indices by threes.
 constexpr int32_t gridSide = 2001;
+constexpr int32_t smallGridSide = 300;
 
 /// Runs `work(buffers)` for each iteration: warm with the buffers of the run before, else with new ones.
 template <class Buffers, class Work>
@@ -139,6 +142,34 @@ void meshoptimizerCold(benchmark::State& state) {
     meshoptimizer(state, false);
 }
 
+void smallMerged(benchmark::State& state) {
+    const Grid source(static_cast<Grid::Kind>(state.range(0)), smallGridSide);
+    measure<Conversion>(state, true, [&](Conversion& buffers) {
+        buffers.converter.convert(source.arrays(), source.runs, 0.01f, true, buffers.mesh);
+        benchmark::DoNotOptimize(buffers.mesh.quads.data());
+    });
+    countCorners(state, source);
+}
+
+/// Positions and normals alone.
+void smallOrderedMap(benchmark::State& state) {
+    const Grid source(static_cast<Grid::Kind>(state.range(0)), smallGridSide);
+    const std::vector<CornerRecord> records = cornerRecords(source);
+    for (auto _ : state) {
+        std::map<std::array<float, 6>, unsigned> known;
+        std::vector<unsigned> indices;
+        indices.reserve(records.size());
+        for (const CornerRecord& record : records) {
+            const Vector& p = record.position;
+            const Vector& n = record.normal;
+            const auto next = static_cast<unsigned>(known.size());
+            indices.push_back(known.emplace(std::array{p.x, p.y, p.z, n.x, n.y, n.z}, next).first->second);
+        }
+        benchmark::DoNotOptimize(indices.data());
+    }
+    countCorners(state, source);
+}
+
 void kinds(benchmark::internal::Benchmark* bench) {
     bench->ArgName("smooth=0,shuffled=1,flat=2")->Arg(Grid::SMOOTH)->Arg(Grid::SHUFFLED)->Arg(Grid::FLAT);
     bench->Unit(benchmark::kMillisecond)->UseRealTime();
@@ -152,5 +183,7 @@ BENCHMARK(meshoptimizerWarm)->Apply(kinds);
 BENCHMARK(mergedWarm)->Apply(kinds);
 BENCHMARK(meshoptimizerCold)->Apply(kinds);
 BENCHMARK(mergedCold)->Apply(kinds);
+BENCHMARK(smallOrderedMap)->Apply(kinds);
+BENCHMARK(smallMerged)->Apply(kinds);
 
 } // namespace
