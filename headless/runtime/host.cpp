@@ -5,6 +5,7 @@
 
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
+#include "headless/model/warnings.h"
 #include "headless/tables/host_table.h"
 
 namespace headless {
@@ -49,12 +50,14 @@ Host::Host(HostOptions options)
     constexpr int32_t CENTIMETRES = 3;
     worldPreferences_.SetLong(WPREF_UNITS_BASIC, CENTIMETRES);
     SetHostTables(hostTable());
+    setWarningSink([this](const std::string& text) { errors_.print(text); });
 }
 
 Host::~Host() {
     unloadPlugin();
     document_.reset();
     setActiveDocument(nullptr);
+    setWarningSink({});
     currentHost = nullptr;
 }
 

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 
+#include "headless/model/document.h"
 #include "headless/resources/resource_folder.h"
 #include "headless/runtime/clock.h"
 #include "headless/runtime/console.h"
@@ -20,8 +21,6 @@
 #include "headless/runtime/user.h"
 
 namespace headless {
-
-class Document;
 
 /// One running host: it loads a plug-in, shows it a document and the world around it, and plays its user. One
 /// at a time in a process; the thread that makes it is the main thread. Nodes of the plug-in's types must be

@@ -7,12 +7,16 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// What the operating system gives to the host. Texts are UTF-8.
 namespace headless::platform {
 
 std::filesystem::path pathFromUtf8(std::string_view text);
 std::string utf8FromPath(const std::filesystem::path& path);
+
+/// The words of the command line, the program's name first, from what `main` got.
+std::vector<std::string> commandLineWords(int count, char** words);
 
 /// Full path of the running program.
 std::filesystem::path executablePath();

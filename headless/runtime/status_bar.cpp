@@ -9,9 +9,10 @@ namespace headless {
 
 namespace {
 
-void append(std::string& line, const std::string& part) {
+void append(std::string& line, const std::string& part, const char* between = "  ") {
     if (!part.empty()) {
-        line += (line.empty() ? "" : "  ") + part;
+        line += line.empty() ? "" : between;
+        line += part;
     }
 }
 
@@ -58,7 +59,8 @@ std::vector<std::string> StatusBar::history() const {
 std::string StatusBar::content() const {
     std::string content = text_;
     if (percent_) {
-        content += (content.empty() ? "" : " ") + std::to_string(*percent_) + "%";
+        append(content, std::to_string(*percent_), " ");
+        content += '%';
     }
     return content;
 }

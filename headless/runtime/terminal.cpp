@@ -18,7 +18,8 @@ void writeLine(std::FILE* stream, std::string_view line) {
 }
 
 std::string padded(long long number) {
-    return (number < 10 ? "0" : "") + std::to_string(number);
+    const std::string digits = std::to_string(number);
+    return number < 10 ? '0' + digits : digits;
 }
 
 } // namespace

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+#include "headless/app/closest_names.h"
+#include "headless/app/command_line.h"
+#include "headless/app/export_outcome.h"
+#include "headless/app/export_settings.h"
+#include "headless/app/parameter_setting.h"
+#include "headless/app/text_table.h"
+#include "headless/model/handles.h"
+#include "headless/model/node_types.h"
+#include "headless/resources/resource_folder.h"
+#include "headless/runtime_fixture.h"
+#include "support/temp_dir.h"
+#include "support/thrown_message.h"
+
+namespace headless {
+namespace {
+
+using Quenza::thrownMessage;
+
+Arguments parse(const std::vector<std::string>& words) {
+    return parseArguments(commandLine(), words);
+}
+
+TEST(ArgumentsTest, ReadsOptionsAnywhere) {
+    const Arguments arguments = parse({"--plugin", "p.so", "render", "--set=A=1", "doc.json", "--set", "B=2",
+                                       "--frames", "-5--1", "--answer-file", "x"});
+    ASSERT_NE(arguments.command, nullptr);
+    EXPECT_EQ(arguments.command->name, "render");
+    EXPECT_EQ(arguments.operands, Lines{"doc.json"});
+    EXPECT_EQ(arguments.values("--set"), (Lines{"A=1", "B=2"}));
+    EXPECT_EQ(arguments.value("--plugin"), "p.so");
+    EXPECT_EQ(arguments.value("--frames"), "-5--1");
+    EXPECT_FALSE(arguments.has("--to"));
+    EXPECT_EQ(parse({"render", "--", "--strange name"}).operands, Lines{"--strange name"});
+    EXPECT_TRUE(parse({"render", "--help"}).wantsHelp);
+}
+
+TEST(ArgumentsTest, TellsWhatIsWrong) {
+    const struct {
+        std::vector<std::string> words;
+        const char* message;
+    } cases[] = {
+        {{}, "A command is missing"},
+        {{"rendr"}, "There is no command rendr; is render meant?"},
+        {{"render"}, "render needs DOCUMENT"},
+        {{"render", "a", "b"}, "One word too many: b"},
+        {{"render", "a", "--fram", "1"},
+         "There is no option --fram of render; is --frame or --frames meant?"},
+        {{"--to", "x", "render"}, "There is no option --to"},
+        {{"render", "a", "--to"}, "--to needs a value: --to FILE.qzs"},
+        {{"render", "a", "--frame", "1", "--frame", "2"}, "--frame was given twice"},
+        {{"list", "plugin"}, "WHAT can't be plugin; is plugins meant?"},
+    };
+    for (const auto& test : cases) {
+        EXPECT_EQ(thrownMessage<UsageError>([&] { parse(test.words); }), test.message);
+    }
+}
+
+TEST(ArgumentsTest, HelpNamesEverythingAndFitsATerminal) {
+    const ProgramSpec& program = commandLine();
+    std::string text = helpText(program);
+    for (const CommandSpec& command : program.commands) {
+        EXPECT_NE(text.find("\n  " + std::string(command.name)), std::string::npos);
+        const std::string own = helpText(program, &command);
+        for (const OptionSpec& option : command.options) {
+            EXPECT_NE(own.find("\n  " + std::string(option.name) + " " + std::string(option.value)),
+                      std::string::npos);
+        }
+        text += own;
+    }
+    for (size_t at = 0; at < text.size();) {
+        const size_t end = text.find('\n', at);
+        EXPECT_LE(end - at, 100u) << text.substr(at, end - at);
+        at = end + 1;
+    }
+}
+
+TEST(ClosestNamesTest, PrefersNamesThatHoldTheWord) {
+    const Lines known = {"RS_HALT_TIME", "RS_HALT_SPP", "RS_MODE", "RS_GPU", "RS_GPU_DEVICE"};
+    EXPECT_EQ(closestNames("halt", known), (Lines{"RS_HALT_TIME", "RS_HALT_SPP"}));
+    EXPECT_EQ(closestNames("RS_HALTSPP", known), (Lines{"RS_HALT_SPP"}));
+    EXPECT_EQ(closestNames("something else", known), Lines{});
+}
+
+TEST(TextTableTest, AlignsColumns) {
+    TextTable table({"ID", "NAME"});
+    table.add({"1", "W\xC3\xBCrfel\nrot"});
+    table.add({"1000", ""});
+    EXPECT_EQ(table.text(), "ID    NAME\n1     W\xC3\xBCrfel rot\n1000\n");
+}
+
+/// The shipped description of the render settings, on a video post of no registered type.
+class Settings : public RuntimeTest {
+protected:
+    Settings() {
+        start().open(std::make_unique<Document>());
+        auto loaded = resources_.loadDescription(RENDER_SETTINGS_DESCRIPTION);
+        EXPECT_TRUE(loaded) << loaded.error;
+        description_ = loaded.value;
+    }
+    Document& document() { return *host().document(); }
+    BaseContainer& set(const std::string& setting) {
+        VideoPost& settings = requireRenderSettings(document());
+        applySetting(*toHost(&settings), *description_, setting);
+        return settings.data;
+    }
+    std::string refusal(const std::string& setting) {
+        return thrownMessage<UsageError>([&] { set(setting); });
+    }
+
+private:
+    resources::ResourceFolder resources_{std::filesystem::path(QUENZA_SOURCE_DIR) / "res"};
+    const resources::Description* description_ = nullptr;
+};
+
+TEST_F(Settings, TakeValuesOfEachType) {
+    EXPECT_EQ(set("RS_HALT_SPP=16").FindData(1382)->GetType(), DA_REAL);
+    EXPECT_EQ(set("1382=2.5").GetReal(1382), 2.5f);
+    EXPECT_EQ(set("RS_MAX_DEPTH=7").FindData(1330)->GetType(), DA_LONG);
+    EXPECT_EQ(set("RS_GPU=on").GetBool(1435), true);
+    EXPECT_EQ(set("RS_GPU=No").GetBool(1435), false);
+    for (const char* const path : {"RS_MODE_PATH", "1335", "rs_mode_path"}) {
+        EXPECT_EQ(set(std::string("RS_MODE=") + path).GetLong(1334), 1335) << path;
+    }
+    EXPECT_EQ(set("RS_DEFAULT_MATERIAL_COLOUR=0.1,0.2,1").GetVector(1424), Vector(0.1f, 0.2f, 1.0f));
+    EXPECT_EQ(set("RS_OUTPUT_FILE=/out/a=b.png").GetFilename(1422), Filename("/out/a=b.png"));
+    EXPECT_EQ(set("RS_OUTPUT_FILE=a.png").GetFilename(1422),
+              Filename(String((std::filesystem::current_path() / "a.png").string())));
+    EXPECT_EQ(set("1410=Key, left").GetString(1410), String("Key, left"));
+    EXPECT_EQ(set("rs_halt_spp=3").GetReal(1382), 3.0f) << "names in either case";
+    EXPECT_EQ(document().activeRenderData()->videoPosts().first()->next, nullptr);
+}
+
+TEST_F(Settings, LinkObjectsByName) {
+    Object& parent = document().appendObject(createObject(Onull));
+    document().insertObject(createObject(Ocube), &parent).name = "Background";
+    EXPECT_EQ(set("1384=Background").GetLink(1384, nullptr), toHost(parent.children().first()));
+    EXPECT_EQ(set("1384=").GetLink(1384, nullptr), nullptr);
+    EXPECT_NE(refusal("1384=Backgroud").find("the document has no object of that name; is Background meant?"),
+              std::string::npos);
+}
+
+TEST_F(Settings, TellWhatIsWrong) {
+    const struct {
+        const char* setting;
+        const char* message;
+    } cases[] = {
+        {"RS_HALT_SPP", "\"RS_HALT_SPP\" is no setting: it takes NAME=VALUE"},
+        {"=1", "\"=1\" is no setting: it takes NAME=VALUE"},
+        {"RS_HALTSPP=1", "Quenza Render Settings has no parameter RS_HALTSPP; is RS_HALT_SPP meant?"},
+        {"99=1", "Quenza Render Settings has no parameter 99"},
+        {"RS_HALT_SPP=many", "RS_HALT_SPP can't be \"many\": it takes a number"},
+        {"RS_HALT_SPP=", "RS_HALT_SPP can't be \"\": it takes a number"},
+        {"RS_HALT_SPP=nan", "RS_HALT_SPP can't be \"nan\": it takes a number"},
+        {"RS_HALT_SPP=-2", "RS_HALT_SPP can't be \"-2\": the least value is -1"},
+        {"RS_MAX_DEPTH=1.5", "RS_MAX_DEPTH can't be \"1.5\": it takes a whole number"},
+        {"RS_GPU=maybe", "RS_GPU can't be \"maybe\": a flag is true or false"},
+        {"RS_DEFAULT_MATERIAL_COLOUR=1,2",
+         "RS_DEFAULT_MATERIAL_COLOUR can't be \"1,2\": it takes three numbers x,y,z"},
+    };
+    for (const auto& test : cases) {
+        EXPECT_EQ(refusal(test.setting).substr(0, std::string(test.message).size()), test.message);
+    }
+    EXPECT_NE(refusal("RS_MODE=RS_MODE_PAT").find("is RS_MODE_PATH"), std::string::npos);
+}
+
+TEST_F(Settings, SendTheExportToAFile) {
+    VideoPost& settings = requireRenderSettings(document());
+    settings.info |= BIT_VPDISABLED;
+    EXPECT_EQ(&requireRenderSettings(document()), &settings) << "the one that is there is enabled";
+    EXPECT_EQ(settings.info & BIT_VPDISABLED, 0);
+    exportTo(settings, "/out/./scene");
+    EXPECT_EQ(settings.data.GetFilename(1393), Filename("/out/scene.qzs"));
+    EXPECT_TRUE(settings.data.GetBool(1408));
+    EXPECT_FALSE(settings.data.GetBool(1394, true));
+    EXPECT_EQ(thrownMessage<UsageError>([&] { exportTo(settings, "a.png"); }),
+              "--to writes a scene: a.png should end with .qzs");
+    EXPECT_EQ(thrownMessage<UsageError>([&] { exportTo(settings, "/out/"); }),
+              "--to needs a file, not the folder /out/");
+
+    exportFrames(document(), settings, parseFrameRange("10-20"));
+    const BaseContainer& range = document().activeRenderData()->data;
+    EXPECT_EQ(range.GetLong(RDATA_FRAMESEQUENCE, -1), RDATA_FRAMESEQUENCE_MANUAL);
+    EXPECT_EQ(range.GetTime(RDATA_FRAMEFROM), BaseTime(10, 30));
+    EXPECT_EQ(range.GetTime(RDATA_FRAMETO), BaseTime(20, 30));
+    EXPECT_TRUE(settings.data.GetBool(1420));
+    EXPECT_EQ(parseFrameRange("-5--1"), std::pair(-5, -1));
+    for (const char* const wrong : {"", "5", "5-", "-", "1-2-3", "a-b", "3-2", "1 - 2"}) {
+        EXPECT_THROW(parseFrameRange(wrong), UsageError) << wrong;
+    }
+    EXPECT_THROW(parseFrame("3x"), UsageError);
+}
+
+TEST(ExportOutcomeTest, IsJudgedByLinesBoxesAndDisk) {
+    using Kind = Interaction::Kind;
+    const Quenza::TempDir folder;
+    const std::string path = folder.path().toStdString();
+    for (const char* const file : {"a.qzs", "b_frame000001.qzs", "b_frame000002.qzs", "b.qzq"}) {
+        Quenza::writeBytes(folder / file, "scene");
+    }
+    const auto judge = [](bool opened, const Lines& lines, const std::vector<Interaction>& asked) {
+        const ExportOutcome outcome = judgeExport(opened, lines, asked);
+        return outcome.failure.value_or(summary(outcome));
+    };
+    const auto saved = [&](const std::string& file) { return "Saved scene to: " + path + "\\" + file; };
+    const Interaction cancelled{Kind::fileSelection, "Please choose.", std::nullopt};
+    EXPECT_EQ(judge(true, {"x", saved("a.qzs"), "y"}, {{Kind::message, "Careful", {}}}),
+              "Scene: " + path + "/a.qzs");
+    EXPECT_EQ(judge(true, {saved("b_frame000001.qzs"), saved("b_frame000002.qzs")}, {}),
+              "Scenes: 2, from " + path + "/b_frame000001.qzs to " + path +
+                  "/b_frame000002.qzs\nQueue: " + path + "/b.qzq");
+    EXPECT_EQ(judge(true, {saved("a.qzs")}, {{Kind::message, "Export failed:\nNo luck.", {}}}),
+              "Export failed: No luck.");
+    EXPECT_EQ(judge(true, {saved("gone.qzs")}, {}), "The plug-in wrote no scene to " + path + "/gone.qzs");
+    EXPECT_EQ(judge(true, {}, {}),
+              "The plug-in wrote no scene: the document has no object, or no frame to export");
+    EXPECT_EQ(judge(false, {}, {}), "The export did not begin: the plug-in's dialog did not open");
+    EXPECT_EQ(
+        judge(false, {}, {cancelled}),
+        "The export did not begin: the plug-in found no renderer and asked \"Please choose.\"; answer it "
+        "with --answer-file FOLDER, or install the renderer");
+}
+
+} // namespace
+} // namespace headless

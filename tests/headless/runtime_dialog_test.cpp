@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "headless/runtime_fixture.h"
+
+namespace headless {
+namespace {
+
+using namespace std::chrono_literals;
+using Dialog = RuntimeTest;
+
+UserAction press(int32_t gadget, std::chrono::milliseconds after = 0ms) {
+    return {after, UserAction::Kind::press, gadget, GeData()};
+}
+
+UserAction closeAfter(std::chrono::milliseconds after) {
+    return {after, UserAction::Kind::close, 0, GeData()};
+}
+
+/// The whole life of a modal dialog with a thread behind it: its message box on the main thread, the close
+/// that is refused while the thread runs, and the timer that closes the dialog when it has ended.
+TEST_F(Dialog, RunsModalUntilItsThreadHasEnded) {
+    startWorking();
+    host().user().addDialogActions({closeAfter(20ms)});
+    EXPECT_TRUE(host().executeCommand(TEST_WORK));
+    EXPECT_EQ(host().messages(), Lines{"from the worker"});
+    EXPECT_EQ(host().errors().lines(), Lines{"[message] from the worker"});
+    Lines lines = newLines();
+    // The worker ends while the main thread prints.
+    std::ranges::sort(lines);
+    EXPECT_EQ(lines,
+              (Lines{"close asked, running: yes", "dialog got 9000001", "open after it: no", "worker ends"}));
+    EXPECT_EQ(host().status().history(), (Lines{"working", "working 40%", ""}));
+}
+
+TEST_F(Dialog, ClosesOnAnInterrupt) {
+    startWorking();
+    std::thread user([&] { host().interrupt(); });
+    EXPECT_TRUE(host().executeCommand(TEST_WORK));
+    user.join();
+    EXPECT_TRUE(host().wasInterrupted());
+    EXPECT_TRUE(host().dialogs().openDialogs().empty());
+}
+
+TEST_F(Dialog, ThatIsUnwillingDoesNotOpen) {
+    startWorking();
+    EXPECT_FALSE(host().executeCommand(TEST_UNWILLING_DIALOG));
+}
+
+TEST_F(Dialog, HoldsGadgetsThatAUserFillsAndPresses) {
+    startWorking();
+    host().user().addDialogActions({{0ms, UserAction::Kind::set, FORM_TEXT, GeData("hello")},
+                                    press(FORM_APPLY, 1ms),
+                                    press(FORM_DISABLED, 2ms),
+                                    press(4711, 3ms)});
+    ASSERT_TRUE(host().executeCommand(TEST_FORM));
+    ASSERT_EQ(host().dialogs().openDialogs().size(), 1u);
+    GeDialog* const form = host().dialogs().openDialogs()[0];
+    EXPECT_TRUE(host().runUntil([&] { return host().errors().lines().size() == 2; }, 5s));
+    EXPECT_EQ(newLines(), Lines{"pressed 1003: hello, 3"});
+    EXPECT_EQ(host().errors().lines(), (Lines{"The dialog \"Form\" has no gadget 1004 that can be pressed",
+                                              "The dialog \"Form\" has no gadget 4711 that can be pressed"}));
+    const DialogState& state = *host().dialogs().state(form);
+    EXPECT_EQ(state.title, String("Form"));
+    EXPECT_EQ(state.gadgets.size(), 6u);
+    EXPECT_EQ(state.find(FORM_CHOICE)->choices.at(0).second, String("three"));
+
+    EXPECT_TRUE(host().executeCommand(TEST_FORM)) << "closes it";
+    EXPECT_TRUE(host().dialogs().openDialogs().empty());
+    EXPECT_TRUE(host().executeCommand(TEST_FORM)) << "opens with a new layout";
+    EXPECT_EQ(state.find(FORM_TEXT)->value.GetString(), String());
+    EXPECT_TRUE(host().dialogs().requestClose(form));
+}
+
+TEST_F(Dialog, OpenAtTheEndIsClosed) {
+    startWorking();
+    EXPECT_TRUE(host().executeCommand(TEST_FORM));
+    stop();
+}
+
+TEST_F(Dialog, AnswersComeFromTheScriptAndElseCancel) {
+    startWorking();
+    EXPECT_FALSE(host().executeCommand(TEST_ASK));
+    EXPECT_EQ(newLines(), (Lines{"file: no unchanged", "question: no"}));
+    host().user().addFileAnswer("/some/where");
+    host().user().addAnswer(true);
+    EXPECT_TRUE(host().executeCommand(TEST_ASK));
+    EXPECT_EQ(newLines(), (Lines{"file: yes /some/where", "question: yes"}));
+    EXPECT_EQ(host().errors().lines(),
+              (Lines{"[file selection] Which file? (cancelled)", "[question] Really? (cancelled)",
+                     "[file selection] Which file? /some/where", "[question] Really? yes"}));
+}
+
+} // namespace
+} // namespace headless

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+/// Numbers of the working test plug-in.
+enum TestPluginId : int32_t {
+    TEST_MESSAGE = 9000001,
+    /// Opens a dialog that waits for a thread, which ends when it is asked to.
+    TEST_WORK = 9000002,
+    /// Asks for a file and a yes.
+    TEST_ASK = 9000003,
+    /// Starts a thread that throws, and waits for it.
+    TEST_THROWING_THREAD = 9000004,
+    TEST_DISABLED = 9000005,
+    /// Opens a dialog whose InitValues fails.
+    TEST_UNWILLING_DIALOG = 9000006,
+    /// Uses a dialog call from another thread: while the main thread waits, and while it doesn't.
+    TEST_OTHER_THREAD = 9000007,
+    /// Opens a form beside, or closes it.
+    TEST_FORM = 9000008,
+    /// Leaves a thread running.
+    TEST_LEFT_THREAD = 9000009,
+    TEST_TAG = 9000010,
+    TEST_THROWING = 9000011,
+};
+
+enum TestDialogGadget : int32_t {
+    FORM_TEXT = 1001,
+    FORM_CHOICE = 1002,
+    FORM_APPLY = 1003,
+    FORM_DISABLED = 1004,
+};
