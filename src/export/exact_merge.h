@@ -52,6 +52,8 @@ public:
 
     /// Empties the table, with room for `expected` records. Memory of an earlier use is taken again.
     void reset(uint64_t expected);
+    /// Makes room for `expected` records, keeping those that are there.
+    void reserve(uint64_t expected);
     void release();
 
     void prefetch(uint32_t hash) const { __builtin_prefetch(slots_ + home(hash)); }
@@ -68,7 +70,7 @@ public:
         const uint32_t index = append();
         slots_[at] = {hash, index + 1};
         if (++count_ > limit_) {
-            grow();
+            grow(capacity_ * 2);
         }
         return index;
     }
@@ -82,7 +84,7 @@ private:
     uint64_t home(uint32_t hash) const { return (hash * capacity_) >> 32; }
     uint64_t next(uint64_t at) const { return at + 1 == capacity_ ? 0 : at + 1; }
     void clear(uint64_t capacity);
-    void grow();
+    void grow(uint64_t capacity);
 
     Slot* slots_ = nullptr;
     uint64_t allocated_ = 0; ///< Slots in the block, of which the first `capacity_` are in use.

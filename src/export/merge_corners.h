@@ -60,6 +60,7 @@ public:
             readDetails(*current);
             hashUnseen(*current);
             number(*current);
+            cornersDone_ += current->cornerCount;
             std::swap(current, coming);
         }
         corners_.resize(size_);
@@ -164,6 +165,9 @@ private:
     uint32_t lookUp(const Batch& batch, uint32_t at, uint32_t hash) {
         const uint32_t point = batch.points[at];
         const Detail& detail = batch.details[at];
+        if (size_ == capacity_ && capacity_ < cornerCount_) {
+            makeRoom();
+        }
         const uint32_t index = table_.findOrAppend(
             hash, [&](uint32_t known) { return corners_.equals(known, point, detail); },
             [&] { return append(point, detail); });
@@ -172,11 +176,15 @@ private:
     }
 
     uint32_t append(uint32_t point, const Detail& detail) {
-        if (size_ == capacity_) {
-            setCapacity(cornerCount_);
-        }
         corners_.write(size_, point, detail);
         return static_cast<uint32_t>(size_++);
+    }
+
+    /// There are more records than expected: by now it shows how many they will be.
+    void makeRoom() {
+        const double share = double(size_) / double(std::max(cornersDone_, size_));
+        table_.reserve(static_cast<uint64_t>(share * double(cornerCount_)));
+        setCapacity(cornerCount_);
     }
 
     /// Memory that nothing is written to stays with the system, so a capacity that is too large costs little.
@@ -194,6 +202,7 @@ private:
     FaceWriter<Corners> faces_;
     uint64_t capacity_ = 0;
     uint64_t size_ = 0;
+    uint64_t cornersDone_ = 0;
     size_t runAt_ = 0;
     int32_t polygonAt_ = 0;
     std::array<Batch, 2> batches_;

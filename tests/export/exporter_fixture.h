@@ -41,7 +41,7 @@ protected:
 
     /// Builds the caches and exports. The context and the exporter stay for looking at.
     void exportScene();
-    const Quenza::SceneNodeRoot& scene() const { return *root_; }
+    Quenza::SceneNodeRoot& scene() const { return *root_; }
     std::vector<Quenza::SceneNodeModel*> models() const {
         return nodes<Quenza::SceneNodeModel>(Quenza::NODE_MODEL);
     }

@@ -182,7 +182,7 @@ TEST_F(SceneExporterTest, WrittenSceneHoldsWhatItRefersTo) {
     addInstance("instance", addStrip("strip", 3));
     exportScene();
     const std::filesystem::path file = folder() / "scene.qzs";
-    const_cast<Quenza::SceneNodeRoot&>(scene()).writeToXMLFile(Quenza::String(file.string()), false, nullptr);
+    scene().writeToXMLFile(Quenza::String(file.string()), false, nullptr);
     EXPECT_TRUE(std::filesystem::is_regular_file(file));
     size_t meshFiles = 0;
     for (const auto& entry : std::filesystem::directory_iterator(folder() / "scene_meshes")) {
