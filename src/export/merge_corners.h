@@ -45,7 +45,7 @@ public:
         const auto pointCount = static_cast<uint64_t>(arrays.pointCount);
         scratch.seen.resize(pointCount);
         seen_ = scratch.seen.data();
-        std::memset(static_cast<void*>(seen_), 0, pointCount * sizeof(Seen));
+        std::fill_n(seen_, pointCount, Seen{});
         // Most meshes need little more than one record a point.
         setCapacity(std::min(cornerCount, pointCount + pointCount / 4));
         table_.reset(capacity_);
