@@ -2,11 +2,14 @@
 #include "headless/build/cache_builder.h"
 
 #include "headless/build/caches.h"
+#include "headless/build/content_hash.h"
 #include "headless/build/generators.h"
 #include "headless/build/object_roles.h"
 #include "headless/build/primitive_mesh.h"
 #include "headless/model/handles.h"
+#include "headless/model/layer.h"
 #include "headless/model/primitive_ids.h"
+#include "headless/model/warnings.h"
 #include "host/thread.h"
 
 #include <utility>
@@ -49,6 +52,23 @@ bool wouldRepeat(const Object& object) {
     return repeats;
 }
 
+/// A generator's geometry is on the generator's layer, but for copies of objects that have one of their own.
+void passLayerOn(const Object& generator, Object& cache) {
+    Layer* const layer = generator.layer();
+    for (Object* object = layer ? &cache : nullptr; object; object = object->nextInBranch(cache)) {
+        if (!object->layer()) {
+            object->setLayer(layer);
+        }
+    }
+}
+
+uint64_t withLayer(uint64_t key, const Object& object) {
+    ContentHash hash;
+    hash.add(key);
+    hash.addBits(object.layer());
+    return hash.value();
+}
+
 } // namespace
 
 bool CacheBuilder::testStop() {
@@ -79,13 +99,17 @@ void CacheBuilder::buildObject(Object& object, int depth) {
         }
         return;
     }
-    const uint64_t key =
-        isPrimitive(object.type()) ? Fingerprints::ofObject(object) : fingerprints_.ofGenerator(object);
+    const uint64_t key = withLayer(isPrimitive(object.type()) ? Fingerprints::ofObject(object)
+                                                              : fingerprints_.ofGenerator(object),
+                                   object);
     Generated& generated = object.generated();
     if (generated.cacheKey != key) {
         object.setCache(nullptr);
         object.setCache(generate(object, depth));
-        generated.cacheKey = stopped_ ? 0 : key;
+        if (object.cache()) {
+            passLayerOn(object, *object.cache());
+        }
+        generated.cacheKey = stopped_ || std::exchange(leftOut_, false) ? 0 : key;
     }
     if (Object* const cache = object.cache()) {
         buildBranch(*cache, depth + 1);
@@ -101,7 +125,23 @@ bool CacheBuilder::isWithinLimits(const Object& object, int depth) {
         const int32_t copies = isArray ? std::max(object.data.GetLong(ARRAY_COPIES), 0) : 1;
         size = fingerprints_.sizeOf(*input) * static_cast<size_t>(copies);
     }
-    return depth < maxCacheDepth && generated_ + size <= maxCacheObjects;
+    if (depth >= maxCacheDepth) {
+        warnOnce(object, "is nested " + std::to_string(maxCacheDepth) + " generators deep");
+        return false;
+    }
+    if (generated_ + size > maxCacheObjects) {
+        warnOnce(object, "would bring the document to more than " + std::to_string(maxCacheObjects) +
+                             " generated objects");
+        return false;
+    }
+    return true;
+}
+
+void CacheBuilder::warnOnce(const Object& object, const std::string& reason) {
+    leftOut_ = true;
+    if (!std::exchange(warned_, true)) {
+        warn("\"" + object.name + "\" " + reason + ": it is left out, and so may be others.");
+    }
 }
 
 std::unique_ptr<Object> CacheBuilder::generate(Object& object, int depth) {

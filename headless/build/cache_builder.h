@@ -30,6 +30,7 @@ private:
     std::unique_ptr<Object> generate(Object& object, int depth);
     std::unique_ptr<Object> buildSymmetry(Object& symmetry, int depth);
     bool isWithinLimits(const Object& object, int depth);
+    void warnOnce(const Object& object, const std::string& reason);
     bool testStop();
 
     BaseThread* thread_;
@@ -37,6 +38,9 @@ private:
     Deformers deformers_;
     bool hasDeformCaches_ = false;
     bool stopped_ = false;
+    bool warned_ = false;
+    /// The last generator wasn't made for a limit: it isn't done, and tried again by the next build.
+    bool leftOut_ = false;
     size_t visited_ = 0;
     size_t generated_ = 0;
 };

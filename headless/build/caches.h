@@ -24,9 +24,10 @@ struct ObjectBounds {
 };
 ObjectBounds objectBounds(Object& object);
 
-/// Generators inside the caches of generators, and instances of instances, end at this depth.
+/// Generators inside the caches of generators, and instances of instances, end at this depth. What a limit
+/// leaves out is told by a warning.
 inline constexpr int maxCacheDepth = 64;
 /// No more objects than these come into the caches of one document.
-inline constexpr size_t maxCacheObjects = 4'000'000;
+inline constexpr size_t maxCacheObjects = 2'000'000;
 
 } // namespace headless

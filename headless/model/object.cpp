@@ -71,6 +71,18 @@ Tag* Object::tag(int32_t type, int32_t nth) const {
     return nullptr;
 }
 
+const Layer* Object::effectiveLayer() const {
+    const Object* const top = topOrigin();
+    for (const Object* object = this; object;
+         object = object == top ? nullptr : object->parentOrCacheParent()) {
+        const Layer* const own = object->layer();
+        if (own || !top) {
+            return own;
+        }
+    }
+    return nullptr;
+}
+
 Matrix Object::globalMatrix() const {
     Matrix global = matrix;
     for (const Object* outer = parentOrCacheParent(); outer; outer = outer->parentOrCacheParent()) {

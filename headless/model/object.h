@@ -53,6 +53,10 @@ public:
     /// The nth tag of a type, from the left; null when there are fewer.
     Tag* tag(int32_t type, int32_t nth = 0) const;
 
+    /// The object's layer, or in a cache, for an object without one, that of the objects from there up to the
+    /// one of the document that made it: what is generated hides with its generator.
+    const Layer* effectiveLayer() const;
+
     /// World matrix. In a cache it goes on at the object whose cache it is.
     Matrix globalMatrix() const;
     void setGlobalMatrix(const Matrix& matrix);

@@ -93,7 +93,7 @@ bool getDeformMode(const BaseObject* object) {
 }
 
 const LayerData* getLayerData(const BaseObject* object, const BaseDocument* document, bool raw) {
-    const Layer* const layer = fromHost(object)->layer();
+    const Layer* const layer = fromHost(object)->effectiveLayer();
     if (!layer || (document && layer->document() != fromHost(document))) {
         return nullptr;
     }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "headless/model/warnings.h"
 #include "headless/model_fixture.h"
 #include "host/plugin_data.h"
 
@@ -178,22 +179,32 @@ TEST_F(BuildCache, endsCyclesOfInstances) {
 }
 
 TEST_F(BuildCache, limitsWhatABrokenDocumentAsksFor) {
-    // Each level shows the one before twenty times.
-    BaseObject* level = addCube();
-    for (int i = 0; i < 12; ++i) {
-        BaseObject* const next = add(Onull);
-        for (int copy = 0; copy < 20; ++copy) {
-            addInstance(level, true, next);
-        }
-        level = next;
+    std::vector<std::string> warnings;
+    setWarningSink([&warnings](const std::string& text) { warnings.push_back(text); });
+    BaseObject* const cube = addCube();
+    // A row of instances, each of which shows the one before.
+    BaseObject* last = cube;
+    for (int i = 0; i < 2 * maxCacheDepth; ++i) {
+        last = addInstance(last, false);
     }
+    last->SetName("Last");
+    build();
+    EXPECT_NE(last->GetCache(), nullptr);
+    const std::string depth = std::to_string(maxCacheDepth);
+    EXPECT_EQ(warnings, std::vector<std::string>{"\"Instance\" is nested " + depth +
+                                                 " generators deep: it is left out, and so may be others."});
+
+    warnings.clear();
     BaseObject* const array = add(Oarray);
     array->GetDataInstance()->SetLong(ARRAY_COPIES, 2000000000);
     addCube(array);
-    BaseObject* const instance = addInstance(level, false);
     build();
     EXPECT_EQ(array->GetCache(), nullptr);
-    EXPECT_NE(instance->GetCache(), nullptr);
+    EXPECT_EQ(warnings,
+              std::vector<std::string>{"\"Array\" would bring the document to more than " +
+                                       std::to_string(maxCacheObjects) +
+                                       " generated objects: it is left out, and so may be others."});
+    setWarningSink({});
 }
 
 TEST_F(BuildCache, mirrorsInSymmetries) {

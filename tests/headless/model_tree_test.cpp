@@ -82,8 +82,11 @@ TEST_F(ModelTree, givesLayersWithThoseAboveThem) {
     upper.setOwnFlags({.view = true, .render = false, .manager = true});
     EXPECT_TRUE(cube->GetLayerData(doc(), true)->render);
     EXPECT_FALSE(cube->GetLayerData(doc())->render);
+    build();
+    EXPECT_FALSE(cube->GetCache()->GetLayerData(doc())->render);
     upper.setOwnFlags({});
     EXPECT_TRUE(cube->GetLayerData(doc())->render);
+    EXPECT_EQ(addCube(cube)->GetLayerData(doc()), nullptr) << "children have layers of their own";
 
     removeNode(upper);
     EXPECT_EQ(cube->GetLayerData(doc()), nullptr);

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "headless/model/warnings.h"
+
+#include <cstdio>
+#include <mutex>
+
+namespace headless {
+
+namespace {
+
+std::mutex sinkMutex;
+std::function<void(const std::string&)> currentSink;
+
+} // namespace
+
+void warn(const std::string& text) {
+    std::function<void(const std::string&)> sink;
+    {
+        const std::lock_guard lock(sinkMutex);
+        sink = currentSink;
+    }
+    if (sink) {
+        sink(text);
+    } else {
+        std::fprintf(stderr, "%s\n", text.c_str());
+    }
+}
+
+void setWarningSink(std::function<void(const std::string&)> sink) {
+    const std::lock_guard lock(sinkMutex);
+    currentSink = std::move(sink);
+}
+
+} // namespace headless
