@@ -9,7 +9,7 @@
 #include "headless/model/primitive_ids.h"
 
 #include <cmath>
-#include <cstring>
+#include <span>
 
 namespace headless {
 
@@ -75,13 +75,12 @@ Vector* createPhongNormals(const PolygonNode& mesh) {
         broken = brokenEdgesOf(mesh);
         settings.brokenEdges = broken;
     }
-    const std::vector<Vector> normals = geometry::computePhongNormals(mesh.points, mesh.polygons, settings);
-    const size_t size = normals.size() * sizeof(Vector);
-    void* const memory = allocateForHost(size);
-    if (memory && size > 0) {
-        std::memcpy(memory, normals.data(), size);
+    const size_t count = mesh.polygons.size() * 4;
+    auto* const normals = static_cast<Vector*>(allocateForHost(count * sizeof(Vector)));
+    if (normals) {
+        geometry::computePhongNormals(mesh.points, mesh.polygons, settings, std::span(normals, count));
     }
-    return static_cast<Vector*>(memory);
+    return normals;
 }
 
 std::unique_ptr<UVWTagNode> generateUVW(const PolygonNode& mesh, const Matrix& meshMatrix,

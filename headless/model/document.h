@@ -19,7 +19,7 @@ public:
 
     const Chain<Object>& objects() const { return objects_; }
     /// Takes over `object`: behind `behind` (in the list of that), else as the first child of `parent`, else
-    /// first of the document. Branches above which `behind` or `parent` lies can't be given.
+    /// first of the document. Neither place may lie inside `object`.
     Object& insertObject(std::unique_ptr<Object> object, Object* parent = nullptr, Object* behind = nullptr);
     Object& appendObject(std::unique_ptr<Object> object);
 
