@@ -161,9 +161,16 @@ private:
 
 std::vector<Vector> computePhongNormals(std::span<const Vector> points, std::span<const CPolygon> polygons,
                                         const PhongSettings& settings) {
+    std::vector<Vector> result(polygons.size() * 4);
+    computePhongNormals(points, polygons, settings, result);
+    return result;
+}
+
+void computePhongNormals(std::span<const Vector> points, std::span<const CPolygon> polygons,
+                         const PhongSettings& settings, std::span<Vector> result) {
     const std::vector<Vector> normals = faceNormals(points, polygons);
     const VertexCorners corners(points.size(), polygons);
-    std::vector<Vector> result(polygons.size() * 4);
+    std::fill(result.begin(), result.end(), Vector());
     parallelFor(points.size(), 8192, [&](std::size_t begin, std::size_t end) {
         PointSmoother smoother(points, polygons, normals, settings);
         for (std::size_t point = begin; point < end; ++point) {
@@ -175,7 +182,6 @@ std::vector<Vector> computePhongNormals(std::span<const Vector> points, std::spa
             result[i * 4 + 3] = result[i * 4 + 2];
         }
     }
-    return result;
 }
 
 std::vector<uint8_t> brokenEdgeBytes(std::size_t polygonCount, std::span<const int64_t> edges) {

@@ -33,6 +33,9 @@ struct PhongSettings {
 /// grows with the corners (and their logarithm at one point); runs on all processors.
 std::vector<Vector> computePhongNormals(std::span<const Vector> points, std::span<const CPolygon> polygons,
                                         const PhongSettings& settings);
+/// The same into `result`, which has room for four vectors per polygon.
+void computePhongNormals(std::span<const Vector> points, std::span<const CPolygon> polygons,
+                         const PhongSettings& settings, std::span<Vector> result);
 
 /// The bytes of `PhongSettings::brokenEdges` from edges numbered polygon * 4 + edge, as an edge
 /// selection of the host stores them. Numbers outside are left out.
