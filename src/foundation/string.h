@@ -38,6 +38,14 @@ public:
             assign(other.view());
         return *this;
     }
+    String& operator=(const char* text) {
+        assign(std::string_view(text));
+        return *this;
+    }
+    String& operator=(const std::string& text) {
+        assign(text);
+        return *this;
+    }
     String& operator=(String&& other) noexcept {
         std::swap(data_, other.data_);
         std::swap(size_, other.size_);
