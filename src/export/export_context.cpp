@@ -55,7 +55,8 @@ ExportContext::ExportContext(BaseDocument* exportedDocument, const Filename& sce
     sceneBaseName = base.GetString();
     readCamera(*this);
     textureDirectory = makeTextureDirectory(*this);
-    exposureDuration = hasCameraTag ? 1.0f / cameraTagData.GetReal(CAM_SHUTTER_SPEED) : DEFAULT_EXPOSURE;
+    exposureDuration =
+        hasCameraTag ? 1.0f / cameraTagData.GetReal(CAM_SHUTTER_SPEED, 500.0f) : DEFAULT_EXPOSURE;
     renderSettings = document ? findVideoPost(document) : nullptr;
     sceneScale = unitToMetres(renderSettings);
 }

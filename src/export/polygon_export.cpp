@@ -109,7 +109,7 @@ void exportPolygonObject(SceneExporter& exporter, PolygonObject* object, const M
         return;
     }
     if (const BaseTag* const portal = object->GetTag(PLUGINID_EXIT_PORTAL_TAG)) {
-        if (portal->GetDataInstance()->GetBool(EXIT_PORTAL_ENABLED)) {
+        if (portal->GetDataInstance()->GetBool(EXIT_PORTAL_ENABLED, true)) {
             exportExitPortal(exporter, object, mesh.uid, matrix, mesh.materials.size());
         }
         return;

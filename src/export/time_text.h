@@ -24,6 +24,6 @@ inline String shortTimeText(uint32_t start) {
 inline String longTimeText(uint32_t start) {
     const float seconds = secondsSince(start);
     const double minutes = std::floor(static_cast<double>(seconds * 0.016666668f));
-    const double rest = std::fmod(static_cast<double>(seconds), 60.0);
+    const double rest = static_cast<double>(seconds) - 60.0 * minutes;
     return LongToString(static_cast<int64_t>(minutes)) + " m, " + RealToString(rest, -1, 3, '0') + " s";
 }

@@ -15,9 +15,13 @@ void addPreviewScenes() {
     if (!GeFExist(folder, true)) {
         return;
     }
-    for (const Quenza::String& entry : Quenza::FileUtils::getFilesInDir(toSceneString(folder))) {
-        if (!AddUserPreviewScene(folder + toFilename(entry), PLUGINID_MATERIAL)) {
-            GePrint(String("Failed loading preview scene: ") + toHostString(entry));
+    try {
+        for (const Quenza::String& entry : Quenza::FileUtils::getFilesInDir(toSceneString(folder))) {
+            if (!AddUserPreviewScene(folder + toFilename(entry), PLUGINID_MATERIAL)) {
+                GePrint(String("Failed loading preview scene: ") + toHostString(entry));
+            }
         }
+    } catch (const Quenza::FileUtils::FileUtilsExcep& exception) {
+        GePrint(exception.what());
     }
 }

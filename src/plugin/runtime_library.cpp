@@ -22,7 +22,11 @@ Filename libraryFolder() {
     }
     const Filename shipped =
         (pluginState().pluginPath ? *pluginState().pluginPath : Filename()) + "quenza_x64";
-    return GeFExist(shipped, true) ? shipped : getRegistryInstallDirectory();
+    if (GeFExist(shipped, true)) {
+        return shipped;
+    }
+    const Filename installed = getRegistryInstallDirectory();
+    return installed.Content() ? installed : shipped;
 }
 
 void printFailure(int32_t code, const String& reason) {

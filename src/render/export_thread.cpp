@@ -135,7 +135,10 @@ bool ExportThread::exportFrames(const RenderJob& job) {
             queue.addFrame(job, frame, scenePath, static_cast<int32_t>(static_cast<uint32_t>(seed)));
         }
         if (!exportFrame(job, frame, scenePath)) {
-            time.restore();
+            // A cancelled export leaves the document at the time that it had come to.
+            if (error_ != CANCELLED) {
+                time.restore();
+            }
             return false;
         }
     }
@@ -167,12 +170,12 @@ bool ExportThread::exportFrame(const RenderJob& job, int32_t frame, const Filena
         const Quenza::Ref<Quenza::SceneNodeRoot> root = exporter.runHierarchy(Get());
         if (root) {
             CancellableProgress progress(*this);
-            root->writeToXMLFile(toSceneString(scenePath), false, &progress);
+            root->writeToXMLFile(toSceneString(scenePath), false, &progress, true);
         }
         return true;
-    } catch (const Quenza::QuenzaException& exception) {
-        const String text = toHostString(exception.message());
-        if (!(text == CANCELLED)) {
+    } catch (const std::exception& exception) {
+        const String text = exception.what();
+        if (text != CANCELLED) {
             GePrint(text);
         }
         fail(text);

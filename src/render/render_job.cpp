@@ -98,8 +98,8 @@ bool readRenderJob(BaseDocument* document, const BaseContainer* settings, const 
     job.fps = document->GetFps();
     const RenderData* const renderData = document->GetActiveRenderData();
     if (renderData) {
-        job.width = renderData->GetDataInstance()->GetLong(RDATA_XRES);
-        job.height = renderData->GetDataInstance()->GetLong(RDATA_YRES);
+        job.width = renderData->GetDataInstance()->GetLong(RDATA_XRES, job.width);
+        job.height = renderData->GetDataInstance()->GetLong(RDATA_YRES, job.height);
     }
     if (!settings) {
         return true;
