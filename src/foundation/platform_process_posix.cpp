@@ -90,6 +90,8 @@ bool openStatusPipe(int ends[2]) {
 bool createProcess(const String& executablePath, const String& commandLine, bool lowPriority) {
     const std::string path = executablePath.toStdString();
     std::vector<std::string> arguments = splitCommandLine(commandLine.toStdString());
+    if (arguments.empty())
+        arguments.push_back(path);
     std::vector<char*> argument_pointers;
     for (std::string& argument : arguments)
         argument_pointers.push_back(argument.data());

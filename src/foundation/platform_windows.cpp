@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <cwctype>
 #include <io.h>
 #include <malloc.h>
 #include <string>

@@ -3,8 +3,12 @@
 
 namespace Quenza {
 
-void deleteUnused(const RefCounted* object) { delete object; }
+void deleteUnused(const RefCounted* object) {
+    delete object;
+}
 
-void deleteUnused(const ThreadSafeRefCounted* object) { delete object; }
+void deleteUnused(const ThreadSafeRefCounted* object) {
+    delete object;
+}
 
 } // namespace Quenza

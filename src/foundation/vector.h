@@ -29,10 +29,10 @@ public:
     using value_type = T;
 
     Vector() = default;
-    explicit Vector(u64 size) { resize(size); }
-    Vector(u64 size, const T& value) { resize(size, value); }
-    Vector(std::initializer_list<T> values) { append(values.begin(), values.size()); }
-    Vector(const Vector& other) { append(other.data_, other.size_); }
+    explicit Vector(u64 size) : Vector() { resize(size); }
+    Vector(u64 size, const T& value) : Vector() { resize(size, value); }
+    Vector(std::initializer_list<T> values) : Vector() { append(values.begin(), values.size()); }
+    Vector(const Vector& other) : Vector() { append(other.data_, other.size_); }
     Vector(Vector&& other) noexcept
         : data_(std::exchange(other.data_, nullptr)), size_(std::exchange(other.size_, 0)),
           capacity_(std::exchange(other.capacity_, 0)) {}

@@ -153,7 +153,7 @@ TEST(SceneNodeTest, ComparesTrees) {
     EXPECT_TRUE(a->isEqual(*tree("x", 3)));
     EXPECT_FALSE(a->isEqual(*tree("y", 3)));
     EXPECT_FALSE(a->isEqual(*tree("x", 4)));
-    EXPECT_FALSE(a->isEqual(*new SceneNodeRoot));
+    EXPECT_FALSE(a->isEqual(SceneNodeRoot()));
     const Ref<SceneNodeRoot> other_type = new SceneNodeRoot;
     const Ref<SceneNode> sphere = new SceneNodeSphere;
     sphere->name = "x";
