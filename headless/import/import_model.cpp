@@ -9,16 +9,37 @@
 
 #include <assimp/Importer.hpp>
 #include <assimp/config.h>
+#include <filesystem>
+#include <fstream>
 
 namespace headless {
 
 namespace {
+
+/// Assimp's reader of PLY looks for the end of a header for ever.
+void checkPlyHeader(const std::string& file) {
+    constexpr size_t LARGEST_HEADER = 1 << 20;
+    std::ifstream in(std::filesystem::path(reinterpret_cast<const char8_t*>(file.c_str())), std::ios::binary);
+    std::string head(3, '\0');
+    if (!in.read(head.data(), 3) || (head != "ply" && head != "PLY")) {
+        return;
+    }
+    head.resize(LARGEST_HEADER);
+    in.read(head.data() + 3, static_cast<std::streamsize>(LARGEST_HEADER - 3));
+    head.resize(static_cast<size_t>(in.gcount()) + 3);
+    const size_t end = head.find("end_header");
+    if (end == std::string::npos || head.find('\n', end) == std::string::npos) {
+        throw DocumentError(file,
+                            "the model can't be read: its PLY header has no end; is the file complete?");
+    }
+}
 
 /// No post-processing: its steps trust what the file says, and change the polygons.
 const aiScene& readModel(Assimp::Importer& importer, const std::string& file) {
     if (!Quenza::FileUtils::fileExists(file)) {
         throw DocumentError(file, "there is no such file");
     }
+    checkPlyHeader(file);
     // Without this each pivot of an FBX file becomes a chain of nodes.
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
     // Names instead of a file's own numbers.
