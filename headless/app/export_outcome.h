@@ -26,7 +26,8 @@ struct ExportOutcome {
 ExportOutcome judgeExport(bool opened, std::span<const std::string> lines,
                           std::span<const Interaction> interactions);
 
-/// What to tell of a success: "Scene: PATH", and for an animation the first and last scene and the queue.
+/// What to tell of a success, which has a scene: "Scene: PATH", and for an animation the first and last scene
+/// and the queue.
 std::string summary(const ExportOutcome& outcome);
 
 } // namespace headless

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <type_traits>
 
+#include "headless/app/export_settings.h"
 #include "headless/app/text_table.h"
 
 namespace headless {
@@ -59,10 +60,9 @@ void listPlugins(const Registrations& registrations) {
     std::fputs(table.text().c_str(), stdout);
 }
 
-void printDescription(const Registration& registration, const resources::Description& description) {
-    std::printf("%s (%s %d, \"%s\")\n", description.name.c_str(),
-                std::string(kindName(registration.kind)).c_str(), registration.info.id,
-                registration.info.name.GetCString());
+void printDescription(PluginKind kind, int32_t id, const resources::Description& description) {
+    std::printf("%s (%s %d, \"%s\")\n", description.name.c_str(), std::string(kindName(kind)).c_str(), id,
+                description.label.c_str());
     TextTable table({"ID", "NAME", "TYPE", "DEFAULT", "LABEL"});
     for (const Entry& entry : description.entries) {
         if (holdsValue(entry)) {
@@ -74,6 +74,17 @@ void printDescription(const Registration& registration, const resources::Descrip
         }
     }
     std::fputs(table.text().c_str(), stdout);
+}
+
+/// What --set takes, when the plug-in has the page without having registered its type.
+void listRenderSettings(Host& host, bool isFirst) {
+    if (host.registrations().find(RENDER_SETTINGS)) {
+        return;
+    }
+    if (const auto loaded = host.resources()->loadDescription(RENDER_SETTINGS_DESCRIPTION)) {
+        std::fputs(isFirst ? "" : "\n", stdout);
+        printDescription(PLUGINKIND_VIDEOPOST, RENDER_SETTINGS, *loaded);
+    }
 }
 
 void listDescriptions(Host& host) {
@@ -89,9 +100,10 @@ void listDescriptions(Host& host) {
             continue;
         }
         std::fputs(isFirst ? "" : "\n", stdout);
-        printDescription(*registration, *description);
+        printDescription(registration->kind, registration->info.id, *description);
         isFirst = false;
     }
+    listRenderSettings(host, isFirst);
     if (!isWhole) {
         throw HostError("Some descriptions could not be read");
     }

@@ -58,6 +58,9 @@ double frameOf(double seconds, int32_t fps) {
 }
 
 Matrix LocalTransform::matrix() const {
+    if (rotation == Vector()) {
+        return {position, {scale.x, 0.0f, 0.0f}, {0.0f, scale.y, 0.0f}, {0.0f, 0.0f, scale.z}};
+    }
     // Joined by hand: each axis keeps the sign of its own scale.
     const Matrix turned = rotationFromHPB(rotation);
     return {position, turned.axisX * scale.x, turned.axisY * scale.y, turned.axisZ * scale.z};

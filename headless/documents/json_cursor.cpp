@@ -120,10 +120,15 @@ double JsonCursor::number() const {
 
 float JsonCursor::real() const {
     const double value = number();
-    if (!(std::fabs(value) <= std::numeric_limits<float>::max())) {
+    constexpr float LARGEST = std::numeric_limits<float>::max();
+    if (std::fabs(value) <= static_cast<double>(LARGEST)) {
+        return static_cast<float>(value);
+    }
+    // Short forms of the largest number lie a little above it.
+    if (!(std::fabs(value) < static_cast<double>(LARGEST) * (1.0 + 1e-8))) {
         fail("the number is too large");
     }
-    return static_cast<float>(value);
+    return value < 0.0 ? -LARGEST : LARGEST;
 }
 
 const std::string& JsonCursor::text() const {

@@ -25,7 +25,10 @@ GeData readKeyValue(const JsonCursor& cursor, Node& node, const Track& track, Li
     case Channel::parameter:
         break;
     }
-    if (cursor.json().is_object() && (cursor.has("link") || cursor.has("inExclude"))) {
+    const std::optional<Parameter> parameter = findParameter(node.type(), track.parameter);
+    const ParameterKind kind = parameter ? parameter->kind : ParameterKind::other;
+    if (kind == ParameterKind::link || kind == ParameterKind::inExclude || cursor.has("link") ||
+        cursor.has("inExclude")) {
         cursor.fail("links can't be animated");
     }
     return readValue(cursor, node, track.parameter, links);

@@ -5,6 +5,7 @@
 #include "headless/documents/document_error.h"
 #include "headless/import/animation_import.h"
 #include "headless/import/material_import.h"
+#include "headless/import/model_files.h"
 #include "headless/import/node_import.h"
 
 #include <assimp/Importer.hpp>
@@ -40,6 +41,7 @@ const aiScene& readModel(Assimp::Importer& importer, const std::string& file) {
         throw DocumentError(file, "there is no such file");
     }
     checkPlyHeader(file);
+    importer.SetIOHandler(new ModelFiles); // Assimp owns it.
     // Without this each pivot of an FBX file becomes a chain of nodes.
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
     // Names instead of a file's own numbers.

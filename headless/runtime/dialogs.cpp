@@ -128,11 +128,18 @@ bool Dialogs::requestCloseOfTop() {
 bool Dialogs::press(GeDialog* dialog, int32_t gadget) {
     const StatePointer state = find(dialog);
     const Gadget* const pressed = state && state->open ? state->find(gadget) : nullptr;
-    if (!pressed || !pressed->enabled) {
+    return pressed && enter(dialog, gadget, GeData(pressed->value));
+}
+
+bool Dialogs::enter(GeDialog* dialog, int32_t gadget, const GeData& value) {
+    const StatePointer state = find(dialog);
+    Gadget* const used = state && state->open ? state->find(gadget) : nullptr;
+    if (!used || !used->enabled) {
         return false;
     }
+    used->value = value;
     BaseContainer message(gadget);
-    message.SetData(gadget, pressed->value);
+    message.SetData(gadget, value);
     guarded("Command", [&] { return state->dialog->Command(gadget, message); });
     return true;
 }
@@ -173,24 +180,16 @@ void Dialogs::scheduleActions(const StatePointer& state) {
 }
 
 void Dialogs::perform(const StatePointer& state, const UserAction& action) {
-    switch (action.kind) {
-    case UserAction::Kind::press:
-        if (!press(state->dialog, action.gadget)) {
-            errors_.print("The dialog \"" + state->title.GetUtf8() + "\" has no gadget " +
-                          std::to_string(action.gadget) + " that can be pressed");
-        }
-        break;
-    case UserAction::Kind::set:
-        if (Gadget* const gadget = state->find(action.gadget)) {
-            gadget->value = action.value;
-        } else {
-            errors_.print("The dialog \"" + state->title.GetUtf8() + "\" has no gadget " +
-                          std::to_string(action.gadget));
-        }
-        break;
-    case UserAction::Kind::close:
+    if (action.kind == UserAction::Kind::close) {
         requestClose(state->dialog);
-        break;
+        return;
+    }
+    const bool performed = action.kind == UserAction::Kind::set
+                               ? enter(state->dialog, action.gadget, action.value)
+                               : press(state->dialog, action.gadget);
+    if (!performed) {
+        errors_.print("The dialog \"" + state->title.GetUtf8() + "\" has no gadget " +
+                      std::to_string(action.gadget) + " that can be used");
     }
 }
 

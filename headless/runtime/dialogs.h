@@ -40,6 +40,8 @@ public:
     /// As a click on a gadget: the dialog's Command gets its number, with the gadget's value under the same
     /// number in the message. False when there is no such gadget or it is disabled.
     bool press(GeDialog* dialog, int32_t gadget);
+    /// As an entry into a gadget: as `press`, with a new value.
+    bool enter(GeDialog* dialog, int32_t gadget, const GeData& value);
 
     void setTitle(GeDialog* dialog, const String& title);
     void setTimer(GeDialog* dialog, int32_t milliseconds);

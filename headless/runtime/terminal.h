@@ -21,9 +21,6 @@ public:
     /// Shows a status line in place of the last; "" takes it away.
     void showStatus(const std::string& text);
 
-    /// False when a status line would not be seen.
-    bool showsStatus() const { return showsStatus_; }
-
 private:
     void erase();
     void draw();

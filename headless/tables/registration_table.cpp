@@ -25,6 +25,11 @@ NodeKind nodeKind(int32_t pluginKind) {
 
 bool registerNode(int32_t kind, const PluginInfo& info, NodeDataAllocator allocator) {
     Host& host = Host::current();
+    // The number may be that of a type of the host's own.
+    if (NodeTypes::instance().find(info.id) ||
+        !host.registrations().addNode(static_cast<PluginKind>(kind), info, allocator)) {
+        return false;
+    }
     NodeTypeInfo type;
     type.id = info.id;
     type.kind = nodeKind(kind);
@@ -32,11 +37,6 @@ bool registerNode(int32_t kind, const PluginInfo& info, NodeDataAllocator alloca
     type.allocator = allocator;
     type.flags = info.info;
     type.descriptionName = info.description.GetUtf8();
-    // The number may also be that of a type of the host's own.
-    if (!allocator || host.registrations().find(info.id) || NodeTypes::instance().find(info.id)) {
-        return false;
-    }
-    host.registrations().addNode(static_cast<PluginKind>(kind), info, allocator);
     type.description = host.descriptionOf(info.id);
     return NodeTypes::instance().add(std::move(type));
 }

@@ -46,6 +46,7 @@ headless::Host& Session::startHost() {
     options.statusSink = silent;
     options.fixedClock = DateTime{2026, 11, 24, 9, 5, 7};
     host_ = std::make_unique<headless::Host>(options);
+    linesSeen_ = 0;
     return *host_;
 }
 

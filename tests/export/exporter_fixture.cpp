@@ -132,7 +132,7 @@ UVWTag* ExporterTest::addUvw(PolygonObject* object) {
 }
 
 SelectionTag* ExporterTest::addSelection(PolygonObject* object, const char* name,
-                                         std::initializer_list<int32_t> polygons) {
+                                         const std::vector<int32_t>& polygons) {
     auto* const tag = static_cast<SelectionTag*>(object->MakeTag(Tpolygonselection));
     tag->SetName(name);
     for (const int32_t polygon : polygons) {

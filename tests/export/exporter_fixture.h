@@ -33,8 +33,7 @@ protected:
     TextureTag* addTexture(BaseObject* object, const char* restriction = "");
     /// UVW records of which each corner tells its polygon and place: (polygon + corner / 4, corner).
     UVWTag* addUvw(PolygonObject* object);
-    SelectionTag* addSelection(PolygonObject* object, const char* name,
-                               std::initializer_list<int32_t> polygons);
+    SelectionTag* addSelection(PolygonObject* object, const char* name, const std::vector<int32_t>& polygons);
     void hide(BaseObject* object) const;
     static void move(BaseObject* object, const Vector& offset);
     static void scale(BaseObject* object, const Vector& factors);

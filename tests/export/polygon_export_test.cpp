@@ -217,7 +217,7 @@ TEST_F(PolygonExportTest, HashRunsOverRawArraysInOrder) {
 
 TEST_F(PolygonExportTest, SelectionsBecomeSlots) {
     const struct {
-        std::vector<std::initializer_list<int32_t>> selections;
+        std::vector<std::vector<int32_t>> selections;
         const char* faces;
         Strings names;
     } cases[] = {

@@ -16,7 +16,8 @@ namespace headless {
 namespace {
 
 std::ostream& operator<<(std::ostream& out, const Vector& v) {
-    return out << "(" << v.x << " " << v.y << " " << v.z << ")";
+    // -0 is 0, as it is when vectors are compared.
+    return out << "(" << v.x + 0.0f << " " << v.y + 0.0f << " " << v.z + 0.0f << ")";
 }
 
 std::ostream& operator<<(std::ostream& out, const Matrix& m) {

@@ -28,7 +28,7 @@ TEST_F(DocumentErrorsTest, TellsWhyAFileIsNoDocument) {
          "unexpected "
          "end of input; expected ':'"},
         {"{\n  \"a\": [1, 2,]\n}",
-         "a.json: line 2, column 15: not valid JSON: syntax error while parsing value - "
+         "a.json: line 2, column 14: not valid JSON: syntax error while parsing value - "
          "unexpected ']'; expected '[', '{', or a literal"},
         {"[]", "a.json: an object {...} is expected"},
         {"{}", "a.json: key \"format\" is missing"},

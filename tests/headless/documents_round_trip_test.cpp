@@ -82,7 +82,7 @@ TEST_F(DocumentRoundTripTest, KeepsEveryKindOfValueWithAndWithoutADeclaration) {
         << "a path below the document's folder isn't written from there";
 }
 
-TEST_F(DocumentRoundTripTest, KeepsMatricesBitByBit) {
+TEST_F(DocumentRoundTripTest, KeepsMatricesExactly) {
     Document document;
     const auto add = [&document](const Matrix& matrix) {
         document.appendObject(createObject(Onull)).matrix = matrix;

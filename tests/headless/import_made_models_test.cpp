@@ -17,10 +17,11 @@ protected:
         return importModel(write(name, text), warnings_);
     }
     static const PolygonNode& polygonsOf(const Document& document) {
-        for (const Object* object = document.objects().first(); object;
-             object = object->nextInBranch(*document.objects().first())) {
-            if (const PolygonNode* const polygons = asPolygons(object)) {
-                return *polygons;
+        for (const Object* top = document.objects().first(); top; top = top->next) {
+            for (const Object* object = top; object; object = object->nextInBranch(*top)) {
+                if (const PolygonNode* const polygons = asPolygons(object)) {
+                    return *polygons;
+                }
             }
         }
         throw std::runtime_error("no polygons");

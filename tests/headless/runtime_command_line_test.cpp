@@ -200,7 +200,7 @@ TEST(ExportOutcomeTest, IsJudgedByLinesBoxesAndDisk) {
     }
     const auto judge = [](bool opened, const Lines& lines, const std::vector<Interaction>& asked) {
         const ExportOutcome outcome = judgeExport(opened, lines, asked);
-        return outcome.failure.value_or(summary(outcome));
+        return outcome.failure ? *outcome.failure : summary(outcome);
     };
     const auto saved = [&](const std::string& file) { return "Saved scene to: " + path + "\\" + file; };
     const Interaction cancelled{Kind::fileSelection, "Please choose.", std::nullopt};

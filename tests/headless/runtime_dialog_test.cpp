@@ -55,9 +55,9 @@ TEST_F(Dialog, HoldsGadgetsThatAUserFillsAndPresses) {
     ASSERT_EQ(host().dialogs().openDialogs().size(), 1u);
     GeDialog* const form = host().dialogs().openDialogs()[0];
     EXPECT_TRUE(host().runUntil([&] { return host().errors().lines().size() == 2; }, 5s));
-    EXPECT_EQ(newLines(), Lines{"pressed 1003: hello, 3"});
-    EXPECT_EQ(host().errors().lines(), (Lines{"The dialog \"Form\" has no gadget 1004 that can be pressed",
-                                              "The dialog \"Form\" has no gadget 4711 that can be pressed"}));
+    EXPECT_EQ(newLines(), (Lines{"used 1001: hello, 3", "used 1003: hello, 3"}));
+    EXPECT_EQ(host().errors().lines(), (Lines{"The dialog \"Form\" has no gadget 1004 that can be used",
+                                              "The dialog \"Form\" has no gadget 4711 that can be used"}));
     const DialogState& state = *host().dialogs().state(form);
     EXPECT_EQ(state.title, String("Form"));
     EXPECT_EQ(state.gadgets.size(), 6u);

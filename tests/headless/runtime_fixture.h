@@ -23,6 +23,7 @@ protected:
         options.errorSink = silent;
         options.statusSink = silent;
         host_ = std::make_unique<Host>(std::move(options));
+        linesSeen_ = 0;
         return *host_;
     }
     Host& startWorking() {

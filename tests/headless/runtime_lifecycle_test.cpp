@@ -54,8 +54,6 @@ TEST_F(Lifecycle, KeepsWhatWasRegisteredBeforeAStartFailed) {
 
 TEST_F(Lifecycle, LoadsStartsAndEndsInOrderAndTwice) {
     for (int i = 0; i < 2; ++i) {
-        Lines lines;
-        HostOptions options;
         start().loadPlugin(testPlugin("working"));
         EXPECT_TRUE(host().isStarted());
         EXPECT_EQ(newLines(), (Lines{"init in test_plugins", "message 1", "taken numbers refused: yes",

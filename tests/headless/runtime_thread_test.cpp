@@ -30,7 +30,6 @@ TEST_F(Threading, EndsThreadsThatThePluginLeft) {
     startWorking();
     EXPECT_TRUE(host().executeCommand(TEST_LEFT_THREAD));
     EXPECT_FALSE(host().executeCommand(TEST_LEFT_THREAD)) << "it runs already";
-    Lines lines;
     stop();
 }
 

@@ -181,7 +181,7 @@ public:
         GeData choice;
         GetValue(FORM_TEXT, text);
         GetValue(FORM_CHOICE, choice);
-        GePrint(String("pressed ") + LongToString(id) + ": " + text.GetString() + ", " +
+        GePrint(String("used ") + LongToString(id) + ": " + text.GetString() + ", " +
                 LongToString(choice.GetLong()));
         return true;
     }

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#include "headless/app/program.h"
+#include "headless/runtime_fixture.h"
+#include "support/temp_dir.h"
+
+#include <csignal>
+#include <cstdlib>
+
+namespace headless {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The whole program in this process, with folders of its own and a renderer that does nothing.
+class Program : public RuntimeTest {
+protected:
+    Program() {
+        fs::create_directories(root() / "config");
+        fs::create_directories(root() / "renderer");
+        for (const char* const name : {"renderer/quenza.exe", "renderer/quenza_console.exe"}) {
+            Quenza::writeBytes(temp_ / name, "#!/bin/sh\n");
+            fs::permissions(root() / name, fs::perms::owner_all);
+        }
+        Quenza::writeBytes(
+            temp_ / "config/registry.ini",
+            "[Software\\Tessaly Works\\Quenza Renderer]\nInstallDirectory=" + path("renderer") + "\n");
+        Quenza::writeBytes(temp_ / "cube.json", R"({"format": "quenza-headless-document", "version": 1,
+            "objects": [{"type": "Cube", "name": "Cube"}]})");
+        Quenza::writeBytes(temp_ / "empty.json", R"({"format": "quenza-headless-document", "version": 1})");
+        const char* const config = std::getenv("XDG_CONFIG_HOME");
+        oldConfig_ = config ? std::optional<std::string>(config) : std::nullopt;
+        setenv("XDG_CONFIG_HOME", path("config").c_str(), 1);
+    }
+    ~Program() override {
+        if (oldConfig_) {
+            setenv("XDG_CONFIG_HOME", oldConfig_->c_str(), 1);
+        } else {
+            unsetenv("XDG_CONFIG_HOME");
+        }
+    }
+
+    fs::path root() const { return temp_.path().toStdString(); }
+    std::string path(const std::string& name) const { return (root() / name).string(); }
+
+    int run(const Lines& words) {
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        const int status = runProgram(words);
+        out_ = testing::internal::GetCapturedStdout();
+        errors_ = testing::internal::GetCapturedStderr();
+        return status;
+    }
+    /// The command `render` with the plug-in of this build.
+    int render(const std::string& document, Lines more) {
+        Lines words = {"--plugin",      QUENZA_BIN_DIR "/cquenza.so",
+                       "--fixed-clock", "2026-11-24 09:05:07",
+                       "render",        path(document)};
+        words.insert(words.end(), more.begin(), more.end());
+        return run(words);
+    }
+    std::string lastLine() const {
+        const size_t before = out_.size() < 2 ? std::string::npos : out_.rfind('\n', out_.size() - 2);
+        return out_.substr(before == std::string::npos ? 0 : before + 1);
+    }
+
+    std::string out_;
+    std::string errors_;
+
+private:
+    const Quenza::TempDir temp_;
+    std::optional<std::string> oldConfig_;
+};
+
+TEST_F(Program, ListsWhatWasRegistered) {
+    ASSERT_EQ(run({"--plugin", testPlugin("not_starting").string(), "list", "plugins"}), 0);
+    EXPECT_EQ(out_, "#  KIND     ID       NAME     DESCRIPTION OR HELP  ICON  INFO\n"
+                    "1  command  9000001  Nothing                             0x0\n");
+    ASSERT_EQ(run({"--plugin", testPlugin("working").string(), "list", "descriptions"}), 0);
+    EXPECT_NE(out_.find("TTest (tag 9000010, \"Test Tag\")\n"), std::string::npos) << out_;
+    for (const char* const row :
+         {"\n1001  TEST_AMOUNT", "0.5", "Amount\n", "1 TEST_MODE_B Second\n", "true"}) {
+        EXPECT_NE(out_.find(row), std::string::npos) << row;
+    }
+}
+
+TEST_F(Program, EndsWithTheStatusOfWhatHappened) {
+    const std::string working = testPlugin("working").string();
+    const struct {
+        Lines words;
+        int status;
+        std::string reason;
+    } cases[] = {
+        {{"--help"}, 0, ""},
+        {{"render", "--help"}, 0, ""},
+        {{}, 2, "quenza-headless: A command is missing\nTry \"quenza-headless --help\".\n"},
+        {{"--fixed-clock", "noon", "list", "plugins"},
+         2,
+         "quenza-headless: --fixed-clock takes a date \"YYYY-MM-DD hh:mm:ss\", not \"noon\"\n"
+         "Try \"quenza-headless --help\".\n"},
+        {{"--plugin", "/nowhere.so", "list", "plugins"},
+         1,
+         "quenza-headless: There is no plug-in /nowhere.so\n"},
+        {{"--plugin", working, "render", path("cube.json")},
+         1,
+         "quenza-headless: There is no command 1023920 in " + working + "\n"},
+        {{"--plugin", working, "open", path("gone.json"), "--save", path("x.json")},
+         1,
+         "quenza-headless: " + path("gone.json") + ": the file can't be opened for reading\n"},
+    };
+    for (const auto& test : cases) {
+        EXPECT_EQ(run(test.words), test.status);
+        EXPECT_EQ(errors_, test.reason);
+    }
+}
+
+TEST_F(Program, RewritesADocumentToTheSameBytes) {
+    const std::string working = testPlugin("working").string();
+    ASSERT_EQ(run({"--plugin", working, "open", path("cube.json"), "--save", path("a.json")}), 0) << errors_;
+    ASSERT_EQ(run({"--plugin", working, "open", path("a.json"), "--save=" + path("b.json")}), 0) << errors_;
+    EXPECT_EQ(Quenza::fileBytes(path("a.json")), Quenza::fileBytes(path("b.json")));
+    EXPECT_NE(Quenza::fileBytes(path("a.json")).find("\"Cube\""), std::string::npos);
+}
+
+TEST_F(Program, RendersToAFileAndToTheQuickFolder) {
+    ASSERT_EQ(render("cube.json", {"--to", path("scene"), "--set", "RS_MERGE_VERTICES=false"}), 0) << errors_;
+    EXPECT_EQ(lastLine(), "Scene: " + path("scene.qzs") + "\n");
+    EXPECT_EQ(errors_, "");
+    const std::string scene = Quenza::fileBytes(path("scene.qzs"));
+    EXPECT_NE(scene.find("<merge_vertices_with_same_pos_and_normal>true</merge_vertices_with_same_pos_and_normal>"), std::string::npos);
+    EXPECT_NE(scene.find("9:5:7, 24.11.2026"), std::string::npos);
+
+    ASSERT_EQ(render("cube.json", {}), 0) << errors_;
+    const std::string quick = path("config/Quenza for Cinema 4D/quickrender/quickrender.qzs");
+    EXPECT_EQ(lastLine(), "Scene: " + quick + "\n");
+    EXPECT_TRUE(fs::exists(quick));
+
+    ASSERT_EQ(render("cube.json", {"--to", path("anim.qzs"), "--frames", "4-5"}), 0) << errors_;
+    EXPECT_NE(out_.find("\nScenes: 2, from " + path("anim_frame000004.qzs") + " to " +
+                        path("anim_frame000005.qzs") + "\nQueue: " + path("anim.qzq") + "\n"),
+              std::string::npos)
+        << out_;
+}
+
+TEST_F(Program, TellsWhyARenderFailed) {
+    EXPECT_EQ(render("empty.json", {"--to", path("scene.qzs")}), 1);
+    EXPECT_EQ(errors_,
+              "quenza-headless: The plug-in wrote no scene: the document has no object, or no frame to "
+              "export\n");
+    EXPECT_EQ(render("cube.json", {"--to", path("missing/scene.qzs")}), 1);
+    EXPECT_NE(errors_.find("\nquenza-headless: Export failed: Export filename is empty or directory does not "
+                           "exist..\n"),
+              std::string::npos)
+        << errors_;
+    EXPECT_EQ(render("cube.json", {"--set", "RS_HALTSPP=1"}), 2);
+    EXPECT_NE(errors_.find("is RS_HALT_SPP meant?"), std::string::npos);
+
+    fs::remove(path("config/registry.ini"));
+    EXPECT_EQ(render("cube.json", {}), 1);
+    EXPECT_NE(errors_.find("[file selection] Please choose the Quenza directory. (cancelled)\n"),
+              std::string::npos);
+    EXPECT_EQ(render("cube.json", {"--answer-file", path("renderer")}), 0) << errors_;
+}
+
+TEST_F(Program, CancelsByTheCloseButtonAndByCtrlC) {
+    const Lines endless = {"--to", path("long.qzs"), "--frames", "0-1000000"};
+    Lines closed = endless;
+    closed.insert(closed.end(), {"--cancel-after", "0.02"});
+    EXPECT_EQ(render("cube.json", closed), 1);
+    EXPECT_NE(errors_.find("quenza-headless: Export failed: Export was cancelled by user.\n"),
+              std::string::npos);
+
+    fs::remove(path("long_frame000000.qzs"));
+    // Ctrl-C counts from the moment that the plug-in has started; before that the signal would end this test.
+    std::thread user([&] {
+        while (!fs::exists(path("long_frame000000.qzs"))) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        std::raise(SIGINT);
+    });
+    EXPECT_EQ(render("cube.json", endless), 130);
+    user.join();
+    EXPECT_FALSE(fs::exists(path("long.qzq")));
+}
+
+} // namespace
+} // namespace headless
