@@ -188,7 +188,7 @@ TEST_F(TraversalTest, CircleOfInstancesEnds) {
 }
 
 TEST_F(TraversalTest, DeepTreesAndChainsOfInstancesFitTheStack) {
-    constexpr int depth = 20000;
+    constexpr int depth = 6000;
     BaseObject* parent = nullptr;
     for (int i = 0; i < depth; ++i) {
         parent = add(Onull, "level", parent);
