@@ -80,7 +80,8 @@ void SceneNode::addChild(const Ref<SceneNode>& child) {
 }
 
 void SceneNode::removeChild(const Ref<SceneNode>& child) {
-    const Ref<SceneNode> removed = child; // `child` may be one of the entries that go
+    // A copy: `child` may be one of the entries that go.
+    const Ref<SceneNode> removed = child; // NOLINT(performance-unnecessary-copy-initialization)
     Vector<Ref<SceneNode>> kept;
     kept.reserve(children.size());
     for (const Ref<SceneNode>& entry : children)

@@ -30,6 +30,7 @@ TEST_F(Threading, EndsThreadsThatThePluginLeft) {
     startWorking();
     EXPECT_TRUE(host().executeCommand(TEST_LEFT_THREAD));
     EXPECT_FALSE(host().executeCommand(TEST_LEFT_THREAD)) << "it runs already";
+    EXPECT_TRUE(host().runUntil([&] { return !host().messages().empty(); }, 10s)) << "it works";
     stop();
 }
 
