@@ -126,7 +126,9 @@ TEST_F(Program, RendersToAFileAndToTheQuickFolder) {
     EXPECT_EQ(lastLine(), "Scene: " + path("scene.qzs") + "\n");
     EXPECT_EQ(errors_, "");
     const std::string scene = Quenza::fileBytes(path("scene.qzs"));
-    EXPECT_NE(scene.find("<merge_vertices_with_same_pos_and_normal>true</merge_vertices_with_same_pos_and_normal>"), std::string::npos);
+    EXPECT_NE(
+        scene.find("<merge_vertices_with_same_pos_and_normal>true</merge_vertices_with_same_pos_and_normal>"),
+        std::string::npos);
     EXPECT_NE(scene.find("9:5:7, 24.11.2026"), std::string::npos);
 
     ASSERT_EQ(render("cube.json", {}), 0) << errors_;
