@@ -89,11 +89,11 @@ void Host::unloadPlugin() {
     if (!plugin_) {
         return;
     }
-    // Messages on their way may own memory that their receiver frees.
-    loop_.runPosted();
     dialogs_.closeAll();
     // They may be at work on the document.
     threads_.endAll();
+    // Messages on their way may own memory that their receiver frees.
+    loop_.runPosted();
     setActiveDocument(nullptr);
     document_.reset();
     try {

@@ -47,14 +47,17 @@ void Thread::run() {
 }
 
 void Thread::end(bool wait) {
+    if (wait && loop_.isMainThread()) {
+        // The thread hears of its end when its calls are answered, so that it may still ask the user.
+        loop_.serveCallsUntil([this] {
+            breakRequested_ = true;
+            return !running_;
+        });
+    }
     breakRequested_ = true;
-    if (!wait) {
-        return;
+    if (wait) {
+        join();
     }
-    if (loop_.isMainThread()) {
-        loop_.serveCallsUntil([this] { return !running_; });
-    }
-    join();
 }
 
 void Thread::join() {

@@ -143,19 +143,29 @@ public:
 
 class Asker : public C4DThread {
 public:
-    void Main() override { GePrint(String("thread asked: ") + yesNo(QuestionDialog("From a thread?"))); }
+    explicit Asker(bool waitsForEnd) : waitsForEnd_(waitsForEnd) {}
+
+    void Main() override {
+        while (waitsForEnd_ && !TestBreak()) {
+            std::this_thread::yield();
+        }
+        GePrint(String("thread asked: ") + yesNo(QuestionDialog("From a thread?")));
+    }
     const char* GetThreadName() override { return "Asker"; }
+
+private:
+    const bool waitsForEnd_;
 };
 
 class OtherThread : public CommandData {
 public:
     bool Execute(BaseDocument* /*document*/) override {
-        Asker unheard;
+        Asker unheard(false);
         unheard.Start();
         while (unheard.IsRunning()) {
             std::this_thread::yield();
         }
-        Asker heard;
+        Asker heard(true);
         heard.Start();
         heard.End(true);
         return true;
