@@ -23,12 +23,13 @@ function(quenza_tests folder)
   target_compile_definitions(
     ${name} PRIVATE QUENZA_SOURCE_DIR="${PROJECT_SOURCE_DIR}" QUENZA_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}"
                     QUENZA_RENDERER_DIR="${PROJECT_BINARY_DIR}/renderer")
+  quenza_precompile(${name} TESTS)
   foreach(program IN LISTS ARG_RUNS)
     if(TARGET ${program})
       add_dependencies(${name} ${program})
     endif()
   endforeach()
-  gtest_discover_tests(${name} TEST_PREFIX "${folder}." DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+  gtest_discover_tests(${name} TEST_PREFIX "${folder}." NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
   set_property(DIRECTORY APPEND PROPERTY QUENZA_TEST_LISTS ${name}_TESTS)
 endfunction()
 
