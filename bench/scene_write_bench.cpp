@@ -99,17 +99,31 @@ void addModel(pugi::xml_node parent, const SceneNodeModel& model) {
         addText(materials, "material_uid", std::to_string(material->getUID().value()));
 }
 
+void makeDocument(pugi::xml_document& document) {
+    pugi::xml_node element = document.append_child("scene");
+    for (const Ref<SceneNode>& child : scene().getChildren())
+        addModel(element, static_cast<const SceneNodeModel&>(*child));
+}
+
 void saveWithPugixml(benchmark::State& state) {
     for (auto _ : state) {
         pugi::xml_document document;
-        pugi::xml_node element = document.append_child("scene");
-        for (const Ref<SceneNode>& child : scene().getChildren())
-            addModel(element, static_cast<const SceneNodeModel&>(*child));
+        makeDocument(document);
         document.save_file(benchFile().toStdString().c_str());
     }
     setCounters(state);
 }
 BENCHMARK(saveWithPugixml)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// Saving alone, of texts that were made before.
+void saveMadeWithPugixml(benchmark::State& state) {
+    pugi::xml_document document;
+    makeDocument(document);
+    for (auto _ : state)
+        document.save_file(benchFile().toStdString().c_str());
+    setCounters(state);
+}
+BENCHMARK(saveMadeWithPugixml)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 Ref<Mesh> makeMesh() {
     const Ref<Mesh> mesh = new Mesh;

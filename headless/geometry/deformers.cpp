@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "headless/geometry/parallel.h"
+#include "foundation/parallel.h"
 
 namespace headless::geometry {
 
@@ -26,7 +26,7 @@ bool deform(std::span<Vector> points, const Matrix& toDeformer, const Vector& si
     if (!back || !std::isfinite(halfSize.y) || halfSize.y <= 0.0) {
         return false;
     }
-    parallelFor(points.size(), 16384, [&](std::size_t begin, std::size_t end) {
+    Quenza::parallelFor(points.size(), 16384, [&](std::size_t begin, std::size_t end) {
         for (Vector& point : points.subspan(begin, end - begin)) {
             const Vec3 p = forth.point(point);
             if (!p.isFinite() || (mode == DeformMode::WithinBox && !isInBox(p, halfSize))) {

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "headless/geometry/parallel.h"
+#include "foundation/parallel.h"
 #include "headless/geometry/vertex_corners.h"
 
 namespace headless::geometry {
@@ -16,7 +16,7 @@ using Corner = VertexCorners::Corner;
 
 std::vector<Vector> faceNormals(std::span<const Vector> points, std::span<const CPolygon> polygons) {
     std::vector<Vector> normals(polygons.size());
-    parallelFor(polygons.size(), 32768, [&](std::size_t begin, std::size_t end) {
+    Quenza::parallelFor(polygons.size(), 32768, [&](std::size_t begin, std::size_t end) {
         for (std::size_t i = begin; i < end; ++i) {
             normals[i] = areaVector(points, polygons[i]).normalized().toVector();
         }
@@ -171,7 +171,7 @@ void computePhongNormals(std::span<const Vector> points, std::span<const CPolygo
     const std::vector<Vector> normals = faceNormals(points, polygons);
     const VertexCorners corners(points.size(), polygons);
     std::fill(result.begin(), result.end(), Vector());
-    parallelFor(points.size(), 8192, [&](std::size_t begin, std::size_t end) {
+    Quenza::parallelFor(points.size(), 8192, [&](std::size_t begin, std::size_t end) {
         PointSmoother smoother(points, polygons, normals, settings);
         for (std::size_t point = begin; point < end; ++point) {
             smoother.smooth(point, corners.at(point), result);

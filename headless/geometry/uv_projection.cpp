@@ -7,8 +7,8 @@
 #include <limits>
 #include <numbers>
 
+#include "foundation/parallel.h"
 #include "headless/geometry/axis_frame.h"
-#include "headless/geometry/parallel.h"
 
 namespace headless::geometry {
 
@@ -153,7 +153,7 @@ template <class Project>
 std::vector<UVWStruct> projectAll(std::span<const Vector> points, std::span<const CPolygon> polygons,
                                   const Affine& transform, const Project& project) {
     std::vector<UVWStruct> result(polygons.size());
-    parallelFor(polygons.size(), 16384, [&](std::size_t begin, std::size_t end) {
+    Quenza::parallelFor(polygons.size(), 16384, [&](std::size_t begin, std::size_t end) {
         for (std::size_t i = begin; i < end; ++i) {
             const std::array<int32_t, 4> indices = cornersOf(polygons[i]);
             Corners corners;

@@ -6,16 +6,22 @@
 
 #include <algorithm>
 
-/// Every corner of the runs becomes a record of its own. `cornerCount` is their number. `Corners` is one of
-/// the kinds of mesh_corners.h.
+/// A part of a mesh's polygons, and how many corners and faces come before it.
+struct PolygonSlice {
+    PolygonRuns runs;
+    uint32_t firstCorner = 0;
+    size_t firstTriangle = 0;
+    size_t firstQuad = 0;
+};
+
+/// Every corner of the slice becomes a record of its own. The arrays of `mesh` have their final sizes
+/// already. `Corners` is one of the kinds of mesh_corners.h.
 template <class Corners>
-void appendCorners(const MeshArrays& arrays, const PolygonRuns& runs, uint64_t cornerCount, Corners corners,
-                   Quenza::Mesh& mesh) {
+void appendCorners(const MeshArrays& arrays, const PolygonSlice& slice, Corners corners, Quenza::Mesh& mesh) {
     constexpr int32_t ahead = 16; // polygons whose points are on their way from memory
-    corners.resize(cornerCount);
-    FaceWriter<Corners> faces(mesh);
-    uint32_t next = 0;
-    for (const PolygonRun& run : runs) {
+    FaceWriter<Corners> faces(mesh, slice.firstTriangle, slice.firstQuad);
+    uint32_t next = slice.firstCorner;
+    for (const PolygonRun& run : slice.runs) {
         for (int32_t i = run.from; i < run.to; ++i) {
             const CPolygon& coming = arrays.polygons[std::min(i + ahead, run.to - 1)];
             for (uint32_t c = 0; c < 4; ++c) {

@@ -17,8 +17,8 @@ public:
     /// Without `merge` every corner has a vertex and a UV pair of its own. With it, vertices that are equal
     /// in position and normal are one, and so are equal UV pairs, in the order of their first appearance.
     ///
-    /// The arrays must be without fault (findMeshFault). Vertices and UVs of large meshes are converted side
-    /// by side in two threads; the result doesn't depend on it. Throws std::bad_alloc.
+    /// The arrays must be without fault (findMeshFault). Large meshes are converted by several
+    /// threads; the result doesn't depend on it. Throws std::bad_alloc.
     void convert(const MeshArrays& arrays, const PolygonRuns& runs, float scale, bool merge,
                  Quenza::Mesh& mesh);
 
@@ -26,8 +26,10 @@ public:
 
 private:
     struct Task;
-    void convertVertices(const Task& task);
-    void convertUvs(const Task& task);
+    void mergeVertices(const Task& task);
+    void mergeUvs(const Task& task);
+    void mergeMesh(const Task& task);
+    static void appendMesh(const Task& task);
 
     MergeScratch<PositionCorners> positionScratch_;
     MergeScratch<VertexCorners> vertexScratch_;

@@ -8,8 +8,9 @@
 template <class Corners>
 class FaceWriter {
 public:
-    /// The face arrays of `mesh` have their final size already.
-    explicit FaceWriter(Quenza::Mesh& mesh) : triangle_(mesh.triangles.data()), quad_(mesh.quads.data()) {}
+    /// The face arrays of `mesh` have their final size already; writing begins at the given places.
+    explicit FaceWriter(Quenza::Mesh& mesh, size_t firstTriangle = 0, size_t firstQuad = 0)
+        : triangle_(mesh.triangles.data() + firstTriangle), quad_(mesh.quads.data() + firstQuad) {}
 
     /// `indices` in the host's order of corners; a triangle has three.
     void write(const uint32_t* indices, bool isTriangle, uint32_t slot) {

@@ -37,7 +37,7 @@ struct MergeScratch {
 template <class Corners>
 class CornerMerge {
 public:
-    /// The arguments of appendCorners.
+    /// `cornerCount` is the number of corners of all runs.
     CornerMerge(const MeshArrays& arrays, const PolygonRuns& runs, uint64_t cornerCount, Corners corners,
                 MergeScratch<Corners>& scratch, Quenza::Mesh& mesh)
         : arrays_(arrays), runs_(runs), cornerCount_(cornerCount), corners_(corners), table_(scratch.table),

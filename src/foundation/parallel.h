@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-namespace headless::geometry {
+namespace Quenza {
 
 /// Calls `body(begin, end)` for disjoint ranges that cover [0, count), on all processors when there are at
 /// least two ranges of `grain` items, else on the caller's thread. Returns when all is done; the first
@@ -52,4 +52,4 @@ void parallelFor(std::size_t count, std::size_t grain, const Body& body) {
     }
 }
 
-} // namespace headless::geometry
+} // namespace Quenza
