@@ -3,6 +3,7 @@
 
 #include "export/add_material.h"
 #include "export/model_export.h"
+#include "export/model_transform.h"
 #include "export/scene_exporter.h"
 #include "scene/materials/exit_portal_material.h"
 
@@ -16,5 +17,7 @@ void exportExitPortal(SceneExporter& exporter, BaseObject* object, Quenza::Scene
             addMaterial(*exporter.root, new Quenza::ExitPortalMaterial, "Exit Portal");
     }
     const std::vector<Quenza::SceneNodeUID> materials(slotCount, context.exitPortalMaterialUID);
-    addModel(exporter, object, makeModel(exporter, object, meshUID, materials, matrix));
+    const Quenza::Ref<Quenza::SceneNodeModel> model = makeModel(exporter, object, meshUID, materials);
+    setModelStaticTransform(*model, matrix, context.sceneScale);
+    addModel(exporter, object, model);
 }

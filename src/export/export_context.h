@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "export/sampled_motion.h"
 #include "foundation/string.h"
 #include "foundation/uid.h"
 #include "foundation/vector.h"
@@ -64,6 +65,8 @@ struct ExportContext {
     BaseContainer cameraData;
     BaseContainer cameraTagData;
     bool hasCameraTag = false;
+    /// Where the document's objects are while the shutter is open.
+    SampledMotion sampledMotion;
     /// Container of the enabled render settings video post, null without one.
     const BaseContainer* renderSettings = nullptr;
 };

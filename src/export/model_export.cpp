@@ -2,6 +2,7 @@
 #include "export/model_export.h"
 
 #include "export/model_transform.h"
+#include "export/motion_blur.h"
 #include "export/scene_exporter.h"
 #include "export/text.h"
 
@@ -10,7 +11,7 @@ using Quenza::SceneNodeModel;
 using Quenza::SceneNodeUID;
 
 Ref<SceneNodeModel> makeModel(SceneExporter& exporter, const BaseObject* object, SceneNodeUID meshUID,
-                              const std::vector<SceneNodeUID>& materials, const Matrix& matrix) {
+                              const std::vector<SceneNodeUID>& materials) {
     const Ref<SceneNodeModel> model = new SceneNodeModel;
     model->setName(toSceneString(object->GetName()));
     model->geometry_uid = meshUID;
@@ -18,8 +19,16 @@ Ref<SceneNodeModel> makeModel(SceneExporter& exporter, const BaseObject* object,
     for (const SceneNodeUID uid : materials) {
         model->materials.push_back(exporter.root->getMaterial(uid));
     }
-    setModelStaticTransform(*model, matrix, exporter.context->sceneScale);
     return model;
+}
+
+void placeModel(SceneExporter& exporter, BaseObject* object, const Matrix& matrix, SceneNodeModel& model) {
+    ExportContext& context = *exporter.context;
+    if (exportMotionBlur(model.keyframes, object, matrix, context, exporter.objectChain, ::Vector())) {
+        setModelRotationFromScale(model, matrix);
+    } else {
+        setModelStaticTransform(model, matrix, context.sceneScale);
+    }
 }
 
 void addModel(SceneExporter& exporter, BaseObject* object, const Ref<SceneNodeModel>& model) {

@@ -11,3 +11,6 @@ Quenza::KeyFrame staticKeyframe(const Matrix& matrix, float sceneScale);
 
 /// Gives the model one keyframe, and the matrix's axes with scale and shear as its rotation.
 void setModelStaticTransform(Quenza::SceneNodeModel& model, const Matrix& matrix, float sceneScale);
+
+/// Gives the model the lengths of the matrix's axes as its rotation: keyframes of a moving object turn it.
+void setModelRotationFromScale(Quenza::SceneNodeModel& model, const Matrix& matrix);

@@ -114,7 +114,8 @@ void exportPolygonObject(SceneExporter& exporter, PolygonObject* object, const M
         }
         return;
     }
-    const Ref<Quenza::SceneNodeModel> model = makeModel(exporter, object, mesh.uid, mesh.materials, matrix);
+    const Ref<Quenza::SceneNodeModel> model = makeModel(exporter, object, mesh.uid, mesh.materials);
+    placeModel(exporter, object, matrix, *model);
     model->invisible_to_camera = invisibleToCamera;
     addModel(exporter, object, model);
 }

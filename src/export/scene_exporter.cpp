@@ -45,6 +45,7 @@ Ref<SceneNodeRoot> SceneExporter::exportScene() {
     print(DECORATION);
     lightGeometry.reset();
     instancedMeshes.clear();
+    context->sampledMotion.clear();
     meshExporter.releaseMemory();
     return root;
 }

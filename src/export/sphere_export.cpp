@@ -2,6 +2,7 @@
 #include "export/sphere_export.h"
 
 #include "export/model_transform.h"
+#include "export/motion_blur.h"
 #include "export/scene_exporter.h"
 #include "host/ids.h"
 #include "scene/scene_node_sphere.h"
@@ -25,11 +26,12 @@ bool isAnalyticSphere(const SceneExporter& exporter, const BaseObject* object, c
            data->GetLong(PRIM_SPHERE_TYPE) != PRIM_SPHERE_TYPE_HEMISPHERE && !exporter.context->gpuRendering;
 }
 
-void exportSphere(SceneExporter& exporter, const BaseObject* object, const Matrix& matrix,
-                  bool useLightMaterial) {
-    const ExportContext& context = *exporter.context;
+void exportSphere(SceneExporter& exporter, BaseObject* object, const Matrix& matrix, bool useLightMaterial) {
+    ExportContext& context = *exporter.context;
     const Quenza::Ref<Quenza::SceneNodeSphere> node = new Quenza::SceneNodeSphere;
-    node->keyframes.push_back(staticKeyframe(matrix, context.sceneScale));
+    if (!exportMotionBlur(node->keyframes, object, matrix, context, exporter.objectChain, Vector())) {
+        node->keyframes.push_back(staticKeyframe(matrix, context.sceneScale));
+    }
     const float radius = object->GetDataInstance()->GetReal(PRIM_SPHERE_RAD, 1.0f);
     node->radius = static_cast<double>(radius * context.sceneScale * matrix.axisX.GetLength());
     node->material_uid = useLightMaterial ? context.lightMaterialUID : context.defaultMaterialUID;

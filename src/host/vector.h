@@ -70,6 +70,18 @@ struct Matrix {
     Matrix GetInverse() const;
 };
 
+/// A turn about an axis: counter-clockwise when the axis points at the viewer.
+struct AxisAngle {
+    /// A unit vector.
+    Vector axis{0.0f, 1.0f, 0.0f};
+    /// Radians, 0 to pi.
+    float angle = 0.0f;
+};
+
+/// The turn of a matrix: lengths of the axes and the offset don't count, nor does it when the matrix mirrors.
+/// Shear distorts the result.
+AxisAngle MatrixToRotAxis(const Matrix& matrix);
+
 /// A polygon of the host: four point indices; a triangle has c equal to d. 16 bytes.
 struct CPolygon {
     int32_t a = 0;
