@@ -77,19 +77,6 @@ enum DeformerParameter : int32_t {
     DEFORM_TAPER_CURVATURE = 2025,
 };
 
-enum CameraParameter : int32_t {
-    CAMERA_ZOOM = 1000,
-    /// 0 perspective, 1 parallel.
-    CAMERA_PROJECTION = 1001,
-    /// Width of the film in millimetres.
-    CAMERA_APERTURE = 1006,
-    /// Horizontal field of view.
-    CAMERA_FOV = 1008,
-    CAMERA_TARGET_DISTANCE = 1010,
-    CAMERA_FILM_OFFSET_X = 1118,
-    CAMERA_FILM_OFFSET_Y = 1119,
-};
-
 enum TextureTagParameter : int32_t {
     /// The camera that camera mapping looks through; without one it's the view's.
     TEXTURETAG_CAMERA = 1010,

@@ -6,6 +6,7 @@
 #include "host/atomarray.h"
 #include "host/general.h"
 #include "host/object.h"
+#include "scene/render_settings_parts.h"
 #include "scene/scene_node_root.h"
 #include "scene/scene_node_section_plane.h"
 
@@ -43,6 +44,8 @@ public:
     /// Not owned; set by the caller right after construction.
     ExportContext* context = nullptr;
     Quenza::Ref<Quenza::SceneNodeRoot> root;
+    /// One slot for each light layer of the scene; null until the layer has a name.
+    Quenza::Vector<Quenza::Ref<Quenza::LayerSetting>> layerSettings;
     /// Polygon objects that area lights use as their shape: they are no objects of the scene.
     std::unique_ptr<AtomArray> lightGeometry;
     /// Mesh hash to mesh node.

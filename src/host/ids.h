@@ -81,6 +81,21 @@ enum ObjectParameter : int32_t {
     PRIM_SPHERE_PERFECT = 1113,
 };
 
+enum CameraParameter : int32_t {
+    /// A parallel camera sees 1024 document units divided by the zoom across.
+    CAMERA_ZOOM = 1000,
+    CAMERA_PROJECTION = 1001,
+    CAMERA_PROJECTION_PARALLEL = 1,
+    /// Width of the film in millimetres.
+    CAMERA_APERTURE = 1006,
+    /// Horizontal field of view in radians.
+    CAMERA_FOV = 1008,
+    CAMERA_TARGET_DISTANCE = 1010,
+    /// In widths and heights of the film.
+    CAMERA_FILM_OFFSET_X = 1118,
+    CAMERA_FILM_OFFSET_Y = 1119,
+};
+
 enum TagParameter : int32_t {
     TEXTURETAG_OFFSETX = 1000,
     TEXTURETAG_OFFSETY = 1001,
