@@ -10,28 +10,13 @@
 namespace headless {
 
 enum PrimitiveParameter : int32_t {
-    PRIM_CUBE_SIZE = 1100,
     PRIM_CUBE_SUBX = 1101,
     PRIM_CUBE_SUBY = 1102,
     PRIM_CUBE_SUBZ = 1103,
 
     PRIM_DISC_INNER_RAD = 1160,
-    PRIM_DISC_RAD = 1161,
-    PRIM_DISC_SUB = 1162,
-    PRIM_DISC_SEG = 1163,
 
-    PRIM_PLANE_WIDTH = 1230,
-    PRIM_PLANE_HEIGHT = 1231,
-    PRIM_PLANE_SUBW = 1232,
-    PRIM_PLANE_SUBH = 1233,
-
-    /// Direction of a primitive's axis: 0 +X, 1 -X, 2 +Y, 3 -Y, 4 +Z, 5 -Z.
-    PRIM_AXIS = 1300,
-
-    PRIM_CYLINDER_RADIUS = 5000,
-    PRIM_CYLINDER_HEIGHT = 5005,
     PRIM_CYLINDER_SUBH = 5006,
-    PRIM_CYLINDER_SEG = 5008,
     PRIM_CYLINDER_CAPS = 5009,
     PRIM_CYLINDER_SUBCAP = 5010,
 
@@ -80,14 +65,6 @@ enum DeformerParameter : int32_t {
 enum TextureTagParameter : int32_t {
     /// The camera that camera mapping looks through; without one it's the view's.
     TEXTURETAG_CAMERA = 1010,
-};
-
-enum LightParameter : int32_t {
-    LIGHT_COLOR = 90000,
-    LIGHT_BRIGHTNESS = 90001,
-    LIGHT_AREADETAILS_SIZEX = 100010,
-    LIGHT_AREADETAILS_SIZEY = 100011,
-    LIGHT_AREADETAILS_SIZEZ = 100012,
 };
 
 /// Of the host's standard material and its bitmap shader.

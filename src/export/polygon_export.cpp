@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/polygon_export.h"
 
+#include "export/emission_export.h"
 #include "export/exit_portal_export.h"
 #include "export/mesh_hash.h"
 #include "export/model_export.h"
@@ -10,6 +11,8 @@
 #include "host/ids.h"
 #include "host/tag.h"
 #include "scene/scene_node_mesh.h"
+
+#include <algorithm>
 
 using Quenza::Mesh;
 using Quenza::Ref;
@@ -42,9 +45,9 @@ SceneNodeUID createMeshNode(SceneExporter& exporter, const BaseObject* object, c
 
 /// The node of the object's mesh, new unless the scene has an equal one. Invalid when it can't be converted.
 SceneNodeUID findOrConvert(SceneExporter& exporter, PolygonObject* object,
-                           const std::vector<MaterialSlot>& slots) {
+                           const std::vector<MaterialSlot>& slots, bool isLightGeometry) {
     const ExportContext& context = *exporter.context;
-    const uint32_t hash = meshHash(object, listObjectMaterials(slots), false, context.sceneScale);
+    const uint32_t hash = meshHash(object, listObjectMaterials(slots), isLightGeometry, context.sceneScale);
     const auto found = exporter.meshMap.find(hash);
     if (found != exporter.meshMap.end()) {
         ++exporter.instanceCount;
@@ -69,27 +72,28 @@ void fillUpMaterials(SceneExporter& exporter, ExportedMesh& exported) {
     }
 }
 
-ExportedMesh exportMesh(SceneExporter& exporter, PolygonObject* object) {
-    const std::vector<MaterialSlot> slots = listMaterialSlots(object);
-    ExportedMesh exported;
-    exported.uid = findOrConvert(exporter, object, slots);
-    if (exported.uid.isValid()) {
-        exported.materials = listSlotMaterials(*exporter.context, slots, false);
-        fillUpMaterials(exporter, exported);
+/// The host's materials of the object, each once, in slot order.
+std::vector<BaseMaterial*> listHostMaterials(const std::vector<MaterialSlot>& slots) {
+    std::vector<BaseMaterial*> materials;
+    for (const TextureTag* const tag : listObjectMaterials(slots)) {
+        BaseMaterial* const material = tag->GetMaterial();
+        if (material && std::find(materials.begin(), materials.end(), material) == materials.end()) {
+            materials.push_back(material);
+        }
     }
-    return exported;
+    return materials;
 }
 
 /// The mesh and materials of an object. An object that instances lead to comes again and again, and isn't
 /// hashed anew: nothing changes during an export.
 const ExportedMesh& meshOf(SceneExporter& exporter, PolygonObject* object, ExportedMesh& fresh) {
     if (exporter.enteredLinks.empty()) {
-        fresh = exportMesh(exporter, object);
+        fresh = exportMesh(exporter, object, false);
         return fresh;
     }
     const auto [entry, isNew] = exporter.instancedMeshes.try_emplace(object);
     if (isNew) {
-        entry->second = exportMesh(exporter, object);
+        entry->second = exportMesh(exporter, object, false);
     } else if (entry->second.uid.isValid()) {
         ++exporter.instanceCount;
     }
@@ -97,6 +101,18 @@ const ExportedMesh& meshOf(SceneExporter& exporter, PolygonObject* object, Expor
 }
 
 } // namespace
+
+ExportedMesh exportMesh(SceneExporter& exporter, PolygonObject* object, bool isLightGeometry) {
+    const std::vector<MaterialSlot> slots = listMaterialSlots(object);
+    ExportedMesh exported;
+    exported.uid = findOrConvert(exporter, object, slots, isLightGeometry);
+    if (exported.uid.isValid()) {
+        exported.materials = listSlotMaterials(*exporter.context, slots, isLightGeometry);
+        fillUpMaterials(exporter, exported);
+        exported.hostMaterials = listHostMaterials(slots);
+    }
+    return exported;
+}
 
 void exportPolygonObject(SceneExporter& exporter, PolygonObject* object, const Matrix& matrix,
                          bool invisibleToCamera) {
@@ -117,5 +133,6 @@ void exportPolygonObject(SceneExporter& exporter, PolygonObject* object, const M
     const Ref<Quenza::SceneNodeModel> model = makeModel(exporter, object, mesh.uid, mesh.materials);
     placeModel(exporter, object, matrix, *model);
     model->invisible_to_camera = invisibleToCamera;
+    addMaterialEmission(*exporter.context, *model, mesh.hostMaterials);
     addModel(exporter, object, model);
 }

@@ -27,6 +27,8 @@ struct ExportedMesh {
     /// Invalid when the mesh couldn't be converted.
     Quenza::SceneNodeUID uid;
     std::vector<Quenza::SceneNodeUID> materials;
+    /// The host's materials, each once.
+    std::vector<BaseMaterial*> hostMaterials;
 };
 
 /// Turns one document at one frame into one scene: owns the scene under construction and runs the passes in
@@ -74,6 +76,7 @@ public:
 
 private:
     void print(const String& line) const;
+    void exportSettingsNodes();
     void exportObjects();
 
     /// What Do has caught: nothing may pass through the host's frames.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/traversal.h"
 
+#include "export/light_export.h"
 #include "export/parameter_ids.h"
 #include "export/plugin_ids.h"
 #include "export/polygon_export.h"
@@ -275,6 +276,10 @@ bool handleObject(SceneExporter& exporter, BaseObject* object, const Matrix& mat
     } else if (type == Opolygon) {
         if (!exporter.lightGeometry->Contains(object) && hasPlace(object, matrix)) {
             exportPolygonObject(exporter, static_cast<PolygonObject*>(object), matrix, *invisibleToCamera);
+        }
+    } else if (type == Olight) {
+        if (object->GetDeformMode() && hasPlace(object, matrix)) {
+            exportLight(exporter, object, matrix, *invisibleToCamera);
         }
     } else if (type == Osphere && object->GetCache() && hasPlace(object, matrix)) {
         exportSphere(exporter, object, matrix, false);
