@@ -1,4 +1,4 @@
-# The plug-in as the host loads it: one shared library, with the folder res/ beside it.
+# The plug-in as the host loads it: one shared library, with the folders res/ and presets/ beside it.
 
 # quenza_plugin_module(NAME FROM library [DEPENDS target...]): all objects of the static library, not only those that
 # c4d_main refers to, as a module that exports c4d_main alone.
@@ -18,26 +18,28 @@ function(quenza_plugin_module name)
     target_link_options(${name} PRIVATE LINKER:--version-script=${map} LINKER:--no-undefined)
     set_target_properties(${name} PROPERTIES LINK_DEPENDS ${map})
   endif()
-  quenza_plugin_resources(${name}_resources)
-  add_dependencies(${name} ${name}_resources)
+  foreach(folder res presets)
+    quenza_plugin_folder(${name}_${folder} ${folder})
+    add_dependencies(${name} ${name}_${folder})
+  endforeach()
 endfunction()
 
 # The whole folder is copied again when one of its files changes, comes or goes.
-function(quenza_plugin_resources name)
-  set(from ${PROJECT_SOURCE_DIR}/res)
-  set(to ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/res)
+function(quenza_plugin_folder name folder)
+  set(from ${PROJECT_SOURCE_DIR}/${folder})
+  set(to ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${folder})
   set(stamp ${CMAKE_CURRENT_BINARY_DIR}/${name}.stamp)
   set(list ${CMAKE_CURRENT_BINARY_DIR}/${name}.list)
-  file(GLOB_RECURSE resources CONFIGURE_DEPENDS ${from}/*)
-  string(REPLACE ";" "\n" lines "${resources}")
+  file(GLOB_RECURSE files CONFIGURE_DEPENDS ${from}/*)
+  string(REPLACE ";" "\n" lines "${files}")
   file(CONFIGURE OUTPUT ${list} CONTENT "${lines}\n" @ONLY)
   add_custom_command(
     OUTPUT ${stamp}
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${to}
     COMMAND ${CMAKE_COMMAND} -E copy_directory ${from} ${to}
     COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
-    DEPENDS ${resources} ${list}
-    COMMENT "Copying the plug-in's resources"
+    DEPENDS ${files} ${list}
+    COMMENT "Copying the plug-in's folder ${folder}"
     VERBATIM)
   add_custom_target(${name} ALL DEPENDS ${stamp})
 endfunction()

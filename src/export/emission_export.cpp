@@ -4,6 +4,7 @@
 #include "export/export_context.h"
 #include "export/material_ids.h"
 #include "export/parameter_ids.h"
+#include "export/plugin_state.h"
 #include "export/text.h"
 #include "foundation/file_utils.h"
 #include "host/material.h"
@@ -80,6 +81,11 @@ void addIESProfile(SceneNodeModel& model, SceneNodeUID materialUID, const Filena
     profile->path = toSceneString(path);
     profile->material_uid = materialUID;
     model.ies_profiles.push_back(profile);
+}
+
+Filename defaultIESFile() {
+    const Filename* const folder = pluginState().pluginPath.get();
+    return (folder ? *folder : Filename()) + "presets" + "default.ies";
 }
 
 Ref<EmissionScale> exportEmissionScale(const BaseMaterial* material, SceneNodeUID uid) {

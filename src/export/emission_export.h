@@ -20,6 +20,9 @@ void addMaterialEmission(const ExportContext& context, Quenza::SceneNodeModel& m
 /// The faces of one material shine with the distribution of an IES file.
 void addIESProfile(Quenza::SceneNodeModel& model, Quenza::SceneNodeUID materialUID, const Filename& path);
 
+/// The IES file of spot lights for which nothing else is chosen.
+Filename defaultIESFile();
+
 /// The scale that a material of the plug-in asks for, for the scene's material of that UID; null for none.
 Quenza::Ref<Quenza::EmissionScale> exportEmissionScale(const BaseMaterial* material,
                                                        Quenza::SceneNodeUID uid);

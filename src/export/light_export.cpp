@@ -7,7 +7,6 @@
 #include "export/model_export.h"
 #include "export/parameter_ids.h"
 #include "export/plugin_ids.h"
-#include "export/plugin_state.h"
 #include "export/polygon_export.h"
 #include "export/scene_exporter.h"
 #include "export/sphere_export.h"
@@ -15,12 +14,6 @@
 #include "host/tag.h"
 
 namespace {
-
-/// What a spot light shines with when nothing else is chosen.
-Filename defaultIESFile() {
-    const Filename* const folder = pluginState().pluginPath.get();
-    return (folder ? *folder : Filename()) + "presets" + "default.ies";
-}
 
 /// Without a size in the host, an omni light is a ball of one centimetre, whatever the scene's scale.
 bool exportOmni(SceneExporter& exporter, const BaseObject* light, const Matrix& matrix) {

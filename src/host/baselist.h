@@ -46,7 +46,14 @@ public:
     void Remove();
 };
 
+struct DescriptionCommand {
+    /// Of the button.
+    DescID id;
+};
+
 enum NodeMessage : int32_t {
+    /// A button of the node's page was pressed; the data is a DescriptionCommand.
+    MSG_DESCRIPTION_COMMAND = 18,
     /// A render is about to begin.
     MSG_RENDER_PREPARE = 1073741828,
 };

@@ -8,6 +8,7 @@
 #include "plugin/preview_scenes.h"
 #include "plugin/registrations.h"
 #include "plugin/runtime_library.h"
+#include "render/launch.h"
 
 #include <new>
 
@@ -40,6 +41,7 @@ int32_t initPlugin(const HostTable* tables, const Filename* pluginFolder) {
 
 bool PluginStart() {
     announceRuntimeLibrary();
+    pluginState().openScene = openSceneInRenderer;
     if (!registerPlugins()) {
         return false;
     }
@@ -52,6 +54,7 @@ int32_t endPlugin() {
     if (initCount > 0 && --initCount == 0) {
         GeFreeResource();
         pluginState().pluginPath.reset();
+        pluginState().openScene = nullptr;
     }
     return 1;
 }

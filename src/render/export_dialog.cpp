@@ -1,27 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "render/export_dialog.h"
 
-#include "host/general.h"
 #include "render/renderer_location.h"
-
-#include <exception>
 
 namespace {
 constexpr int32_t EXPORTING_TEXT = 10001;
 constexpr int32_t TIMER_MILLISECONDS = 250;
-
-/// Asks the artist when the renderer isn't found; false when there is still none.
-bool findOrChooseRenderer() {
-    try {
-        Filename executable;
-        return findRenderer(executable, false) ||
-               (chooseRendererDirectory() && findRenderer(executable, false));
-    } catch (const std::exception& exception) {
-        GePrint(exception.what());
-        return false;
-    }
-}
-
 } // namespace
 
 bool ExportDialog::CreateLayout() {

@@ -59,6 +59,10 @@ bool launchQuenza(const Filename& sceneFile, const LaunchOptions& options) {
                          options.lowPriority);
 }
 
+bool openSceneInRenderer(const Filename& sceneFile) {
+    return findOrChooseRenderer() && launchQuenza(sceneFile, LaunchOptions());
+}
+
 bool createProcess(const Filename& executable, const String& arguments, bool lowPriority) {
     // Only the platform's own separator counts: on Windows a path with forward slashes is taken whole.
     const std::string& path = executable.GetUtf8();

@@ -22,5 +22,9 @@ String buildLaunchArguments(const Filename& sceneFile, const LaunchOptions& opti
 /// can't be started.
 bool launchQuenza(const Filename& sceneFile, const LaunchOptions& options);
 
+/// Starts the renderer on a scene that was made to be looked at, with a search for the renderer before it.
+/// Main thread only.
+bool openSceneInRenderer(const Filename& sceneFile);
+
 /// Starts a program with these arguments; its argv[0] is its file name without the folder.
 bool createProcess(const Filename& executable, const String& arguments, bool lowPriority);

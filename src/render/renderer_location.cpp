@@ -8,6 +8,8 @@
 #include "host/general.h"
 #include "render/settings_file.h"
 
+#include <exception>
+
 namespace {
 
 constexpr const char* RENDERER_KEY = "Software\\Tessaly Works\\Quenza Renderer";
@@ -68,4 +70,15 @@ bool chooseRendererDirectory() {
 
 void saveSettings(const Filename* rendererDirectory) {
     writeSettings(settingsPath(), rendererDirectory);
+}
+
+bool findOrChooseRenderer() {
+    try {
+        Filename executable;
+        return findRenderer(executable, false) ||
+               (chooseRendererDirectory() && findRenderer(executable, false));
+    } catch (const std::exception& exception) {
+        GePrint(exception.what());
+        return false;
+    }
 }

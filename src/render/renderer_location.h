@@ -25,6 +25,9 @@ bool findRenderer(Filename& executable, bool console);
 /// settings file. False when cancelled. Main thread only.
 bool chooseRendererDirectory();
 
+/// Asks the artist when the renderer isn't found; false when there is still none. Main thread only.
+bool findOrChooseRenderer();
+
 /// Stores the renderer's folder in the settings file. With a null path the file is only written back. A file
 /// that can't be written isn't reported.
 void saveSettings(const Filename* rendererDirectory);

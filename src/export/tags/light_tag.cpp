@@ -2,6 +2,7 @@
 #include "export/tags/light_tag.h"
 
 #include "export/described_data.h"
+#include "export/ies_preview.h"
 #include "export/parameter_ids.h"
 #include "export/plugin_ids.h"
 #include "export/plugin_state.h"
@@ -45,6 +46,14 @@ bool LightTag::GetDDescription(BaseList2D* node, Description* description, int32
     // The realtime edition mixes no light layers.
     description->Hide(LIGHT_LAYER, pluginState().isRTEdition);
     description->Hide(LIGHT_GROUP_LAYER, pluginState().isRTEdition);
+    return true;
+}
+
+bool LightTag::Message(BaseList2D* node, int32_t type, void* data) {
+    if (type == MSG_DESCRIPTION_COMMAND && data &&
+        static_cast<const DescriptionCommand*>(data)->id[0] == LIGHT_IES_PREVIEW) {
+        showIESPreview(*node);
+    }
     return true;
 }
 
