@@ -17,9 +17,14 @@ constexpr int32_t METRES = 2;
 void addPluginTypes() {
     using headless::NodeKind;
     const std::pair<int32_t, NodeKind> types[] = {
-        {PLUGINID_EXIT_PORTAL_TAG, NodeKind::tag},       {PLUGINID_CAMERA_TAG, NodeKind::tag},
-        {PLUGINID_SUBDIVISION_TAG, NodeKind::tag},       {PLUGINID_COMPOSITING_TAG, NodeKind::tag},
-        {PLUGINID_INSTANCE, NodeKind::object},           {PLUGINID_SECTION_PLANE, NodeKind::object},
+        {PLUGINID_EXIT_PORTAL_TAG, NodeKind::tag},
+        {PLUGINID_CAMERA_TAG, NodeKind::tag},
+        {PLUGINID_SUBDIVISION_TAG, NodeKind::tag},
+        {PLUGINID_COMPOSITING_TAG, NodeKind::tag},
+        {PLUGINID_INSTANCE, NodeKind::object},
+        {PLUGINID_SECTION_PLANE, NodeKind::object},
+        {PLUGINID_LIGHT_TAG, NodeKind::tag},
+        {PLUGINID_MATERIAL, NodeKind::material},
         {PLUGINID_RENDER_SETTINGS, NodeKind::videoPost},
     };
     for (const auto& [id, kind] : types) {
