@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/scene_exporter.h"
 
+#include "export/background_export.h"
 #include "export/default_materials.h"
 #include "export/frame_file_name.h"
 #include "export/metadata.h"
@@ -32,6 +33,7 @@ Ref<SceneNodeRoot> SceneExporter::exportScene() {
     root = new SceneNodeRoot;
     root->setUID(SceneNodeUID(0));
     exportMetadata(*root);
+    exportBackground(*this);
     exportDefaultMaterials(*this);
     traverse(*this, 0);
     exportObjects();
