@@ -56,6 +56,9 @@ enum class PathKind { MISSING, FILE, DIRECTORY };
 /// Links are followed.
 PathKind pathKind(const String& path);
 
+/// True for what exists and is no ordinary file: a directory, a device, a pipe.
+bool isSpecialFile(const String& path);
+
 /// These return false on failure and leave the reason to lastErrorText().
 bool makeDirectory(const String& path);
 bool removeFile(const String& path);

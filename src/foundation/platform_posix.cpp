@@ -122,6 +122,11 @@ bool makeDirectory(const String& path) {
     return mkdir(path.toStdString().c_str(), 0777) == 0;
 }
 
+bool isSpecialFile(const String& path) {
+    struct stat status {};
+    return stat(path.toStdString().c_str(), &status) == 0 && !S_ISREG(status.st_mode);
+}
+
 bool removeFile(const String& path) {
     return unlink(path.toStdString().c_str()) == 0;
 }

@@ -137,6 +137,12 @@ bool makeDirectory(const String& path) {
     return CreateDirectoryW(toWide(path).c_str(), nullptr) != 0;
 }
 
+bool isSpecialFile(const String& path) {
+    const DWORD attributes = GetFileAttributesW(toWide(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES &&
+           (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) != 0;
+}
+
 bool removeFile(const String& path) {
     return DeleteFileW(toWide(path).c_str()) != 0;
 }

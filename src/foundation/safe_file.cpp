@@ -7,10 +7,14 @@
 
 namespace Quenza {
 
-SafeFile::SafeFile(const String& path, Mode mode)
-    : path_(path), partial_path_(path + ".partial"),
-      file_(PlatformUtils::openFile(partial_path_, mode == Mode::TEXT ? "w" : "wb")),
-      created_(file_ != nullptr), good_(created_) {
+SafeFile::SafeFile(const String& path, Mode mode) : path_(path), partial_path_(path + ".partial") {
+    // The rename would put an ordinary file in its place.
+    if (PlatformUtils::isSpecialFile(path)) {
+        failure_reason_ = "It is a directory or a device, not a file";
+        return;
+    }
+    file_ = PlatformUtils::openFile(partial_path_, mode == Mode::TEXT ? "w" : "wb");
+    created_ = good_ = file_ != nullptr;
     if (file_)
         std::setvbuf(file_, nullptr, _IONBF, 0);
     else

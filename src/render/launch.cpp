@@ -51,6 +51,14 @@ String buildLaunchArguments(const Filename& sceneFile, const LaunchOptions& opti
 
 bool launchQuenza(const Filename& sceneFile, const LaunchOptions& options) {
     GePrint("Launching Quenza...");
+    for (const Filename& path : {sceneFile, options.outputFile}) {
+        // The renderer's line puts paths in quotes and has no way to write one within.
+        if (path.GetUtf8().find('"') != std::string::npos) {
+            GePrint(String("The renderer can't be started: the path \"") + path.GetString() +
+                    "\" holds a quotation mark.");
+            return false;
+        }
+    }
     Filename executable;
     if (!findRenderer(executable, options.console)) {
         return false;

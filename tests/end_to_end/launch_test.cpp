@@ -18,6 +18,15 @@ protected:
     }
     fs::path argumentsFile() const { return folder() / "arguments"; }
 
+    /// The arguments behind the seed that "Render with Quenza" gives.
+    std::string argumentsOfRender() {
+        EXPECT_TRUE(render());
+        EXPECT_TRUE(host().messages().empty());
+        const std::string arguments = launchedArguments();
+        const size_t seed = arguments.find("\n-seed\n");
+        return seed == std::string::npos ? arguments : arguments.substr(arguments.find('\n', seed + 7) + 1);
+    }
+
     std::string launchedArguments() {
         EXPECT_TRUE(waitFor(argumentsFile())) << "the renderer was never started";
         const std::string text = readFile(argumentsFile());
@@ -42,8 +51,8 @@ TEST_F(Launch, PassesTheSwitchesInTheirOrder) {
         {"", low + quick},
         {R"("RS_LOW_PRIORITY": false)", quick},
         {toFile, low + scene},
-        {toFile + R"(, "RS_LOW_PRIORITY": false, "RS_NETWORK": true)", "-n\nwm\n-p\n7777\n" + scene},
-        {toFile + R"(, "RS_NETWORK": true, "RS_NETWORK_PORT": 7100)", low + "-n\nwm\n-p\n7100\n" + scene},
+        {toFile + R"(, "RS_LOW_PRIORITY": false, "RS_NETWORK": true)", "-n\nwm\n-p\n7100\n" + scene},
+        {toFile + R"(, "RS_NETWORK": true, "RS_NETWORK_PORT": 81)", low + "-n\nwm\n-p\n81\n" + scene},
         {toFile + R"(, "RS_SET_OUTPUT": true, "RS_OUTPUT_FILE": {"file": "/out/a b.jpg"})",
          low +
              "-o\n/out/a b.png\n-qzio\n/out/a b.qzi\n-uexro\n/out/a b_untonemapped.exr\n"
@@ -58,15 +67,28 @@ TEST_F(Launch, PassesTheSwitchesInTheirOrder) {
     };
     for (const auto& test : cases) {
         openDocument(CUBE, test.settings.empty() ? "" : test.settings);
-        ASSERT_TRUE(render());
-        EXPECT_TRUE(host().messages().empty());
-        const std::string arguments = launchedArguments();
-        const size_t name = arguments.find("\n-seed\n");
-        ASSERT_NE(name, std::string::npos) << arguments;
-        const size_t seedEnd = arguments.find('\n', name + 7);
-        EXPECT_EQ(arguments.substr(seedEnd + 1), test.expected) << test.settings;
+        EXPECT_EQ(argumentsOfRender(), test.expected) << test.settings;
     }
     EXPECT_TRUE(fs::is_directory(dir + "/sc\xC3\xA4ne.renders"));
+}
+
+TEST_F(Launch, RefusesPathsThatItsLineCannotQuote) {
+    installRecorder();
+    const std::string dir = folder().string();
+    openDocument(CUBE, R"("RS_EXPORT_TO_FILE": true, "RS_EXPORT_FILE": {"file": ")" + dir + R"(/a\"b.qzs"})");
+    ASSERT_TRUE(render());
+    EXPECT_TRUE(
+        hasLine("The renderer can't be started: the path \"" + dir + "/a\"b.qzs\" holds a quotation mark."));
+    EXPECT_FALSE(fs::exists(argumentsFile()));
+}
+
+TEST_F(Launch, HasAPortForDocumentsThatHoldNone) {
+    installRecorder();
+    openDocument(CUBE, R"("RS_NETWORK": true, "RS_LOW_PRIORITY": false)");
+    headless::VideoPost* const settings = host().document()->activeRenderData()->videoPosts().first();
+    settings->data.RemoveData(1403);
+    EXPECT_EQ(argumentsOfRender(),
+              "-n\nwm\n-p\n7777\n" + (userFolder() / "quickrender" / "quickrender.qzs").string() + "\n");
 }
 
 TEST_F(Launch, StartsTheConsoleProgram) {

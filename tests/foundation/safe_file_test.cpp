@@ -4,6 +4,7 @@
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace Quenza {
 namespace {
@@ -50,12 +51,16 @@ TEST(SafeFileTest, TellsWhyItFailed) {
     EXPECT_EQ(unopened.failureReason(), "No such file or directory");
 
     std::filesystem::create_directories((dir / "taken/by").toStdString());
-    {
-        SafeFile onto_directory(dir / "taken", SafeFile::Mode::BINARY);
-        EXPECT_FALSE(onto_directory.commit());
-        EXPECT_EQ(onto_directory.failureReason(), "Is a directory");
+    ASSERT_EQ(mkfifo((dir / "pipe").toStdString().c_str(), 0600), 0);
+    for (const char* name : {"taken", "pipe"}) {
+        {
+            SafeFile onto_special(dir / name, SafeFile::Mode::BINARY);
+            EXPECT_FALSE(onto_special.commit());
+            EXPECT_EQ(onto_special.failureReason(), "It is a directory or a device, not a file");
+        }
+        EXPECT_FALSE(exists(dir / name + ".partial"));
     }
-    EXPECT_FALSE(exists(dir / "taken.partial"));
+    EXPECT_TRUE(std::filesystem::is_fifo((dir / "pipe").toStdString()));
 }
 
 #ifdef __linux__
