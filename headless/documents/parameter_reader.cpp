@@ -8,6 +8,7 @@
 #include "headless/model/node_types.h"
 #include "host/inexclude.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace headless {
@@ -226,9 +227,15 @@ void readParameters(const JsonCursor& cursor, Node& node, LinkTable& links) {
     if (!cursor.json().is_object()) {
         cursor.fail("an object {\"number or name\": value, ...} is expected");
     }
+    // By rising number, whatever the keys are: of a camera that tells more than its lens needs, the field of
+    // view has the last word.
+    std::vector<std::pair<int32_t, std::string>> order;
     for (const auto& [key, json] : cursor.json().items()) {
+        order.emplace_back(parameterNumber(cursor.at(key.c_str()), node, key), key);
+    }
+    std::sort(order.begin(), order.end());
+    for (const auto& [id, key] : order) {
         const JsonCursor value = cursor.at(key.c_str());
-        const int32_t id = parameterNumber(value, node, key);
         node.setParameter(id, readValue(value, node, id, links));
     }
 }

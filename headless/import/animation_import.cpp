@@ -62,14 +62,16 @@ bool isBroken(const aiNodeAnim& channel) {
            !allFinite(channel.mScalingKeys, channel.mNumScalingKeys);
 }
 
-std::vector<Track> makeTracks(const aiNodeAnim& channel, const ModelSpace& space, double ticks) {
+std::vector<Track> makeTracks(const aiNodeAnim& channel, bool scales, const ModelSpace& space, double ticks) {
     std::vector<Track> tracks;
     addTrack(tracks, Channel::position, channel.mPositionKeys, channel.mNumPositionKeys, ticks,
              [&space](const aiVector3D& v) { return GeData(space.point(v)); });
     addTrack(tracks, Channel::orientation, channel.mRotationKeys, channel.mNumRotationKeys, ticks,
              [](const aiQuaternion& q) { return GeData(ModelSpace::rotation(q)); });
-    addTrack(tracks, Channel::scale, channel.mScalingKeys, channel.mNumScalingKeys, ticks,
-             [](const aiVector3D& v) { return GeData(Vector(v.x, v.y, v.z)); });
+    if (scales) {
+        addTrack(tracks, Channel::scale, channel.mScalingKeys, channel.mNumScalingKeys, ticks,
+                 [](const aiVector3D& v) { return GeData(Vector(v.x, v.y, v.z)); });
+    }
     return tracks;
 }
 
@@ -118,7 +120,8 @@ void importAnimation(const aiScene& scene, const ModelSpace& space, const Import
             warnings.push_back("the animation of \"" + found->second->name + "\" is broken and left out");
             continue;
         }
-        std::vector<Track> tracks = makeTracks(channel, space, ticks);
+        const int32_t type = found->second->type();
+        std::vector<Track> tracks = makeTracks(channel, type != Ocamera && type != Olight, space, ticks);
         for (const Track& track : tracks) {
             end = std::max(end, track.keys.back().time);
         }

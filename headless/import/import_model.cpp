@@ -77,12 +77,17 @@ std::unique_ptr<Document> importModel(const std::string& file, std::vector<std::
     const ModelSpace space(scene, rootMoves);
     const std::vector<Material*> materials = importMaterials(scene, file, *document, notes);
     const size_t earlier = notes.size();
-    const ImportedNodes nodes = importNodes(scene, space, rootMoves, materials, *document, notes);
-    if (nodes.polygonCount == 0) {
+    std::vector<Fixture> fixtures = importFixtures(scene, file, space, notes);
+    const ImportedNodes nodes =
+        importNodes(scene, space, rootMoves, materials, std::move(fixtures), *document, notes);
+    if (nodes.polygonCount == 0 && nodes.fixtures.empty()) {
         throw DocumentError(file, "the model has no polygons" +
                                       (notes.size() > earlier ? ": " + notes[earlier] : std::string()));
     }
     importAnimation(scene, space, nodes, *document, notes);
+    if (!nodes.fixtures.empty() && nodes.fixtures.front()->type() == Ocamera) {
+        document->view().setSceneCamera(nodes.fixtures.front());
+    }
     for (const std::string& note : notes) {
         warnings.push_back(file + ": " + note);
     }

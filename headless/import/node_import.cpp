@@ -3,6 +3,7 @@
 
 #include "headless/import/mesh_import.h"
 #include "headless/import/model_text.h"
+#include "headless/import/node_fixtures.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 
@@ -27,13 +28,15 @@ bool isFinite(const Matrix& matrix) {
 class NodeImport {
 public:
     NodeImport(const aiScene& scene, const ModelSpace& space, std::span<Material* const> materials,
-               Document& document, std::vector<std::string>& warnings)
-        : scene_(scene), space_(space), materials_(materials), document_(document), warnings_(warnings) {}
+               std::vector<Fixture> fixtures, Document& document, std::vector<std::string>& warnings)
+        : scene_(scene), space_(space), materials_(materials), fixtures_(scene, std::move(fixtures)),
+          document_(document), warnings_(warnings) {}
 
     ImportedNodes run(bool keepRoot) {
         judgeMeshes();
         countUses();
         walk(keepRoot);
+        result_.fixtures = fixtures_.finish(warnings_);
         return std::move(result_);
     }
 
@@ -84,7 +87,8 @@ private:
 
     void walk(bool keepRoot) {
         const aiNode& root = *scene_.mRootNode;
-        const bool leaveOut = !keepRoot && root.mNumMeshes == 0 && space_.rootMatrix() == Matrix();
+        const bool leaveOut =
+            !keepRoot && root.mNumMeshes == 0 && !fixtures_.has(root) && space_.rootMatrix() == Matrix();
         std::vector<Step> waiting;
         if (leaveOut) {
             pushChildren(root, nullptr, waiting);
@@ -106,30 +110,48 @@ private:
     }
 
     Object& importNode(const aiNode& node, Object* parent) {
-        std::unique_ptr<Object> made = makeObject(node);
+        std::vector<std::unique_ptr<Object>> fixed = fixtures_.take(node);
+        Matrix matrix = &node == scene_.mRootNode ? space_.rootMatrix() : space_.matrix(node.mTransformation);
+        if (!isFinite(matrix)) {
+            warnings_.push_back("node \"" + modelText(node.mName) +
+                                "\" has a broken transform and stands at its parent");
+            matrix = Matrix();
+        }
+        std::unique_ptr<Object> made;
+        if (fixed.size() == 1 && meshesOf(node).empty() && fixtures_.canStandFor(node, *fixed.front())) {
+            made = std::move(fixed.front());
+            made->matrix = matrix * made->matrix;
+            fixed.clear();
+        } else {
+            made = makeObject(node);
+            made->matrix = matrix;
+        }
+        nameObject(*made, node);
         Object& object =
             parent ? parent->appendChild(std::move(made)) : document_.appendObject(std::move(made));
-        const Matrix matrix =
-            &node == scene_.mRootNode ? space_.rootMatrix() : space_.matrix(node.mTransformation);
-        if (isFinite(matrix)) {
-            object.matrix = matrix;
-        } else {
-            warnings_.push_back("node \"" + object.name +
-                                "\" has a broken transform and stands at its parent");
+        if (!fixed.empty()) {
+            for (std::unique_ptr<Object>& fixture : fixed) {
+                fixture->name = object.name;
+                object.appendChild(std::move(fixture));
+            }
+            object.name += " Pivot";
         }
         result_.objects.emplace(node.mName.C_Str(), &object);
         return object;
     }
 
+    void nameObject(Object& object, const aiNode& node) const {
+        const MeshList meshes = meshesOf(node);
+        if (node.mName.length > 0) {
+            object.name = modelText(node.mName);
+        } else if (!meshes.empty()) {
+            object.name = modelText(scene_.mMeshes[meshes.front()]->mName);
+        }
+    }
+
     std::unique_ptr<Object> makeObject(const aiNode& node) {
         const MeshList meshes = meshesOf(node);
-        std::unique_ptr<Object> object = meshes.empty() ? createObject(Onull) : makeMeshObject(node, meshes);
-        if (node.mName.length > 0) {
-            object->name = modelText(node.mName);
-        } else if (!meshes.empty()) {
-            object->name = modelText(scene_.mMeshes[meshes.front()]->mName);
-        }
-        return object;
+        return meshes.empty() ? createObject(Onull) : makeMeshObject(node, meshes);
     }
 
     std::unique_ptr<Object> makeMeshObject(const aiNode& node, const MeshList& indices) {
@@ -166,6 +188,7 @@ private:
     const aiScene& scene_;
     const ModelSpace& space_;
     std::span<Material* const> materials_;
+    NodeFixtures fixtures_;
     Document& document_;
     std::vector<std::string>& warnings_;
 
@@ -178,9 +201,9 @@ private:
 } // namespace
 
 ImportedNodes importNodes(const aiScene& scene, const ModelSpace& space, bool keepRoot,
-                          std::span<Material* const> materials, Document& document,
-                          std::vector<std::string>& warnings) {
-    return NodeImport(scene, space, materials, document, warnings).run(keepRoot);
+                          std::span<Material* const> materials, std::vector<Fixture> fixtures,
+                          Document& document, std::vector<std::string>& warnings) {
+    return NodeImport(scene, space, materials, std::move(fixtures), document, warnings).run(keepRoot);
 }
 
 } // namespace headless

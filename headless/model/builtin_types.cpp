@@ -96,10 +96,11 @@ const ParameterPreset strengthOnly[] = {
 };
 
 const ParameterPreset camera[] = {
+    {PARAMETER(CAMERA_FOCUS), real, {36.0f}},
     {PARAMETER(CAMERA_ZOOM), real, {1.0f}},
     {PARAMETER(CAMERA_PROJECTION), integer, {0.0f}},
     {PARAMETER(CAMERA_APERTURE), real, {36.0f}},
-    // A lens of 36 millimetres on the film above.
+    // That of the lens and the film above.
     {PARAMETER(CAMERA_FOV), real, {0.92729521f}},
     {PARAMETER(CAMERA_TARGET_DISTANCE), real, {2000.0f}},
     {PARAMETER(CAMERA_FILM_OFFSET_X), real, {0.0f}},
@@ -109,6 +110,8 @@ const ParameterPreset light[] = {
     {PARAMETER(LIGHT_COLOR), vector, {1.0f, 1.0f, 1.0f}},
     {PARAMETER(LIGHT_BRIGHTNESS), real, {1.0f}},
     {PARAMETER(LIGHT_TYPE), integer, {0.0f}},
+    {PARAMETER(LIGHT_DETAILS_INNERANGLE), real, {0.0f}},
+    {PARAMETER(LIGHT_DETAILS_OUTERANGLE), real, {0.52359878f}},
     {PARAMETER(LIGHT_AREADETAILS_SIZEX), real, {200.0f}},
     {PARAMETER(LIGHT_AREADETAILS_SIZEY), real, {200.0f}},
     {PARAMETER(LIGHT_AREADETAILS_SIZEZ), real, {200.0f}},

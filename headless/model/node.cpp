@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/model/node.h"
 
+#include "headless/model/camera_lens.h"
 #include "headless/model/handles.h"
 #include "headless/model/track.h"
 #include "host/inexclude.h"
@@ -97,6 +98,9 @@ bool Node::setParameter(const DescID& id, const GeData& value) {
         return false;
     }
     data.SetData(id[0], std::move(accepted));
+    if (type_ == Ocamera) {
+        settleLens(data, id[0]);
+    }
     return true;
 }
 

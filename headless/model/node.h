@@ -60,7 +60,8 @@ public:
 
     /// False, and an empty value, when the container has no such number.
     bool parameter(const DescID& id, GeData& value) const;
-    /// Asks the plug-in's instance first, which may change or refuse the value; false when it refused.
+    /// Asks the plug-in's instance first, which may change or refuse the value; false when it refused. On a
+    /// camera the parameters that tell its lens in other words follow.
     bool setParameter(const DescID& id, const GeData& value);
     /// Passes a message to the plug-in's instance. True when there is none.
     bool message(int32_t type, void* data);

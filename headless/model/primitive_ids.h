@@ -62,6 +62,19 @@ enum DeformerParameter : int32_t {
     DEFORM_TAPER_CURVATURE = 2025,
 };
 
+enum CameraLensParameter : int32_t {
+    /// Focal length in millimetres.
+    CAMERA_FOCUS = 500,
+};
+
+enum LightParameter : int32_t {
+    /// Parallel light along the object's Z axis, without a place of its own.
+    LIGHT_TYPE_DISTANT = 3,
+    /// Cones of a spot light: full angles, of the bright middle and of the whole.
+    LIGHT_DETAILS_INNERANGLE = 90010,
+    LIGHT_DETAILS_OUTERANGLE = 90011,
+};
+
 enum TextureTagParameter : int32_t {
     /// The camera that camera mapping looks through; without one it's the view's.
     TEXTURETAG_CAMERA = 1010,

@@ -104,57 +104,62 @@ bool turnsOrScales(const Track& track) {
     return track.channel != Channel::parameter && track.channel != Channel::position && !track.keys.empty();
 }
 
-/// The local matrix in parts: the ones it was made from, unless its axes were changed since.
-MatrixParts partsOf(const Object& object, const Animation& animation) {
+/// What the local matrix was made from, unless its axes were changed since.
+AppliedTransform transformOf(const Object& object, const Animation& animation) {
     if (animation.applied) {
-        MatrixParts parts = *animation.applied;
-        parts.position = object.matrix.off;
-        if (joinMatrix(parts) == object.matrix) {
-            return parts;
+        AppliedTransform transform = *animation.applied;
+        transform.parts.position = object.matrix.off;
+        if (joinMatrix(transform.parts) == object.matrix) {
+            return transform;
         }
     }
-    return splitMatrix(object.matrix);
+    const MatrixParts parts = splitMatrix(object.matrix);
+    return {parts, hpbFromRotation(parts.rotation)};
+}
+
+void applyTrack(AppliedTransform& transform, const Track& track, const GeData& value) {
+    MatrixParts& parts = transform.parts;
+    switch (track.channel) {
+    case Channel::position:
+        setFrom(parts.position, track, value);
+        break;
+    case Channel::rotation:
+        setFrom(transform.angles, track, value);
+        parts.rotation = rotationFromHPB(transform.angles);
+        break;
+    case Channel::scale:
+        setFrom(parts.scale, track, value);
+        break;
+    case Channel::orientation:
+        parts.rotation = splitMatrix(value.GetMatrix()).rotation;
+        transform.angles = hpbFromRotation(parts.rotation);
+        break;
+    case Channel::transform:
+        parts = splitMatrix(value.GetMatrix());
+        transform.angles = hpbFromRotation(parts.rotation);
+        break;
+    case Channel::parameter:
+        break;
+    }
 }
 
 void applyToMatrix(Object& object, Animation& animation, double seconds) {
     const bool rebuild = std::any_of(animation.tracks.begin(), animation.tracks.end(), turnsOrScales);
-    MatrixParts parts;
-    parts.position = object.matrix.off;
+    AppliedTransform transform;
+    transform.parts.position = object.matrix.off;
     if (rebuild) {
-        parts = partsOf(object, animation);
+        transform = transformOf(object, animation);
     }
-    Vector hpb = hpbFromRotation(parts.rotation);
     for (const Track& track : animation.tracks) {
-        if (track.channel == Channel::parameter || track.keys.empty()) {
-            continue;
-        }
-        const GeData value = valueAt(track, seconds);
-        switch (track.channel) {
-        case Channel::position:
-            setFrom(parts.position, track, value);
-            break;
-        case Channel::rotation:
-            setFrom(hpb, track, value);
-            parts.rotation = rotationFromHPB(hpb);
-            break;
-        case Channel::scale:
-            setFrom(parts.scale, track, value);
-            break;
-        case Channel::orientation:
-            parts.rotation = splitMatrix(value.GetMatrix()).rotation;
-            break;
-        case Channel::transform:
-            parts = splitMatrix(value.GetMatrix());
-            break;
-        case Channel::parameter:
-            break;
+        if (track.channel != Channel::parameter && !track.keys.empty()) {
+            applyTrack(transform, track, valueAt(track, seconds));
         }
     }
     if (rebuild) {
-        animation.applied = parts;
-        object.matrix = joinMatrix(parts);
+        animation.applied = transform;
+        object.matrix = joinMatrix(transform.parts);
     } else {
-        object.matrix.off = parts.position;
+        object.matrix.off = transform.parts.position;
     }
 }
 

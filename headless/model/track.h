@@ -53,11 +53,18 @@ struct Track {
     std::vector<Key> keys;
 };
 
+/// What a local matrix was made from. It tells what the matrix alone doesn't: the rotation behind a scale of
+/// zero, which of the axes is the mirrored one, and angles that don't drift from one time to the next.
+struct AppliedTransform {
+    MatrixParts parts;
+    /// Heading, pitch and bank of the rotation.
+    Vector angles;
+};
+
 struct Animation {
     std::vector<Track> tracks;
-    /// The parts from which the tracks last made the local matrix. They tell what the matrix alone doesn't:
-    /// the rotation behind a scale of zero, and which of the axes is the mirrored one.
-    std::optional<MatrixParts> applied;
+    /// From which the tracks last made the local matrix.
+    std::optional<AppliedTransform> applied;
 };
 
 /// The track's value at a time in seconds; empty without keys. Whole numbers move along the line and are

@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: MIT
+#include "headless/documents_fixture.h"
+#include "headless/import/aims_3ds.h"
+#include "headless/import/import_model.h"
+#include "headless/model/node_types.h"
+#include "headless/model/primitive_ids.h"
+#include "headless/model/track.h"
+
+#include <array>
+#include <cmath>
+#include <map>
+
+// Cameras and lights of models.
+
+namespace headless {
+
+namespace {
+
+class FixtureImportTest : public DocumentsTest {
+protected:
+    /// Those of the package; skips the test when it isn't installed.
+    std::unique_ptr<Document> importPackaged(const std::string& file) {
+        return importModel("/usr/share/assimp/models/" + file, warnings_);
+    }
+    static bool havePackage() { return std::filesystem::exists("/usr/share/assimp/models"); }
+
+    static Object* find(const Document& document, int32_t type, const std::string& name) {
+        for (Object* top = document.objects().first(); top; top = top->next) {
+            for (Object* object = top; object; object = object->nextInBranch(*top)) {
+                if (object->type() == type && object->name == name) {
+                    return object;
+                }
+            }
+        }
+        throw std::runtime_error("no object " + name);
+    }
+    static double degrees(float radians) { return static_cast<double>(radians) * 180.0 / M_PI; }
+
+    std::vector<std::string> warnings_;
+};
+
+struct Place {
+    const char* file;
+    int32_t type;
+    const char* name;
+    /// In the host's world: the place in centimetres, where Z points, and where Y does.
+    Vector position;
+    Vector forward;
+    Vector up;
+};
+
+/// By the numbers in the files, by hand: their axes and units, and the way that their format's cameras look.
+TEST_F(FixtureImportTest, StandAndLookWhereTheFileTells) {
+    if (!havePackage()) {
+        GTEST_SKIP() << "the package assimp-testmodels isn't installed";
+    }
+    const Place places[] = {
+        // Metres with Z up; the cameras look back along X, along X and down, turned about that axis.
+        {"Collada/cameras.dae", Ocamera, "Camera", {1000, 0, 0}, {-1, 0, 0}, {0, 0, 1}},
+        {"Collada/cameras.dae", Ocamera, "Camera_002", {-1000, 0, 0}, {1, 0, 0}, {0, 0, 1}},
+        {"Collada/cameras.dae", Ocamera, "Camera_003", {0, 0, 500}, {0, 0, -1}, {-1, 0, 0}},
+        {"Collada/lights.dae", Olight, "Lamp", {0, 100, 100}, {0, -1, 0}, {0, 0, 1}},
+        {"Collada/lights.dae", Olight, "Spot", {888.822f, 533.603f, -501.686f}, {0, -1, 0}, {0, 0, 1}},
+        // Centimetres; axes scaled by 100; its cameras look along their X, its lights shine along -Y.
+        {"FBX/spider.fbx",
+         Ocamera,
+         "Camera",
+         {748.113f, 534.367f, -650.764f},
+         {-0.654862f, -0.445245f, 0.610666f},
+         {-0.317370f, 0.895343f, 0.312469f}},
+        {"FBX/spider.fbx",
+         Olight,
+         "Lamp",
+         {407.625f, 590.386f, 100.545f},
+         {-0.566393f, -0.794672f, -0.218391f},
+         {-0.771101f, 0.604525f, -0.199883f}},
+        // Z up, no unit; from the camera to its target, upright.
+        {"3DS/TargetCameraAnim.3ds",
+         Ocamera,
+         "Camera01",
+         {-65.8677f, 0, 16.1213f},
+         {0.997261f, 0.014544f, 0.072538f},
+         {-0.014506f, 0.999894f, -0.001055f}},
+    };
+    for (const Place& place : places) {
+        const auto document = importPackaged(place.file);
+        const Object& object = *find(*document, place.type, place.name);
+        const Matrix world = object.globalMatrix();
+        const std::string what = std::string(place.file) + " " + place.name;
+        EXPECT_LT((world.off - place.position).GetLength(), 1e-2f) << what;
+        EXPECT_LT((world.axisZ - place.forward).GetLength(), 1e-4f) << what;
+        EXPECT_NEAR(world.axisX.GetLength(), 1.0f, 1e-5f) << what << ": the scale above it doesn't act";
+        EXPECT_NEAR(world.GetDeterminant(), 1.0f, 1e-5f) << what;
+        EXPECT_LT((world.axisY - place.up).GetLength(), 1e-4f) << what;
+    }
+}
+
+TEST_F(FixtureImportTest, CamerasHaveTheLensOfTheFile) {
+    if (!havePackage()) {
+        GTEST_SKIP() << "the package assimp-testmodels isn't installed";
+    }
+    const auto blender = importPackaged("Collada/cameras.dae");
+    const Object& camera = *find(*blender, Ocamera, "Camera");
+    EXPECT_NEAR(degrees(camera.data.GetReal(CAMERA_FOV)), 49.1343, 1e-3);
+    EXPECT_NEAR(camera.data.GetReal(CAMERA_FOCUS), 39.3767f, 1e-2f) << "the rest of the lens follows";
+    EXPECT_NEAR(degrees(find(*blender, Ocamera, "Camera_002")->data.GetReal(CAMERA_FOV)), 3.0, 1e-3);
+    EXPECT_EQ(blender->view().sceneCamera(blender.get()), &camera) << "the view looks through the first";
+
+    const auto max = importPackaged("3DS/TargetCameraAnim.3ds");
+    const Object& target = *find(*max, Ocamera, "Camera01");
+    EXPECT_NEAR(degrees(target.data.GetReal(CAMERA_FOV)), 45.0, 1e-3) << "a lens of 53.33 millimetres";
+    EXPECT_NEAR(target.data.GetReal(CAMERA_TARGET_DISTANCE), 166.735f, 1e-2f);
+
+    const auto parallel = importPackaged("glTF2/cameras/Cameras.gltf");
+    const Object* second = parallel->view().sceneCamera(parallel.get())->next;
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(second->data.GetLong(CAMERA_PROJECTION), CAMERA_PROJECTION_PARALLEL);
+    EXPECT_NEAR(second->data.GetReal(CAMERA_ZOOM), 1024.0f / 200.0f, 1e-4f) << "two metres across";
+}
+
+TEST_F(FixtureImportTest, MovingCamerasMoveWithTheirPivot) {
+    if (!havePackage()) {
+        GTEST_SKIP() << "the package assimp-testmodels isn't installed";
+    }
+    const auto document = importPackaged("3DS/TargetCameraAnim.3ds");
+    Object& camera = *find(*document, Ocamera, "Camera01");
+    Object& pivot = *find(*document, Onull, "Camera01 Pivot");
+    ASSERT_EQ(camera.parent(), &pivot);
+    const Vector forward = camera.globalMatrix().axisZ;
+    // Halfway between the keys of the frames 60 and 90, at 25 frames a second.
+    applyTracks(pivot, 75.0 / 25.0);
+    const Matrix world = camera.globalMatrix();
+    EXPECT_LT((world.off - Vector(-65.8677f, -2.42505f, 16.1213f)).GetLength(), 1e-3f);
+    EXPECT_LT((world.axisZ - forward).GetLength(), 1e-5f);
+}
+
+TEST_F(FixtureImportTest, LightsBecomeTheHostsKinds) {
+    if (!havePackage()) {
+        GTEST_SKIP() << "the package assimp-testmodels isn't installed";
+    }
+    const auto document = importPackaged("Collada/lights.dae");
+    EXPECT_EQ(find(*document, Olight, "Lamp")->data.GetLong(LIGHT_TYPE), LIGHT_TYPE_OMNI);
+    EXPECT_EQ(find(*document, Olight, "Sun")->data.GetLong(LIGHT_TYPE), LIGHT_TYPE_DISTANT);
+    EXPECT_EQ(find(*document, Olight, "Spot")->data.GetLong(LIGHT_TYPE), LIGHT_TYPE_SPOT);
+    EXPECT_NE(find(*document, Onull, "Hemi"), nullptr);
+    EXPECT_EQ(warnings_.front(),
+              "/usr/share/assimp/models/Collada/lights.dae: light \"Hemi\" is left out: the host "
+              "has none of its kind");
+
+    const auto areas = importPackaged("BLEND/AreaLight_269.blend");
+    const Object& bar = *find(*areas, Olight, "Bar");
+    EXPECT_EQ(bar.data.GetLong(LIGHT_TYPE), LIGHT_TYPE_AREA);
+    EXPECT_EQ(bar.data.GetLong(LIGHT_AREADETAILS_SHAPE), LIGHT_AREADETAILS_SHAPE_RECTANGLE);
+    EXPECT_EQ(bar.data.GetReal(LIGHT_AREADETAILS_SIZEX), 50.0f);
+    EXPECT_EQ(bar.data.GetReal(LIGHT_AREADETAILS_SIZEY), 200.0f);
+    EXPECT_EQ(bar.data.GetVector(LIGHT_COLOR), Vector(1, 1, 1));
+    EXPECT_EQ(bar.data.GetReal(LIGHT_BRIGHTNESS), 42.0f);
+}
+
+/// Two lights below a triangle, one of which is scaled and a parent itself, in the format whose powers have a unit.
+constexpr const char* GLTF_LIGHTS = R"({
+  "asset": {"version": "2.0"}, "scene": 0, "scenes": [{"nodes": [0]}],
+  "extensionsUsed": ["KHR_lights_punctual"],
+  "extensions": {"KHR_lights_punctual": {"lights": [
+    {"type": "spot", "color": [0.5, 1, 0.25], "intensity": 800,
+     "spot": {"innerConeAngle": 0.25, "outerConeAngle": 0.5}},
+    {"type": "directional", "color": [0.5, 0.5, 0.5], "intensity": 3}]}},
+  "nodes": [
+    {"name": "Stand", "translation": [1, 0, 0], "children": [1, 2], "mesh": 0},
+    {"name": "Spot", "translation": [0, 1, 0], "scale": [2, 2, 2], "extensions": {"KHR_lights_punctual": {"light": 0}}, "children": [3]},
+    {"name": "Moon", "extensions": {"KHR_lights_punctual": {"light": 1}}},
+    {"name": "Shade", "mesh": 0}],
+  "meshes": [{"primitives": [{"attributes": {"POSITION": 0}}]}],
+  "accessors": [{"bufferView": 0, "componentType": 5126, "count": 3, "type": "VEC3",
+                 "min": [0, 0, 0], "max": [1, 1, 0]}],
+  "bufferViews": [{"buffer": 0, "byteLength": 36}],
+  "buffers": [{"byteLength": 36,
+    "uri": "data:application/octet-stream;base64,AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"}]
+})";
+
+TEST_F(FixtureImportTest, CandelaComeInALightTag) {
+    constexpr int32_t LIGHT_TAG = 1020892;
+    const std::string file = write("lights.gltf", GLTF_LIGHTS);
+    const auto without = importModel(file, warnings_);
+    EXPECT_EQ(find(*without, Olight, "Spot")->tag(LIGHT_TAG), nullptr) << "the plug-in isn't loaded";
+
+    loadPlugin();
+    const auto document = importModel(file, warnings_);
+    EXPECT_EQ(warnings_, std::vector<std::string>());
+    const Object& spot = *find(*document, Olight, "Spot");
+    EXPECT_NEAR(degrees(spot.data.GetReal(LIGHT_DETAILS_OUTERANGLE)), 57.2958, 1e-3)
+        << "the format has half angles";
+    ASSERT_NE(spot.tag(LIGHT_TAG), nullptr);
+    const BaseContainer& tag = spot.tag(LIGHT_TAG)->data;
+    const auto number = [](const char* name) { return findParameter(LIGHT_TAG, name)->id; };
+    EXPECT_TRUE(tag.GetBool(number("LIGHT_USE_EMISSION_SCALE")));
+    EXPECT_EQ(tag.GetLong(number("LIGHT_EMISSION_SCALE_MEASURE")), 1304);
+    EXPECT_EQ(tag.GetReal(number("LIGHT_EMISSION_SCALE_VALUE")), 800.0f);
+    EXPECT_EQ(tag.GetVector(number("LIGHT_RGB_COLOUR")), Vector(0.5f, 1, 0.25f));
+    EXPECT_EQ(tag.GetReal(number("LIGHT_RGB_GAMMA")), 1.0f);
+    EXPECT_EQ(spot.data.GetReal(LIGHT_BRIGHTNESS), 1.0f);
+
+    const Object& moon = *find(*document, Olight, "Moon");
+    EXPECT_EQ(moon.tag(LIGHT_TAG), nullptr) << "lux are no candela";
+    EXPECT_EQ(moon.data.GetReal(LIGHT_BRIGHTNESS), 1.5f);
+}
+
+TEST_F(FixtureImportTest, NodesWithChildrenKeepTheirAxes) {
+    const auto document = importModel(write("lights.gltf", GLTF_LIGHTS), warnings_);
+    const Object& spot = *find(*document, Olight, "Spot");
+    ASSERT_EQ(spot.parent(), find(*document, Onull, "Spot Pivot"));
+    EXPECT_LT((spot.globalMatrix().off - Vector(100, 100, 0)).GetLength(), 1e-3f);
+    EXPECT_NEAR(spot.globalMatrix().axisZ.GetLength(), 1.0f, 1e-6f);
+    const Object& shade = *find(*document, Oinstance, "Shade");
+    EXPECT_EQ(shade.parent(), spot.parent());
+    EXPECT_NEAR(shade.globalMatrix().axisZ.GetLength(), 2.0f, 1e-6f);
+    const Object& moon = *find(*document, Olight, "Moon");
+    EXPECT_EQ(moon.parent(), find(*document, Onull, "Stand"));
+}
+
+/// A chunk of a 3DS file.
+std::string chunk(uint16_t kind, const std::string& content) {
+    const size_t length = content.size() + 6;
+    std::string head;
+    for (const size_t part :
+         {size_t{kind} & 255, size_t{kind} >> 8, length & 255, length >> 8, size_t{0}, size_t{0}}) {
+        head += static_cast<char>(part);
+    }
+    return head + content;
+}
+
+std::string floats(std::initializer_list<float> numbers) {
+    std::string bytes;
+    for (const float number : numbers) {
+        std::array<char, sizeof number> raw;
+        std::memcpy(raw.data(), &number, sizeof number);
+        bytes.append(raw.data(), raw.size());
+    }
+    return bytes;
+}
+
+TEST_F(FixtureImportTest, AimsOf3DSFilesAreReadAtAnyLength) {
+    const std::string zero(1, '\0');
+    const std::string objects =
+        chunk(0x4000, "Cam" + zero + chunk(0x4700, floats({1, 2, 3, 1, 2, 8, 0, 48}))) +
+        chunk(0x4000, "Same place" + zero + chunk(0x4700, floats({1, 2, 3, 1, 2, 3, 0, 48}))) +
+        chunk(0x4000,
+              "Spot" + zero + chunk(0x4600, floats({1, 1, 1}) + chunk(0x4610, floats({1, 1, -1, 30, 40}))));
+    const std::string whole = chunk(0x4D4D, chunk(0x0002, "....") + chunk(0x3D3D, objects));
+
+    const std::map<std::string, Aim> aims = readAims3DS(write("aims.3ds", whole));
+    ASSERT_EQ(aims.size(), 2u);
+    EXPECT_EQ(aims.at("Cam").toTarget, aiVector3D(0, 0, 5));
+    EXPECT_EQ(aims.at("Cam").lens, 48.0f);
+    EXPECT_EQ(aims.at("Spot").toTarget, aiVector3D(0, 0, -2));
+
+    for (size_t length = 0; length < whole.size(); ++length) {
+        EXPECT_TRUE(readAims3DS(write("cut.3ds", whole.substr(0, length))).empty()) << length;
+        std::string broken = whole;
+        broken[length] = static_cast<char>(0xFF);
+        EXPECT_LE(readAims3DS(write("broken.3ds", broken)).size(), 3u) << length;
+    }
+}
+
+} // namespace
+
+} // namespace headless
