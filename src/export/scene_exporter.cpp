@@ -2,10 +2,14 @@
 #include "export/scene_exporter.h"
 
 #include "export/background_export.h"
+#include "export/camera_export.h"
 #include "export/default_materials.h"
 #include "export/frame_file_name.h"
+#include "export/layer_export.h"
 #include "export/metadata.h"
+#include "export/render_settings_export.h"
 #include "export/time_text.h"
+#include "export/tonemapping_export.h"
 #include "export/traversal.h"
 #include "export/version.h"
 
@@ -27,16 +31,17 @@ Ref<SceneNodeRoot> SceneExporter::exportScene() {
     instanceCount = 0;
     meshMap.clear();
     instancedMeshes.clear();
+    layerSettings = {};
     lightGeometry.reset(AtomArray::Alloc());
     random.Init(GeGetMilliSeconds());
     sceneFileName = frameFileName(context->sceneBaseName, context->frame, context->isAnimation, ".qzs");
     root = new SceneNodeRoot;
     root->setUID(SceneNodeUID(0));
-    exportMetadata(*root);
-    exportBackground(*this);
+    exportSettingsNodes();
     exportDefaultMaterials(*this);
     traverse(*this, 0);
     exportObjects();
+    exportLayers(*this);
     includingPlanes.clear();
     excludingPlanes.clear();
     print(::String("Processing time: ") + longTimeText(start));
@@ -50,6 +55,20 @@ Ref<SceneNodeRoot> SceneExporter::exportScene() {
     context->sampledMotion.clear();
     meshExporter.releaseMemory();
     return root;
+}
+
+void SceneExporter::exportSettingsNodes() {
+    exportMetadata(*root);
+    const Ref<SceneNodeRenderSettings> settings = new SceneNodeRenderSettings;
+    root->addChild(settings);
+    exportRenderSettings(*settings, *context);
+    const Ref<SceneNodeCamera> camera = new SceneNodeCamera;
+    root->addChild(camera);
+    exportCamera(camera, settings, *context);
+    exportBackground(*this);
+    const Ref<SceneNodeTonemapping> tonemapping = new SceneNodeTonemapping;
+    root->addChild(tonemapping);
+    exportTonemapping(tonemapping, context->cameraTagData);
 }
 
 void SceneExporter::exportObjects() {

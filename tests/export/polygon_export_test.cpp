@@ -296,7 +296,7 @@ TEST_F(PolygonExportTest, BrokenObjectsAreLeftOutByName) {
     EXPECT_EQ(modelNames(), "sound");
     EXPECT_EQ(
         consoleLines(),
-        (Strings{"Object \"wild\" is left out: a polygon refers to a point that doesn't exist.",
+        (Strings{"0.036000", "Object \"wild\" is left out: a polygon refers to a point that doesn't exist.",
                  "Object \"infinite\" is left out: the coordinates of a point are no finite numbers.",
                  "Object \"infinite\" is left out: the coordinates of a point are no finite numbers."}));
     EXPECT_EQ(exporter().instanceCount, 0);

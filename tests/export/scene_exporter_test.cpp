@@ -39,12 +39,12 @@ TEST_F(SceneExporterTest, PassesAddTheirNodesInOrder) {
     for (const Quenza::Ref<Quenza::SceneNode>& child : scene().getChildren()) {
         types += std::to_string(child->getType()) + " ";
     }
-    EXPECT_EQ(types, "11 3 3 4 5 ");
+    EXPECT_EQ(types, "11 2 1 10 8 3 3 4 5 ");
     EXPECT_EQ(scene().getUID().value(), 0u);
-    EXPECT_EQ(context().nullMaterialUID.value(), 2u);
-    EXPECT_EQ(context().defaultMaterialUID.value(), 3u);
+    EXPECT_EQ(context().nullMaterialUID.value(), 6u);
+    EXPECT_EQ(context().defaultMaterialUID.value(), 7u);
     EXPECT_TRUE(context().materialMap.empty());
-    EXPECT_TRUE(consoleLines().empty());
+    EXPECT_EQ(consoleLines(), std::vector<std::string>{"0.036000"}) << "the film's width alone";
 }
 
 TEST_F(SceneExporterTest, VerboseExportPrintsItsLines) {
@@ -56,7 +56,7 @@ TEST_F(SceneExporterTest, VerboseExportPrintsItsLines) {
                                    "__.--._.-._.-.__.--._.-.__.--._.-._"
                                    ".-.__.--._.-.__.--.";
     EXPECT_EQ(consoleLines(), (std::vector<std::string>{
-                                  decoration, "Starting export...",
+                                  decoration, "Starting export...", "0.036000",
                                   "Exporting materials, objects and lights...", "Object export time: 0.000 s",
                                   "Instances exported: 0", " ", "Processing time: 0 m, 0.000 s",
                                   "Saved scene to: " + folder().string() + "\\scene_frame000007.qzs",

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "export/export_context.h"
+#include "scene/scene_node_render_settings.h"
+
+/// Writes what the camera tag says about the image, and the image's size, to the settings. Without a tag
+/// filters, region and overlays stay as the node has them.
+void exportImageSettings(Quenza::SceneNodeRenderSettings& node, const ExportContext& context);

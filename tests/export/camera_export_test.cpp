@@ -1,0 +1,282 @@
+// SPDX-License-Identifier: MIT
+#include "export/camera_export.h"
+
+#include "export/exporter_fixture.h"
+#include "export/parameter_ids.h"
+#include "export/plugin_ids.h"
+#include "headless/model/document.h"
+#include "headless/model/handles.h"
+#include "headless/model/view.h"
+#include "host/ids.h"
+
+#include <cmath>
+
+namespace {
+
+/// Each case makes a context anew and runs the camera's export alone.
+class CameraExportTest : public ExporterTest {
+protected:
+    CameraExportTest() : object(add(Ocamera, "Eye")), camera(object->GetDataInstance()) {
+        host().document()->view().setSceneCamera(headless::fromHost(object));
+        camera->SetReal(CAMERA_TARGET_DISTANCE, 3.0f);
+    }
+    BaseContainer& addCameraTag() { return *addTag(object, PLUGINID_CAMERA_TAG)->GetDataInstance(); }
+    void exportCamera() {
+        node = new Quenza::SceneNodeCamera;
+        settings = new Quenza::SceneNodeRenderSettings;
+        EXPECT_TRUE(::exportCamera(node, settings, makeContext()));
+    }
+
+    BaseObject* object;
+    BaseContainer* camera;
+    Quenza::Ref<Quenza::SceneNodeCamera> node;
+    Quenza::Ref<Quenza::SceneNodeRenderSettings> settings;
+};
+
+/// What a filter or shape writes, on one line.
+template <class Part>
+std::string xml(const Part& part) {
+    Quenza::BufferOStream stream;
+    if constexpr (requires { part.writeToXML(stream, 0, Quenza::XMLWriteOptions()); }) {
+        part.writeToXML(stream, 0, Quenza::XMLWriteOptions());
+    } else {
+        part.writeToXML(stream, 0);
+    }
+    std::string text = stream.getBuffer().toStdString();
+    std::erase_if(text, [](char c) { return c == '\t' || c == '\n'; });
+    return text;
+}
+
+} // namespace
+
+TEST_F(CameraExportTest, HostCameraWithoutATagBecomesAThinLens) {
+    exportCamera();
+    EXPECT_EQ(node->camera_type, Quenza::SceneNodeCamera::THIN_LENS_PERSPECTIVE);
+    EXPECT_FLOAT_EQ(float(node->sensor_width), 0.036f);
+    EXPECT_NEAR(node->lens_sensor_dist, 0.036, 1e-7) << "twice the arc tangent of a half";
+    EXPECT_EQ(node->focus_distance, 3.0);
+    // 1 / (1 / 0.036 + 1 / 3) / (2 * 8)
+    EXPECT_NEAR(node->aperture_radius, 0.0022233202, 1e-9);
+    EXPECT_FLOAT_EQ(float(node->exposure_duration), 0.05f);
+    EXPECT_TRUE(node->autofocus);
+    EXPECT_EQ(node->aperture_shape->getType(), Quenza::ApertureCircular::TYPE);
+    EXPECT_EQ(node->obstacle_map_path, "");
+
+    EXPECT_EQ(settings->getInt("width"), 640);
+    EXPECT_EQ(settings->getInt("height"), 480);
+    EXPECT_EQ(settings->getInt("super_sample_factor"), 2) << "the node's own";
+    EXPECT_TRUE(settings->getBool("post_process_diffraction"));
+    EXPECT_FALSE(settings->getBool("aperture_diffraction"));
+    EXPECT_EQ(settings->white_point->x, 0.31273);
+    EXPECT_EQ(settings->white_point->y, 0.32902);
+    EXPECT_EQ(settings->downsize_filter->getType(), Quenza::DownsizeFilterMNCubic::TYPE);
+    EXPECT_TRUE(settings->render_region.isNull());
+    EXPECT_EQ(consoleLines(), std::vector<std::string>{"0.036000"});
+
+    EXPECT_TRUE(::exportCamera(new Quenza::SceneNodeCamera, nullptr, context()));
+}
+
+TEST_F(CameraExportTest, TagSetsExposureFNumberAndFocus) {
+    BaseContainer& tag = addCameraTag();
+    tag.SetReal(CAM_SHUTTER_SPEED, 250.0f);
+    tag.SetReal(CAM_F_NUMBER, 2.0f);
+    tag.SetBool(CAM_AUTOFOCUS, false);
+    exportCamera();
+    EXPECT_FLOAT_EQ(float(node->exposure_duration), 0.004f);
+    EXPECT_NEAR(node->aperture_radius, 4 * 0.0022233202, 4e-9);
+    EXPECT_FALSE(node->autofocus);
+    for (const int32_t value : {1, 2}) {
+        tag.SetLong(CAM_AUTOFOCUS, value);
+        exportCamera();
+        EXPECT_EQ(node->autofocus, value == 1);
+    }
+    camera->SetReal(CAMERA_TARGET_DISTANCE, 0.0f);
+    exportCamera();
+    EXPECT_EQ(node->aperture_radius, 0.0);
+}
+
+TEST_F(CameraExportTest, ParallelViewKeepsTheLensDistance) {
+    exportCamera();
+    const double lensDistance = node->lens_sensor_dist;
+    camera->SetLong(CAMERA_PROJECTION, CAMERA_PROJECTION_PARALLEL);
+    camera->SetReal(CAMERA_ZOOM, 2.0f);
+    host().worldPreferences().SetLong(WPREF_UNITS_BASIC, 3); // centimetres
+    exportCamera();
+    EXPECT_EQ(node->camera_type, Quenza::SceneNodeCamera::ORTHOGRAPHIC);
+    EXPECT_FLOAT_EQ(float(node->sensor_width), 5.12f);
+    EXPECT_EQ(node->lens_sensor_dist, lensDistance);
+    camera->SetReal(CAMERA_ZOOM, 0.0f);
+    exportCamera();
+    EXPECT_TRUE(std::isinf(node->sensor_width));
+}
+
+TEST_F(CameraExportTest, FiltersFollowTheTag) {
+    BaseContainer& tag = addCameraTag();
+    tag.SetReal(CAM_SPLAT_MN_B, 0.25f);
+    tag.SetReal(CAM_SPLAT_MN_C, 0.5f);
+    tag.SetReal(CAM_DOWNSIZE_MN_B, 0.75f);
+    tag.SetReal(CAM_DOWNSIZE_MN_C, 0.125f);
+    const struct {
+        int32_t splat, downsize;
+        const char *splatXml, *downsizeXml;
+    } cases[] = {
+        {CAM_FILTER_MN_CUBIC, CAM_FILTER_MN_CUBIC, "<mn_cubic><blur>0.25</blur><ring>0.5</ring></mn_cubic>",
+         "<mn_cubic><blur>0.75</blur><ring>0.125</ring><radius>1.600000023841858</radius></mn_cubic>"},
+        {CAM_SPLAT_FAST_BOX, CAM_DOWNSIZE_SHARP, "<fastbox/>", "<sharp/>"},
+        {CAM_SPLAT_RADIAL, CAM_DOWNSIZE_GAUSSIAN, "<radial/>", "<gaussian/>"},
+        {CAM_DOWNSIZE_GAUSSIAN, CAM_SPLAT_RADIAL, "<fastbox/>", "<sharp/>"},
+    };
+    for (const auto& c : cases) {
+        tag.SetLong(CAM_SPLAT_FILTER, c.splat);
+        tag.SetLong(CAM_DOWNSIZE_FILTER, c.downsize);
+        exportCamera();
+        EXPECT_EQ(xml(*settings->splat_filter),
+                  std::string("<splat_filter>") + c.splatXml + "</splat_filter>");
+        EXPECT_EQ(xml(*settings->downsize_filter),
+                  std::string("<downsize_filter>") + c.downsizeXml + "</downsize_filter>");
+    }
+}
+
+TEST_F(CameraExportTest, RegionTakesItsCornersInAnyOrder) {
+    BaseContainer& tag = addCameraTag();
+    const struct {
+        int32_t on, x1, x2, y1, y2;
+        std::vector<int32_t> expected;
+    } cases[] = {
+        {1, 10, 20, 30, 40, {10, 20, 30, 40}},
+        {1, 20, 10, 40, 30, {10, 20, 30, 40}},
+        {1, -5, 5, 7, 7, {-5, 5, 7, 7}},
+        {0, 10, 20, 30, 40, {}},
+        {2, 10, 20, 30, 40, {}},
+    };
+    for (const auto& c : cases) {
+        tag.SetLong(CAM_RENDER_REGION, c.on);
+        tag.SetLong(CAM_REGION_X1, c.x1);
+        tag.SetLong(CAM_REGION_X2, c.x2);
+        tag.SetLong(CAM_REGION_Y1, c.y1);
+        tag.SetLong(CAM_REGION_Y2, c.y2);
+        exportCamera();
+        std::vector<int32_t> region;
+        if (const Quenza::Ref<Quenza::RenderRegion> set = settings->render_region) {
+            region = {set->x1, set->x2, set->y1, set->y2};
+        }
+        EXPECT_EQ(region, c.expected);
+    }
+}
+
+TEST_F(CameraExportTest, WhitePointsAreThoseOfTheIlluminants) {
+    BaseContainer& tag = addCameraTag();
+    exportCamera();
+    EXPECT_EQ(settings->white_point->x, 0.333333333333) << "a tag without the entry";
+    const struct {
+        int32_t value;
+        double x, y;
+    } cases[] = {
+        {1905, 0.333333333333, 0.3333333333333},
+        {1906, 0.34567, 0.3585},
+        {1907, 0.33242, 0.34743},
+        {1908, 0.31273, 0.32902},
+        {1909, 0.29902, 0.31485},
+        {1910, 0.44757, 0.40745},
+        {1911, 0.34842, 0.35161},
+        {1912, 0.31006, 0.31616},
+        {1913, 0.2848, 0.2932},
+        {1914, 0.37207, 0.37512},
+        {1915, 0.31285, 0.32918},
+        {1916, 0.38054, 0.37691},
+        {1917, 0, 0},
+    };
+    for (const auto& c : cases) {
+        tag.SetLong(CAM_WHITE_POINT, c.value);
+        exportCamera();
+        EXPECT_EQ(settings->white_point->x, c.x) << c.value;
+        EXPECT_EQ(settings->white_point->y, c.y) << c.value;
+    }
+}
+
+TEST_F(CameraExportTest, OverlaysAndDiffractionFollowTheTag) {
+    BaseContainer& tag = addCameraTag();
+    exportCamera();
+    EXPECT_EQ(settings->getInt("super_sample_factor"), 1) << "a tag without the entry";
+    tag.SetLong(CAM_SUPER_SAMPLE_FACTOR, 3);
+    tag.SetBool(CAM_WATERMARK, true);
+    tag.SetLong(CAM_DIFFRACTION, CAM_DIFFRACTION_OFF);
+    exportCamera();
+    EXPECT_EQ(settings->getInt("super_sample_factor"), 3);
+    EXPECT_TRUE(settings->getBool("watermark"));
+    EXPECT_FALSE(settings->getBool("info_overlay"));
+    EXPECT_FALSE(settings->getBool("post_process_diffraction"));
+    tag.SetBool(CAM_WATERMARK, false);
+    tag.SetBool(CAM_INFO_OVERLAY, true);
+    tag.SetLong(CAM_DIFFRACTION, CAM_DIFFRACTION_POST_PROCESS);
+    tag.SetBool(CAM_APERTURE_DIFFRACTION, true);
+    exportCamera();
+    EXPECT_FALSE(settings->getBool("watermark"));
+    EXPECT_TRUE(settings->getBool("info_overlay"));
+    EXPECT_TRUE(settings->getBool("post_process_diffraction"));
+    EXPECT_TRUE(settings->getBool("aperture_diffraction"));
+}
+
+TEST_F(CameraExportTest, ApertureAndObstacleFollowTheTag) {
+    BaseContainer& tag = addCameraTag();
+    tag.SetLong(CAM_APERTURE_BLADES, 5);
+    tag.SetReal(CAM_APERTURE_OFFSET, 0.5f);
+    tag.SetReal(CAM_APERTURE_CURVATURE, 2.5f);
+    tag.SetReal(CAM_APERTURE_ANGLE, 0.25f);
+    tag.SetFilename(CAM_APERTURE_IMAGE, Filename(String("star.png")));
+    const std::pair<int32_t, const char*> cases[] = {
+        {CAM_APERTURE_CIRCULAR, "<circular/>"},
+        {CAM_APERTURE_GENERATED,
+         "<generated><num_blades>5</num_blades><blade_offset>0.5</blade_offset>"
+         "<blade_curvature_radius>2.5</blade_curvature_radius><start_angle>0.25</start_angle></generated>"},
+        {CAM_APERTURE_FROM_IMAGE, "<image><path>star.png</path></image>"},
+        {1, "<circular/>"},
+    };
+    for (const auto& [shape, shapeXml] : cases) {
+        tag.SetLong(CAM_APERTURE_SHAPE, shape);
+        exportCamera();
+        EXPECT_EQ(xml(*node->aperture_shape),
+                  std::string("<aperture_shape>") + shapeXml + "</aperture_shape>");
+    }
+    tag.SetBool(CAM_OBSTACLE_MAP, true);
+    exportCamera();
+    EXPECT_EQ(node->obstacle_map_path, "element not found");
+    tag.SetFilename(CAM_OBSTACLE_MAP_FILE, Filename(String("dust.png")));
+    exportCamera();
+    EXPECT_EQ(node->obstacle_map_path, "dust.png");
+}
+
+TEST_F(CameraExportTest, LensShiftMovesTheCameraBack) {
+    host().worldPreferences().SetLong(WPREF_UNITS_BASIC, 3); // centimetres
+    camera->SetReal(CAMERA_FILM_OFFSET_X, 0.1f);
+    camera->SetReal(CAMERA_FILM_OFFSET_Y, 0.2f);
+    // The camera looks along -X: its right is the host's +Z, its up turned away from Y by a scale of 2.
+    object->SetMl(Matrix({100, 200, 300}, {0, 0, 1}, {0, 2, 0}, {-1, 0, 0}));
+    exportCamera();
+    const double right = 0.0036;
+    const double up = -0.2 * 480 / 640 * 0.036;
+    EXPECT_NEAR(node->lens_shift_right_distance, right, 1e-9);
+    EXPECT_NEAR(node->lens_shift_up_distance, up, 1e-9);
+    ASSERT_EQ(node->keyframes.size(), 1u);
+    const Quenza::KeyFrame& key = node->keyframes[0];
+    EXPECT_NEAR(key.pos.x, 1, 1e-6);
+    EXPECT_NEAR(key.pos.y, 3 - right, 1e-6);
+    EXPECT_NEAR(key.pos.z, 2 - 2 * up, 1e-6);
+    EXPECT_EQ(key.time, 0);
+    EXPECT_EQ(key.rotation_axis, (Quenza::Vec3d{0, 0, 1}));
+    EXPECT_EQ(key.rotation_angle, 0);
+    EXPECT_EQ(node->up, (Quenza::Vec3d{0, 0, 2}));
+    EXPECT_EQ(node->forwards, (Quenza::Vec3d{-1, 0, 0}));
+}
+
+TEST_F(CameraExportTest, MotionBlurTurnsTheDefaultAxes) {
+    addTag(object, Tmotionblur)->GetDataInstance()->SetReal(MOTIONBLUR_STRENGTH, 1.0f);
+    camera->SetReal(CAMERA_FILM_OFFSET_X, 0.1f);
+    object->SetMl(Matrix({1, 2, 3}, {0, 0, 1}, {0, 1, 0}, {-1, 0, 0}));
+    exportCamera();
+    ASSERT_EQ(node->keyframes.size(), 2u);
+    EXPECT_NEAR(node->keyframes[0].pos.y, 3 - 0.0036, 1e-6);
+    EXPECT_NEAR(node->keyframes[1].pos.y, 3, 1e-6) << "the last key is made without the shift";
+    EXPECT_EQ(node->up, (Quenza::Vec3d{0, 0, 1}));
+    EXPECT_EQ(node->forwards, (Quenza::Vec3d{0, 1, 0}));
+}
