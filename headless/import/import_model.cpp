@@ -4,6 +4,7 @@
 #include "foundation/file_utils.h"
 #include "headless/documents/document_error.h"
 #include "headless/import/animation_import.h"
+#include "headless/import/frame_view.h"
 #include "headless/import/material_import.h"
 #include "headless/import/model_files.h"
 #include "headless/import/node_import.h"
@@ -87,6 +88,8 @@ std::unique_ptr<Document> importModel(const std::string& file, std::vector<std::
     importAnimation(scene, space, nodes, *document, notes);
     if (!nodes.fixtures.empty() && nodes.fixtures.front()->type() == Ocamera) {
         document->view().setSceneCamera(nodes.fixtures.front());
+    } else {
+        frameView(*document);
     }
     for (const std::string& note : notes) {
         warnings.push_back(file + ": " + note);

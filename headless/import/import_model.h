@@ -12,7 +12,8 @@ namespace headless {
 /// Reads a model file (glTF, FBX, OBJ, Collada, 3DS, PLY, STL, ...) into a document of the host's space:
 /// left-handed, Y up, centimetres; formats without a unit count as centimetres. Triangles and quads stay,
 /// larger faces are split. What a model holds beyond that or is broken in it is left out, with a sentence
-/// that begins with the file's name appended to `warnings`. The view looks through the first camera. Throws
+/// that begins with the file's name appended to `warnings`. The view looks through the
+/// first camera; without one, its own sees the whole model. Throws
 /// DocumentError when nothing can be made of the file.
 std::unique_ptr<Document> importModel(const std::string& file, std::vector<std::string>& warnings);
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "end_to_end/scene_numbers.h"
 #include "end_to_end/session.h"
 #include "reading/scene_report.h"
 #include "scene/mesh.h"
@@ -7,8 +8,6 @@
 #include <assimp/Importer.hpp>
 #include <assimp/scene.h>
 #include <map>
-#include <sstream>
-#include <tinyxml.h>
 
 namespace {
 
@@ -47,15 +46,6 @@ void addNode(const aiScene& scene, const aiNode& node, const aiMatrix4x4& outer,
     for (unsigned i = 0; i < node.mNumChildren; ++i) {
         addNode(scene, *node.mChildren[i], world, metres, figures);
     }
-}
-
-std::vector<double> numbersOf(const TiXmlElement* element) {
-    std::istringstream text(element ? element->GetText() : "");
-    std::vector<double> numbers;
-    for (double number; text >> number;) {
-        numbers.push_back(number);
-    }
-    return numbers;
 }
 
 /// By the files of an export: each model's mesh under the model's rotation and position.

@@ -157,7 +157,8 @@ TEST_F(FixtureImportTest, LightsBecomeTheHostsKinds) {
     EXPECT_EQ(bar.data.GetReal(LIGHT_BRIGHTNESS), 42.0f);
 }
 
-/// Two lights below a triangle, one of which is scaled and a parent itself, in the format whose powers have a unit.
+/// Two lights below a triangle, one of which is scaled and a parent itself, in the format whose powers have a
+/// unit.
 constexpr const char* GLTF_LIGHTS = R"({
   "asset": {"version": "2.0"}, "scene": 0, "scenes": [{"nodes": [0]}],
   "extensionsUsed": ["KHR_lights_punctual"],
@@ -216,6 +217,27 @@ TEST_F(FixtureImportTest, NodesWithChildrenKeepTheirAxes) {
     EXPECT_NEAR(shade.globalMatrix().axisZ.GetLength(), 2.0f, 1e-6f);
     const Object& moon = *find(*document, Olight, "Moon");
     EXPECT_EQ(moon.parent(), find(*document, Onull, "Stand"));
+}
+
+TEST_F(FixtureImportTest, AModelWithoutACameraIsSeenWhole) {
+    for (const float size : {0.001f, 1.0f, 5e5f}) {
+        const std::string s = std::to_string(size);
+        const auto document = importModel(
+            write("a.obj", "v 0 0 0\nv " + s + " 0 0\nv 0 " + s + " " + s + "\nf 1 2 3\n"), warnings_);
+        const Object& camera = *document->view().sceneCamera(document.get());
+        const Vector middle = Vector(size, size, -size) * 0.5f;
+        const Matrix toCamera = camera.globalMatrix().GetInverse();
+        const Vector seen = toCamera * middle;
+        EXPECT_NEAR(std::hypot(seen.x, seen.y) / size, 0.0f, 1e-4f) << "in the middle of the picture";
+        EXPECT_NEAR(camera.data.GetReal(CAMERA_TARGET_DISTANCE) / seen.z, 1.0f, 1e-4f);
+        EXPECT_GT(camera.globalMatrix().axisY.y, 0.9f);
+        for (const Vector& corner : {Vector(0, 0, 0), Vector(size, 0, 0), Vector(0, size, -size)}) {
+            const Vector p = toCamera * corner;
+            const float half = std::tan(camera.data.GetReal(CAMERA_FOV) / 2);
+            EXPECT_LT(std::fabs(p.x), half * p.z) << size;
+            EXPECT_LT(std::fabs(p.y), half * 0.75f * p.z) << size;
+        }
+    }
 }
 
 /// A chunk of a 3DS file.
