@@ -209,6 +209,8 @@ private:
             }
         } else if (isElement(element, "sphere")) {
             expect(element, "material_uid", {"material"});
+        } else if (isElement(element, "camera")) {
+            checkCamera(element);
         } else if (isElement(element, "section_plane")) {
             const TiXmlElement* const list = element.FirstChildElement("object_list");
             for (const TiXmlElement* uid = list ? list->FirstChildElement("uid") : nullptr; uid;
@@ -223,6 +225,17 @@ private:
         }
         if (!element.FirstChildElement("keyframe")) {
             fault(element, "there is no keyframe");
+        }
+    }
+
+    void checkCamera(const TiXmlElement& element) {
+        // Not "<=": the text may be "NaN".
+        if (!(std::atof(childText(element, "aperture_radius").c_str()) > 0.0)) {
+            fault(element, "\"aperture_radius\" must be greater than zero");
+        }
+        const std::string type = childText(element, "camera_type");
+        if (type != "thin-lens-perspective" && type != "orthographic" && type != "spherical") {
+            fault(element, "\"camera_type\" '" + type + "' is unknown");
         }
     }
 

@@ -63,6 +63,11 @@ protected:
                std::to_string(geometry) + "</geometry_uid>" + rest + "<materials>" + materials +
                "</materials></model2>\n";
     }
+    static std::string camera(const std::string& radius, const std::string& type,
+                              const std::string& rest = "<keyframe/>") {
+        return "<camera><uid>1</uid><name>C</name><aperture_radius>" + radius + "</aperture_radius>" + rest +
+               "<camera_type>" + type + "</camera_type></camera>\n";
+    }
     SceneSummary summarise(const std::string& nodes) const {
         FileUtils::writeEntireFile(scenePath(), "<?xml version=\"1.0\"?>\n<scene>\n" + nodes + "</scene>\n");
         return summariseScene(scenePath());
@@ -114,8 +119,16 @@ TEST_F(SceneReport, NamesEachFaultWithItsPlace) {
         {"<material><uid>1</uid><name>t</name><phong><texture><path>gone.png</path></texture></phong></"
          "material>\n",
          "line 3, column 1: material \"t\": file 'gone.png' is missing"},
-        {"<camera><uid>1</uid></camera><camera><uid>2</uid></camera>\n",
-         "the scene has 2 \"camera\" nodes; one is allowed"},
+        {camera("0", "spherical"),
+         "line 3, column 1: camera \"C\": \"aperture_radius\" must be greater than zero"},
+        {camera("NaN", "spherical"),
+         "line 3, column 1: camera \"C\": \"aperture_radius\" must be greater than zero"},
+        {camera("0.001", "fisheye"), "line 3, column 1: camera \"C\": \"camera_type\" 'fisheye' is unknown"},
+        {camera("0.001", "orthographic", ""), "line 3, column 1: camera \"C\": there is no keyframe"},
+        {camera("0.001", "orthographic", "<keyframe/><obstacle_map><path>dust.png</path></obstacle_map>"),
+         "line 3, column 1: camera \"C\": file 'dust.png' is missing"},
+        {"<tonemapping><uid>1</uid></tonemapping><tonemapping><uid>2</uid></tonemapping>\n",
+         "the scene has 2 \"tonemapping\" nodes; one is allowed"},
     };
     for (const auto& test : cases) {
         EXPECT_EQ(summarise(test.nodes).faults, std::vector<std::string>{test.fault});
