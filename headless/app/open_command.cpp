@@ -8,16 +8,16 @@ namespace headless {
 
 std::optional<int32_t> openDocumentFile(Host& host, const std::string& file) {
     host.status().setWork("Opening " + file);
-    LoadedDocument loaded = openDocument(file);
+    // The document's folder goes into scenes and links, which are read from anywhere.
+    const std::filesystem::path path = std::filesystem::absolute(platform::pathFromUtf8(file));
+    LoadedDocument loaded =
+        openDocument(platform::utf8FromPath(path.lexically_normal()),
+                     [&host](int32_t unit) { host.worldPreferences().SetLong(WPREF_UNITS_BASIC, unit); });
     for (const std::string& warning : loaded.warnings) {
         host.errors().print(warning);
     }
-    if (loaded.unit) {
-        host.worldPreferences().SetLong(WPREF_UNITS_BASIC, *loaded.unit);
-    }
     host.open(std::move(loaded.document));
     host.status().setWork("");
-    return loaded.unit;
     return loaded.unit;
 }
 

@@ -65,7 +65,7 @@ void readScene(const JsonCursor& root, DocumentReading& reading) {
 
 } // namespace
 
-LoadedDocument loadDocument(const std::string& file) {
+LoadedDocument loadDocument(const std::string& file, const TakeUnit& takeUnit) {
     const Json json = loadJson(file);
     const JsonCursor root(json, file);
     readHead(root);
@@ -76,6 +76,9 @@ LoadedDocument loadDocument(const std::string& file) {
     loaded.document->fileName = path.GetFile();
     if (const auto unit = root.find("unit")) {
         loaded.unit = readWord(*unit, UNITS);
+        if (takeUnit) {
+            takeUnit(*loaded.unit);
+        }
     }
     readTimes(root, *loaded.document);
     DocumentReading reading{*loaded.document};
@@ -84,10 +87,10 @@ LoadedDocument loadDocument(const std::string& file) {
     return loaded;
 }
 
-LoadedDocument openDocument(const std::string& file) {
+LoadedDocument openDocument(const std::string& file, const TakeUnit& takeUnit) {
     const Filename path{String(file)};
     if (path.CheckSuffix("json")) {
-        return loadDocument(file);
+        return loadDocument(file, takeUnit);
     }
     LoadedDocument loaded;
     loaded.document = importModel(file, loaded.warnings);

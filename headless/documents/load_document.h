@@ -4,6 +4,7 @@
 #include "headless/documents/document_error.h"
 #include "headless/model/document.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,11 +20,15 @@ struct LoadedDocument {
     std::vector<std::string> warnings;
 };
 
+/// Told the unit preference that a document wants, before its nodes are made: new nodes take their unit from
+/// the preference.
+using TakeUnit = std::function<void(int32_t unit)>;
+
 /// Reads a document of this program's own format (docs/document-format.md). Plug-in types must be registered.
 /// Throws DocumentError.
-LoadedDocument loadDocument(const std::string& file);
+LoadedDocument loadDocument(const std::string& file, const TakeUnit& takeUnit = nullptr);
 
 /// Reads a document or, by its suffix, a model file.
-LoadedDocument openDocument(const std::string& file);
+LoadedDocument openDocument(const std::string& file, const TakeUnit& takeUnit = nullptr);
 
 } // namespace headless

@@ -4,6 +4,7 @@
 #include "export/objects/instance_object.h"
 #include "export/objects/section_plane_object.h"
 #include "export/plugin_ids.h"
+#include "export/render_settings_post.h"
 #include "export/tags/camera_tag.h"
 #include "export/tags/compositing_tag.h"
 #include "export/tags/exit_portal_tag.h"
@@ -19,7 +20,7 @@
 
 namespace {
 
-enum class Kind { TAG, OBJECT, COMMAND, MESSAGE };
+enum class Kind { TAG, OBJECT, VIDEO_POST, COMMAND, MESSAGE };
 
 struct Row {
     Kind kind;
@@ -36,6 +37,8 @@ struct Row {
     NodeDataAllocator makeNode;
     CommandData* (*makeCommand)();
     MessageData* (*makeMessage)();
+    /// Of video posts.
+    int32_t priority = 0;
 };
 
 template <typename Data>
@@ -75,6 +78,8 @@ constexpr Row ROWS[] = {
      nullptr, makeCommand<RenderCommand>, nullptr},
     objectRow<InstanceObject>(PLUGINID_INSTANCE, 10011, "Oquenzainstance", "instance.tif", 0x20000004),
     objectRow<SectionPlaneObject>(PLUGINID_SECTION_PLANE, 10026, "Oquenzasectionplane", "instance.tif", 0),
+    {Kind::VIDEO_POST, PLUGINID_RENDER_SETTINGS, 10000, "", "oquenzarendersettings", "", "", 8, true,
+     makeNode<RenderSettingsPost>, nullptr, nullptr, 100},
     {Kind::COMMAND, PLUGINID_MENU_SEPARATOR, 0, "#$3 --", "", "", "", 0, false, nullptr,
      makeCommand<SeparatorCommand>, nullptr},
     {Kind::MESSAGE, PLUGINID_MESSAGE, 0, "Quenza Message", "", "", "", 0, false, nullptr, nullptr,
@@ -103,11 +108,14 @@ bool registerRow(const Row& row) {
     info.icon = row.icon;
     info.description = row.description;
     info.help = row.help;
+    info.priority = row.priority;
     switch (row.kind) {
     case Kind::TAG:
         return RegisterTagPlugin(info, row.makeNode);
     case Kind::OBJECT:
         return RegisterObjectPlugin(info, row.makeNode);
+    case Kind::VIDEO_POST:
+        return RegisterVideoPostPlugin(info, row.makeNode);
     case Kind::COMMAND:
         return handOver(RegisterCommandPlugin, info, row.makeCommand());
     case Kind::MESSAGE:

@@ -2,6 +2,7 @@
 #include "end_to_end/session.h"
 
 #include "headless/documents/load_document.h"
+#include "host/ids.h"
 
 #include <algorithm>
 #include <chrono>
@@ -66,27 +67,14 @@ fs::path Session::makeRenderer(const std::string& name, const std::string& scrip
     return renderer;
 }
 
-/// Documents name parameters of the render settings by number: no plug-in registers their type yet.
-static std::string withNumbers(std::string settings) {
-    std::istringstream header(
-        readFile(fs::path(QUENZA_SOURCE_DIR) / "res/description/oquenzarendersettings.h"));
-    for (std::string name, equals, number; header >> name;) {
-        if (name.rfind("RS_", 0) == 0 && header >> equals >> number) {
-            settings =
-                replaceAll(settings, "\"" + name + "\"", "\"" + number.substr(0, number.find(',')) + "\"");
-        }
-    }
-    return settings;
-}
-
 void Session::openDocument(const std::string& objects, const std::string& settings, const std::string& more) {
     std::string text =
         "{\"format\": \"quenza-headless-document\", \"version\": 1,\n\"objects\": [" + objects + "]";
     if (!more.empty()) {
-        text += ",\n" + withNumbers(more);
+        text += ",\n" + more;
     } else if (!settings.empty()) {
-        text += ",\n\"renderData\": [{\"videoPosts\": [{\"type\": 1020896, \"parameters\": {" +
-                withNumbers(settings) + "}}]}]";
+        text += ",\n\"renderData\": [{\"videoPosts\": [{\"type\": 1020896, \"parameters\": {" + settings +
+                "}}]}]";
     }
     writeFile(folder_ / "document.json", text + "}\n");
     openFile(folder_ / "document.json");
@@ -96,7 +84,10 @@ void Session::openFile(const fs::path& file) {
     if (!host_) {
         start();
     }
-    host_->open(headless::openDocument(file.string()).document);
+    const auto takeUnit = [this](int32_t unit) {
+        host_->worldPreferences().SetLong(WPREF_UNITS_BASIC, unit);
+    };
+    host_->open(headless::openDocument(file.string(), takeUnit).document);
 }
 
 std::vector<std::string> Session::newLines() {

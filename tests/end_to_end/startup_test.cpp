@@ -23,7 +23,8 @@ TEST_F(Startup, RegistersItsRowsInOrder) {
         const PluginInfo& info = entry->info;
         rows += std::to_string(info.id) + " " + info.name.GetUtf8() + " | " + info.description.GetUtf8() +
                 " | " + info.help.GetUtf8() + " | " + info.icon.GetUtf8() + " | " +
-                std::to_string(info.info) + "\n";
+                std::to_string(info.info) + (info.priority != 0 ? ", " + std::to_string(info.priority) : "") +
+                "\n";
     }
     EXPECT_EQ(rows, "1020892 Quenza Light | tMyLightTag |  | LightTag.tif | 1\n"
                     "1021223 Quenza Exit Portal | TMyExitPortal |  | ExitPortal.tif | 1\n"
@@ -33,6 +34,7 @@ TEST_F(Startup, RegistersItsRowsInOrder) {
                     "1023920 Render with Quenza |  | Render with Quenza | Export.tif | 0\n"
                     "1022273 Quenza Instance | Oquenzainstance |  | instance.tif | 536870916\n"
                     "1028908 Quenza Section Plane | Oquenzasectionplane |  | instance.tif | 0\n"
+                    "1020896 Quenza Render Settings | oquenzarendersettings |  |  | 8, 100\n"
                     "1022283 #$3 -- |  |  |  | 0\n"
                     "1027562 Quenza Message |  |  |  | 0\n");
 }
