@@ -116,9 +116,11 @@ private:
         if (!result_.command) {
             throw UsageError("A command is missing");
         }
-        if (result_.operands.size() < result_.command->operands.size()) {
+        const std::vector<OperandSpec>& expected = result_.command->operands;
+        const size_t given = result_.operands.size();
+        if (given < expected.size() && !expected[given].isOptional) {
             throw UsageError(std::string(result_.command->name) + " needs " +
-                             std::string(result_.command->operands[result_.operands.size()].name));
+                             std::string(expected[given].name));
         }
     }
 
@@ -175,7 +177,8 @@ void appendNotes(std::string& text, std::string_view notes) {
 std::string operandList(const CommandSpec& command) {
     std::string list;
     for (const OperandSpec& operand : command.operands) {
-        list += " " + std::string(operand.name);
+        const std::string name(operand.name);
+        list += operand.isOptional ? " [" + name + "]" : " " + name;
     }
     return list;
 }

@@ -30,6 +30,8 @@ struct OperandSpec {
     std::string_view name;
     std::string_view help;
     std::vector<std::string_view> choices;
+    /// May be left out; only the last ones of a command.
+    bool isOptional = false;
 };
 
 struct CommandSpec {
@@ -56,7 +58,7 @@ public:
     /// Null when only help was asked for.
     const CommandSpec* command = nullptr;
     bool wantsHelp = false;
-    /// As many as the command has.
+    /// As many as the command has, but for optional ones.
     std::vector<std::string> operands;
     /// The values of each option that was given, in their order; one empty value for each flag.
     std::map<std::string, std::vector<std::string>, std::less<>> options;

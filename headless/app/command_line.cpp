@@ -19,10 +19,16 @@ std::vector<OptionSpec> renderOptions() {
 
 constexpr std::string_view RENDER_NOTES =
     R"(Names of render settings and their values: "quenza-headless list descriptions". A flag is true or
-false, a choice its number or name, a colour or vector x,y,z, a link the name of an object.
+false, a choice its number or name, a colour or vector x,y,z, a link the name of an object or
+material.
 
 Ends with 0 when the scene was written, with 1 and the reason on standard error when it was not, and
 with 130 after Ctrl-C, which presses the dialog's close button.)";
+
+constexpr std::string_view LIST_NOTES =
+    R"(Of descriptions, DEFAULT is what the page's reset gives and VALUE what the node holds: a new one what
+it starts with. SHOWN and ENABLED are what the plug-in says to these values. The values of a choice
+stand below it.)";
 
 constexpr std::string_view PROGRAM_NOTES =
     R"(Standard output carries the plug-in's console, standard error its message boxes, errors, and on a
@@ -63,9 +69,14 @@ ProgramSpec makeCommandLine() {
              "Show what the plug-in registered",
              {{"WHAT",
                "plugins: everything, in its order\ndescriptions: the parameters of its types",
-               {"plugins", "descriptions"}}},
-             {},
-             ""},
+               {"plugins", "descriptions"}},
+              {"CLASS",
+               "Only this type: its number, name or description, such as\noquenzarendersettings",
+               {},
+               true}},
+             {{"--document", "DOCUMENT",
+               "Describe the nodes of this document, not new ones; without CLASS\nonly types that it holds"}},
+             LIST_NOTES},
         },
         PROGRAM_NOTES,
     };

@@ -6,6 +6,7 @@
 #include "headless/app/arguments.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
+#include "headless/runtime/host_error.h"
 #include "headless/runtime/platform.h"
 
 namespace headless {
@@ -52,7 +53,10 @@ VideoPost& requireRenderSettings(Document& document) {
         return *disabled;
     }
     std::unique_ptr<VideoPost> made = createVideoPost(RENDER_SETTINGS);
-    return renderData.appendVideoPost(made ? std::move(made) : std::make_unique<VideoPost>(RENDER_SETTINGS));
+    if (!made) {
+        throw HostError("The plug-in has no render settings");
+    }
+    return renderData.appendVideoPost(std::move(made));
 }
 
 void exportTo(VideoPost& settings, const std::string& file) {

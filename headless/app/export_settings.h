@@ -12,11 +12,9 @@ namespace headless {
 
 /// Number of the plug-in's render settings, a video post.
 inline constexpr int32_t RENDER_SETTINGS = 1020896;
-/// Name of their description resource.
-inline constexpr const char* RENDER_SETTINGS_DESCRIPTION = "oquenzarendersettings";
 
 /// The enabled render settings of the active render setup. One that is disabled is enabled; without one it is
-/// made, with the plug-in's defaults when its type is registered.
+/// made, with the plug-in's defaults. Throws HostError when the plug-in registers none.
 VideoPost& requireRenderSettings(Document& document);
 
 /// Sends the scene to a file, relative to the current folder; the suffix is added when it has none. Throws

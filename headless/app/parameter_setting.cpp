@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/app/parameter_setting.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <charconv>
@@ -11,6 +12,7 @@
 #include "headless/app/closest_names.h"
 #include "headless/runtime/platform.h"
 #include "host/document.h"
+#include "host/material.h"
 #include "host/object.h"
 
 namespace headless {
@@ -144,19 +146,33 @@ BaseObject* nextInTree(BaseObject* object) {
     return object ? object->GetNext() : nullptr;
 }
 
+/// Objects, or materials for a link that takes them.
+std::vector<BaseList2D*> linkTargets(const Entry& entry, const BaseDocument& document) {
+    std::vector<BaseList2D*> targets;
+    if (std::ranges::find(entry.accepts, "Mbase") != entry.accepts.end()) {
+        for (BaseMaterial* material = document.GetFirstMaterial(); material; material = material->GetNext()) {
+            targets.push_back(material);
+        }
+        return targets;
+    }
+    for (BaseObject* object = document.GetFirstObject(); object; object = nextInTree(object)) {
+        targets.push_back(object);
+    }
+    return targets;
+}
+
 GeData readLink(const Entry& entry, std::string_view text, const BaseDocument* document) {
+    if (text.empty() || !document) {
+        return GeData(static_cast<BaseList2D*>(nullptr));
+    }
     std::vector<std::string> names;
-    BaseObject* object = document ? document->GetFirstObject() : nullptr;
-    for (; object && !text.empty(); object = nextInTree(object)) {
-        names.push_back(object->GetName().GetUtf8());
+    for (BaseList2D* const target : linkTargets(entry, *document)) {
+        names.push_back(target->GetName().GetUtf8());
         if (names.back() == text) {
-            return GeData(object);
+            return GeData(target);
         }
     }
-    if (!text.empty()) {
-        fail(entry, text, "the document has no object of that name" + suggestion(text, names));
-    }
-    return GeData(static_cast<BaseList2D*>(nullptr));
+    fail(entry, text, "the document has nothing of that name that it takes" + suggestion(text, names));
 }
 
 const Entry& findEntry(const resources::Description& description, std::string_view name) {

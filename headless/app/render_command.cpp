@@ -25,14 +25,6 @@ std::chrono::milliseconds parseSeconds(const std::string& text) {
     return std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000.0));
 }
 
-const resources::Description& renderSettingsDescription(Host& host) {
-    const auto loaded = host.resources()->loadDescription(RENDER_SETTINGS_DESCRIPTION);
-    if (!loaded) {
-        throw HostError("The render settings can't be looked up: " + loaded.error);
-    }
-    return *loaded;
-}
-
 void applyArguments(Host& host, const Arguments& arguments) {
     Document& document = *host.document();
     if (const std::optional<std::string> frame = arguments.value("--frame")) {
@@ -45,7 +37,12 @@ void applyArguments(Host& host, const Arguments& arguments) {
         exportFrames(document, requireRenderSettings(document), parseFrameRange(*frames));
     }
     for (const std::string& setting : arguments.values("--set")) {
-        applySetting(*toHost(&requireRenderSettings(document)), renderSettingsDescription(host), setting);
+        VideoPost& settings = requireRenderSettings(document);
+        const resources::Description* const description = host.descriptionOf(RENDER_SETTINGS);
+        if (!description) {
+            throw HostError("The parameters of the render settings can't be looked up");
+        }
+        applySetting(*toHost(&settings), *description, setting);
     }
     if (const std::optional<std::string> seconds = arguments.value("--cancel-after")) {
         host.user().addDialogActions({{parseSeconds(*seconds), UserAction::Kind::close, 0, GeData()}});

@@ -65,12 +65,21 @@ void DescriptionInstance::load(const resources::Description& resource) {
             items_.push_back({&entry, propertiesOf(entry)});
         }
     }
-    loaded_ = true;
+    resource_ = &resource;
 }
 
 BaseContainer* DescriptionInstance::properties(int32_t id) {
     const auto found = std::ranges::find(items_, id, [](const Item& item) { return item.entry->id; });
     return found == items_.end() ? nullptr : &found->properties;
+}
+
+bool DescriptionInstance::isHidden(const resources::Entry& entry) {
+    std::vector<const resources::Entry*> path = resource_->groupPath(entry);
+    path.push_back(&entry);
+    return std::ranges::any_of(path, [this](const resources::Entry* part) {
+        const BaseContainer* const live = properties(part->id);
+        return live ? live->GetBool(DESC_HIDE) : part->hidden;
+    });
 }
 
 std::vector<DescribedParameter> describe(BaseList2D* node) {
@@ -85,7 +94,7 @@ std::vector<DescribedParameter> describe(BaseList2D* node) {
         parameter.id = item.entry->id;
         parameter.entry = item.entry;
         parameter.properties = item.properties;
-        parameter.hidden = item.properties.GetBool(DESC_HIDE);
+        parameter.hidden = instance.isHidden(*item.entry);
         parameter.enabled = !data || data->GetDEnabling(node, DescID(item.entry->id));
         parameters.push_back(std::move(parameter));
     }

@@ -15,6 +15,7 @@ struct DescribedParameter {
     const resources::Entry* entry = nullptr;
     /// DescriptionProperty numbers, after the plug-in changed them.
     BaseContainer properties;
+    /// Not on the page: hidden itself, or in a group that is.
     bool hidden = false;
     bool enabled = true;
 };
@@ -26,7 +27,9 @@ public:
     void load(const resources::Description& resource);
     /// The live properties, null for an unknown number.
     BaseContainer* properties(int32_t id);
-    bool isLoaded() const { return loaded_; }
+    bool isLoaded() const { return resource_ != nullptr; }
+    /// Whether a parameter or one of its groups is hidden by now.
+    bool isHidden(const resources::Entry& entry);
 
     struct Item {
         const resources::Entry* entry;
@@ -36,7 +39,7 @@ public:
 
 private:
     std::vector<Item> items_;
-    bool loaded_ = false;
+    const resources::Description* resource_ = nullptr;
 };
 
 /// Describes a node: the plug-in's GetDDescription, then GetDEnabling of each parameter. A plug-in that

@@ -44,6 +44,8 @@ TEST(ArgumentsTest, TellsWhatIsWrong) {
         {{"rendr"}, "There is no command rendr; is render meant?"},
         {{"render"}, "render needs DOCUMENT"},
         {{"render", "a", "b"}, "One word too many: b"},
+        {{"list"}, "list needs WHAT"},
+        {{"list", "descriptions", "a", "b"}, "One word too many: b"},
         {{"render", "a", "--fram", "1"},
          "There is no option --fram of render; is --frame or --frames meant?"},
         {{"--to", "x", "render"}, "There is no option --to"},
@@ -89,28 +91,22 @@ TEST(TextTableTest, AlignsColumns) {
     EXPECT_EQ(table.text(), "ID    NAME\n1     W\xC3\xBCrfel rot\n1000\n");
 }
 
-/// The shipped description of the render settings, on a video post of no registered type.
+/// The render settings of the plug-in.
 class Settings : public RuntimeTest {
 protected:
     Settings() {
-        start().open(std::make_unique<Document>());
-        auto loaded = resources_.loadDescription(RENDER_SETTINGS_DESCRIPTION);
-        EXPECT_TRUE(loaded) << loaded.error;
-        description_ = loaded.value;
+        start().loadPlugin(QUENZA_BIN_DIR "/cquenza.so");
+        host().open(std::make_unique<Document>());
     }
     Document& document() { return *host().document(); }
     BaseContainer& set(const std::string& setting) {
         VideoPost& settings = requireRenderSettings(document());
-        applySetting(*toHost(&settings), *description_, setting);
+        applySetting(*toHost(&settings), *host().descriptionOf(RENDER_SETTINGS), setting);
         return settings.data;
     }
     std::string refusal(const std::string& setting) {
         return thrownMessage<UsageError>([&] { set(setting); });
     }
-
-private:
-    resources::ResourceFolder resources_{std::filesystem::path(QUENZA_SOURCE_DIR) / "res"};
-    const resources::Description* description_ = nullptr;
 };
 
 TEST_F(Settings, TakeValuesOfEachType) {
@@ -131,13 +127,24 @@ TEST_F(Settings, TakeValuesOfEachType) {
     EXPECT_EQ(document().activeRenderData()->videoPosts().first()->next, nullptr);
 }
 
-TEST_F(Settings, LinkObjectsByName) {
+TEST_F(Settings, LinkObjectsAndMaterialsByName) {
     Object& parent = document().appendObject(createObject(Onull));
-    document().insertObject(createObject(Ocube), &parent).name = "Background";
-    EXPECT_EQ(set("1384=Background").GetLink(1384, nullptr), toHost(parent.children().first()));
+    Object& sun = document().insertObject(createObject(Ocube), &parent);
+    sun.name = "Shining";
+    Material& background = document().appendMaterial(createMaterial(Mmaterial));
+    background.name = "Shining";
+    EXPECT_EQ(set("RS_SUN_OBJECT=Shining").GetLink(1301, nullptr), toHost(&sun));
+    EXPECT_EQ(set("RS_BACKGROUND_LINK=Shining").GetLink(1384, nullptr), toHost(&background));
     EXPECT_EQ(set("1384=").GetLink(1384, nullptr), nullptr);
-    EXPECT_NE(refusal("1384=Backgroud").find("the document has no object of that name; is Background meant?"),
+    EXPECT_NE(refusal("1384=Shinin").find("nothing of that name that it takes; is Shining meant?"),
               std::string::npos);
+}
+
+TEST_F(Settings, NeedAPlugInThatHasThem) {
+    stop();
+    startWorking();
+    EXPECT_EQ(thrownMessage<HostError>([&] { requireRenderSettings(document()); }),
+              "The plug-in has no render settings");
 }
 
 TEST_F(Settings, TellWhatIsWrong) {
