@@ -52,8 +52,9 @@ GeData readInExclude(const JsonCursor& cursor, Node& node, int32_t id, LinkTable
 
 GeData readLink(const JsonCursor& cursor, Node& node, int32_t id, LinkTable& links) {
     if (!cursor.json().is_null()) {
-        links.link(cursor, 0,
-                   [&node, id](Node& target) { node.setParameter(id, GeData(BaseLink(toHost(&target)))); });
+        links.link(cursor, 0, [&node, id](Node& target) {
+            node.restoreParameter(id, GeData(BaseLink(toHost(&target))));
+        });
     }
     return GeData(BaseLink());
 }
@@ -236,7 +237,7 @@ void readParameters(const JsonCursor& cursor, Node& node, LinkTable& links) {
     std::sort(order.begin(), order.end());
     for (const auto& [id, key] : order) {
         const JsonCursor value = cursor.at(key.c_str());
-        node.setParameter(id, readValue(value, node, id, links));
+        node.restoreParameter(id, readValue(value, node, id, links));
     }
 }
 

@@ -97,11 +97,15 @@ bool Node::setParameter(const DescID& id, const GeData& value) {
     if (pluginData_ && !pluginData_->SetDParameter(toHost(this), id, accepted)) {
         return false;
     }
-    data.SetData(id[0], std::move(accepted));
+    restoreParameter(id, accepted);
+    return true;
+}
+
+void Node::restoreParameter(const DescID& id, const GeData& value) {
+    data.SetData(id[0], value);
     if (type_ == Ocamera) {
         settleLens(data, id[0]);
     }
-    return true;
 }
 
 bool Node::message(int32_t type, void* messageData) {

@@ -63,6 +63,8 @@ public:
     /// Asks the plug-in's instance first, which may change or refuse the value; false when it refused. On a
     /// camera the parameters that tell its lens in other words follow.
     bool setParameter(const DescID& id, const GeData& value);
+    /// Sets what a document holds: no artist does it, so the plug-in isn't asked.
+    void restoreParameter(const DescID& id, const GeData& value);
     /// Passes a message to the plug-in's instance. True when there is none.
     bool message(int32_t type, void* data);
 
