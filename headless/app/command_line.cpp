@@ -26,9 +26,9 @@ Ends with 0 when the scene was written, with 1 and the reason on standard error 
 with 130 after Ctrl-C, which presses the dialog's close button.)";
 
 constexpr std::string_view LIST_NOTES =
-    R"(Of descriptions, DEFAULT is what the page's reset gives and VALUE what the node holds: a new one what
-it starts with. SHOWN and ENABLED are what the plug-in says to these values. The values of a choice
-stand below it.)";
+    R"(Of descriptions, DEFAULT is what the page's reset gives and VALUE what the node holds: a new one
+what it starts with. SHOWN and ENABLED are what the plug-in says to these values. The values of a
+choice stand below it.)";
 
 constexpr std::string_view PROGRAM_NOTES =
     R"(Standard output carries the plug-in's console, standard error its message boxes, errors, and on a

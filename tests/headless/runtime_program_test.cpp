@@ -114,7 +114,7 @@ TEST_F(Program, DescribesAClassWithTheValuesOfADocument) {
     ASSERT_NE(second, std::string::npos);
     EXPECT_EQ(row("RS_UNIT ", 0), "RS_UNIT LONG 1388 yes yes Document Unit ") << "the document's unit";
     EXPECT_EQ(row("RS_CUSTOM_UNIT_SCALE", 0), "RS_CUSTOM_UNIT_SCALE REAL 1 1 no yes Meters per Unit ");
-    EXPECT_EQ(row("RS_MODE ", 0), "RS_MODE LONG 1338 1335 yes no Render Mode ");
+    EXPECT_EQ(row("RS_MODE ", 0), "RS_MODE LONG 1338 1338 yes no Render Mode ");
     EXPECT_EQ(row("RS_MODE ", second), "RS_MODE LONG 1338 1338 yes yes Render Mode ");
     EXPECT_EQ(row("RS_CUSTOM_UNIT_SCALE", second),
               "RS_CUSTOM_UNIT_SCALE REAL 1 0.5 yes yes Meters per Unit ");
