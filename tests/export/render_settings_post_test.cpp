@@ -41,15 +41,17 @@ bool loadShippedPage(Description* description, int32_t pluginId) {
     return true;
 }
 
+std::unique_ptr<headless::VideoPost> makePost() {
+    auto post = std::make_unique<headless::VideoPost>(PLUGINID_RENDER_SETTINGS);
+    post->setPluginData(std::make_unique<RenderSettingsPost>());
+    EXPECT_TRUE(post->pluginData()->Init(headless::toHost(static_cast<headless::Node*>(post.get()))));
+    return post;
+}
+
 /// The video post in a document of the stand-in host, with the plug-in's code and page in this process.
 class RenderSettingsPage : public ::testing::Test {
 protected:
     RenderSettingsPage() : hostTables_(HostTables()) {
-        headless::NodeTypeInfo type;
-        type.id = PLUGINID_RENDER_SETTINGS;
-        type.kind = headless::NodeKind::videoPost;
-        type.allocator = []() -> NodeData* { return new RenderSettingsPost; };
-        headless::NodeTypes::instance().add(type);
         descriptionTable_.Load = loadShippedPage;
         tables_.description = &descriptionTable_;
         SetHostTables(&tables_);
@@ -60,7 +62,6 @@ protected:
         gpuDevices().clear();
         pluginState().isRTEdition = false;
         host_.open(nullptr);
-        headless::NodeTypes::instance().removePluginTypes();
         SetHostTables(hostTables_);
     }
 
@@ -70,7 +71,7 @@ protected:
         if (node_) {
             headless::removeNode(*node_);
         }
-        node_ = &setup.appendVideoPost(headless::createVideoPost(PLUGINID_RENDER_SETTINGS));
+        node_ = &setup.appendVideoPost(makePost());
     }
     void renew(const std::vector<std::pair<int32_t, int32_t>>& values) {
         renew();
@@ -207,7 +208,7 @@ TEST_F(RenderSettingsPage, ListsTheDevices) {
 
 TEST_F(RenderSettingsPage, ListsNoDevicesOutsideADocument) {
     gpuDevices() = {{"Left card", GPU_KIND_CUDA}};
-    const std::unique_ptr<headless::VideoPost> loose = headless::createVideoPost(PLUGINID_RENDER_SETTINGS);
+    const std::unique_ptr<headless::VideoPost> loose = makePost();
     for (const headless::DescribedParameter& parameter : headless::describe(headless::toHost(loose.get()))) {
         EXPECT_TRUE(parameter.id != RS_GPU_DEVICE ||
                     parameter.properties.GetContainer(DESC_CYCLE).GetCount() == 0);
