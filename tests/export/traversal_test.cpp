@@ -316,6 +316,6 @@ TEST_F(TraversalTest, ObjectsWithoutAPlaceAreLeftOutByName) {
     exportScene();
     EXPECT_EQ(modelNames(), "found");
     EXPECT_EQ(consoleLines(),
-              (std::vector<std::string>{"0.036",
+              (std::vector<std::string>{"0.036000",
                                         "Object \"lost\" is left out: its matrix holds no finite numbers."}));
 }
