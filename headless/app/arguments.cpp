@@ -106,8 +106,11 @@ private:
         }
         const OperandSpec& operand = expected[result_.operands.size()];
         if (!operand.choices.empty() && std::ranges::find(operand.choices, word) == operand.choices.end()) {
-            throw UsageError(std::string(operand.name) + " can't be " + word +
-                             suggestion(word, {operand.choices.begin(), operand.choices.end()}));
+            std::string choices;
+            for (const std::string_view choice : operand.choices) {
+                choices += (choices.empty() ? "" : " or ") + std::string(choice);
+            }
+            throw UsageError(std::string(result_.command->name) + " takes " + choices + ", not " + word);
         }
         result_.operands.push_back(word);
     }

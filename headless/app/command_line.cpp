@@ -8,8 +8,9 @@ namespace {
 std::vector<OptionSpec> renderOptions() {
     return {
         {"--to", "FILE.qzs",
-         "Write the scene there; else it goes to the quick render folder, or\nwhere the document says"},
-        {"--frame", "N", "Go to this frame first"},
+         "Write the scene there; else it goes to the quick render folder, or\nwhere the document says; "
+         "folders are made"},
+        {"--frame", "N", "Export this frame alone, also of a document that exports an animation"},
         {"--frames", "A-B", "Export these frames as an animation, with a render queue"},
         {"--set", "NAME=VALUE",
          "Set a render setting by name or number, such as RS_HALT_SPP=16;\ncan be given again", true},

@@ -60,6 +60,9 @@ VideoPost& requireRenderSettings(Document& document) {
 }
 
 void exportTo(VideoPost& settings, const std::string& file) {
+    if (file.empty()) {
+        throw UsageError("--to needs a file");
+    }
     std::filesystem::path path = std::filesystem::absolute(platform::pathFromUtf8(file)).lexically_normal();
     if (!path.has_filename()) {
         throw UsageError("--to needs a file, not the folder " + file);
@@ -69,6 +72,12 @@ void exportTo(VideoPost& settings, const std::string& file) {
     }
     if (path.extension() != ".qzs") {
         throw UsageError("--to writes a scene: " + file + " should end with .qzs");
+    }
+    std::error_code error;
+    std::filesystem::create_directories(path.parent_path(), error);
+    if (error) {
+        throw HostError("The folder " + platform::utf8FromPath(path.parent_path()) +
+                        " can't be made: " + error.message());
     }
     settings.setParameter(RS_EXPORT_TO_FILE, GeData(true));
     settings.setParameter(RS_EXPORT_NEXT_TO_DOC, GeData(false));
@@ -83,7 +92,15 @@ void exportFrames(Document& document, VideoPost& settings, std::pair<int32_t, in
     settings.setParameter(RS_ANIMATION, GeData(true));
 }
 
-void goToFrame(Document& document, int32_t frame) {
+void exportFrame(Document& document, int32_t frame) {
+    // Render settings aren't made for this: they would bring their defaults along.
+    const RenderDataNode* const renderData = document.activeRenderData();
+    VideoPost* videoPost = renderData ? renderData->videoPosts().first() : nullptr;
+    for (; videoPost; videoPost = videoPost->next) {
+        if (videoPost->type() == RENDER_SETTINGS) {
+            videoPost->setParameter(RS_ANIMATION, GeData(false));
+        }
+    }
     document.time = BaseTime(frame, document.fps());
     toHost(&document)->AnimateDocument(nullptr, true);
 }

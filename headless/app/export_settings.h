@@ -17,15 +17,16 @@ inline constexpr int32_t RENDER_SETTINGS = 1020896;
 /// made, with the plug-in's defaults. Throws HostError when the plug-in registers none.
 VideoPost& requireRenderSettings(Document& document);
 
-/// Sends the scene to a file, relative to the current folder; the suffix is added when it has none. Throws
-/// UsageError for another suffix than ".qzs".
+/// Sends the scene to a file, relative to the current folder; the suffix is added when it has none, and
+/// folders that aren't there are made. Throws UsageError for another suffix than ".qzs", HostError when a
+/// folder can't be made.
 void exportTo(VideoPost& settings, const std::string& file);
 
 /// Makes the export an animation over the document's frames, both ends inclusive.
 void exportFrames(Document& document, VideoPost& settings, std::pair<int32_t, int32_t> frames);
 
-/// Moves the document with all that is animated to a frame.
-void goToFrame(Document& document, int32_t frame);
+/// Makes the export one of this frame alone: moves the document there with all that is animated.
+void exportFrame(Document& document, int32_t frame);
 
 /// "7"; throws UsageError.
 int32_t parseFrame(const std::string& text);

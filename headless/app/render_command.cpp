@@ -27,8 +27,11 @@ std::chrono::milliseconds parseSeconds(const std::string& text) {
 
 void applyArguments(Host& host, const Arguments& arguments) {
     Document& document = *host.document();
+    if (arguments.value("--frame") && arguments.value("--frames")) {
+        throw UsageError("--frame and --frames exclude each other");
+    }
     if (const std::optional<std::string> frame = arguments.value("--frame")) {
-        goToFrame(document, parseFrame(*frame));
+        exportFrame(document, parseFrame(*frame));
     }
     if (const std::optional<std::string> file = arguments.value("--to")) {
         exportTo(requireRenderSettings(document), *file);

@@ -44,7 +44,7 @@ Ref<SceneNodeRoot> SceneExporter::exportScene() {
     exportLayers(*this);
     includingPlanes.clear();
     excludingPlanes.clear();
-    print(::String("Processing time: ") + longTimeText(start));
+    print(::String("Processing time: ") + longTimeText(secondsSince(start)));
     // The caller writes the file only after these lines: the time between them is that of nothing.
     start = GeGetMilliSeconds();
     print(::String("Saved scene to: ") + context->sceneDirectory.GetString() + "\\" + sceneFileName);

@@ -21,8 +21,7 @@ inline String shortTimeText(uint32_t start) {
 }
 
 /// "2 m, 1.234 s"
-inline String longTimeText(uint32_t start) {
-    const float seconds = secondsSince(start);
+inline String longTimeText(float seconds) {
     const double minutes = std::floor(static_cast<double>(seconds * 0.016666668f));
     const double rest = static_cast<double>(seconds) - 60.0 * minutes;
     return LongToString(static_cast<int64_t>(minutes)) + " m, " + RealToString(rest, -1, 3, '0') + " s";

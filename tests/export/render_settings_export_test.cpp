@@ -59,12 +59,15 @@ TEST_F(RenderSettingsExportTest, ModesSetTheirFlags) {
         {RS_MODE_DEPTH, "depth_pass "},
         {7, ""},
     };
+    const auto modeFlags = [this] {
+        return flags(exportSettings(),
+                     {"metropolis", "bidirectional", "material_id_tracer", "shadow_pass", "depth_pass"});
+    };
+    data.RemoveData(RS_MODE);
+    EXPECT_EQ(modeFlags(), "") << "without a mode";
     for (const auto& [mode, expected] : cases) {
         data.SetLong(RS_MODE, mode);
-        EXPECT_EQ(flags(exportSettings(),
-                        {"metropolis", "bidirectional", "material_id_tracer", "shadow_pass", "depth_pass"}),
-                  expected)
-            << mode;
+        EXPECT_EQ(modeFlags(), expected) << mode;
     }
 }
 

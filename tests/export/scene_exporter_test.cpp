@@ -10,6 +10,7 @@
 #include "scene/materials/oren_nayar_material.h"
 #include "scene/scene_node_metadata.h"
 #include "scene/wavelength_dependent_param.h"
+#include "scene/wavelength_independent_param.h"
 
 namespace {
 
@@ -113,6 +114,19 @@ TEST_F(SceneExporterTest, DefaultMaterialIsGreyOrClay) {
     exportScene();
     const auto& clay = dynamic_cast<const Quenza::OrenNayarMaterial&>(*defaultMaterial().material);
     EXPECT_EQ(colourOf(clay.albedo).rgb, (Quenza::Vec3d{double(0.71f), double(0.62f), double(0.53f)}));
+    EXPECT_EQ(colourOf(clay.albedo).gamma, 2.2);
+    EXPECT_EQ(dynamic_cast<const Quenza::ConstantWavelengthIndependentParam&>(*clay.sigma).value, 0.3);
+}
+
+TEST(TimeText, HasMinutesAndThreeDecimals) {
+    const struct {
+        uint32_t milliseconds;
+        const char* text;
+    } cases[] = {
+        {0, "0 m, 0.000 s"}, {1234, "0 m, 1.234 s"}, {61500, "1 m, 1.500 s"}, {7259999, "120 m, 59.999 s"}};
+    for (const auto& test : cases) {
+        EXPECT_EQ(longTimeText(static_cast<float>(test.milliseconds) * 0.001f), test.text);
+    }
 }
 
 TEST_F(SceneExporterTest, FrameEntersTheFileNameOfAnAnimation) {
@@ -166,12 +180,15 @@ TEST_F(SceneExporterTest, UnitComesFromTheVideoPostOrTheHost) {
     BaseContainer& settings = *disabled->GetNext()->GetDataInstance();
     EXPECT_EQ(makeContext().renderSettings, &settings);
     EXPECT_EQ(makeContext().sceneScale, 0.01f); // the default of a container without the number
+    settings.SetLong(RS_UNIT, RS_UNIT_CUSTOM);
+    EXPECT_EQ(makeContext().sceneScale, 0.0f) << "custom without a scale";
     settings.SetReal(RS_CUSTOM_UNIT_SCALE, 2.5f);
-    for (const auto& [unit, metres] : {std::pair(RS_UNIT_KM, 1000.0f),
+    for (const auto& [unit, metres] : {std::pair(int32_t(RS_UNIT_KM), 1000.0f),
                                        {RS_UNIT_M, 1.0f},
                                        {RS_UNIT_CM, 0.01f},
                                        {RS_UNIT_MM, 0.001f},
-                                       {RS_UNIT_CUSTOM, 2.5f}}) {
+                                       {RS_UNIT_CUSTOM, 2.5f},
+                                       {7, 1.0f}}) {
         settings.SetLong(RS_UNIT, unit);
         EXPECT_EQ(makeContext().sceneScale, metres) << unit;
     }

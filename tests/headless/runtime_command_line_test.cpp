@@ -51,7 +51,7 @@ TEST(ArgumentsTest, TellsWhatIsWrong) {
         {{"--to", "x", "render"}, "There is no option --to"},
         {{"render", "a", "--to"}, "--to needs a value: --to FILE.qzs"},
         {{"render", "a", "--frame", "1", "--frame", "2"}, "--frame was given twice"},
-        {{"list", "plugin"}, "WHAT can't be plugin; is plugins meant?"},
+        {{"list", "plugin"}, "list takes plugins or descriptions, not plugin"},
     };
     for (const auto& test : cases) {
         EXPECT_EQ(thrownMessage<UsageError>([&] { parse(test.words); }), test.message);
