@@ -45,10 +45,9 @@ Ref<EmissionScale> makeEmissionScale(SceneNodeUID uid, const MeasureNumbers& num
 void addTagEmission(const ExportContext& context, SceneNodeModel& model, const BaseTag* lightTag) {
     const BaseContainer& data = *lightTag->GetDataInstance();
     if (data.GetBool(LIGHT_USE_EMISSION_SCALE)) {
-        model.emission_scales.push_back(
-            makeEmissionScale(context.lightMaterialUID, TAG_MEASURES,
-                              data.GetLong(LIGHT_EMISSION_SCALE_MEASURE, LIGHT_MEASURE_LUMINANCE),
-                              data.GetReal(LIGHT_EMISSION_SCALE_VALUE, 100.0f)));
+        model.emission_scales.push_back(makeEmissionScale(context.lightMaterialUID, TAG_MEASURES,
+                                                          data.GetLong(LIGHT_EMISSION_SCALE_MEASURE),
+                                                          data.GetReal(LIGHT_EMISSION_SCALE_VALUE, 100.0f)));
     }
     if (data.GetLong(LIGHT_USE_IES) == 1) {
         addIESProfile(model, context.lightMaterialUID, data.GetFilename(LIGHT_IES_FILE));

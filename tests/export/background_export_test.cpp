@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/background_export.h"
+#include "export/background_material.h"
+#include "export/base_emission.h"
 #include "export/emission_export.h"
 #include "export/exporter_fixture.h"
 #include "export/light_layers.h"
@@ -53,6 +55,23 @@ protected:
             *material<DiffuseMaterial>().base_emission);
         return dynamic_cast<const Spectrum&>(*param.spectrum);
     }
+    /// The kind of the emission's spectrum and its numbers, as they are named and ordered in the scene.
+    std::pair<std::string, std::vector<double>> emissionNumbers() const {
+        const auto& param = dynamic_cast<const Quenza::ConstantWavelengthDependentParam&>(
+            *material<DiffuseMaterial>().base_emission);
+        const Quenza::Spectrum* const spectrum = param.spectrum.getPointer();
+        if (const auto* const uniform = dynamic_cast<const Quenza::UniformSpectrum*>(spectrum)) {
+            return {"uniform", {uniform->value}};
+        }
+        if (const auto* const peak = dynamic_cast<const Quenza::PeakSpectrum*>(spectrum)) {
+            return {"peak", {peak->peak_min, peak->peak_width, peak->peak_value, peak->base_value}};
+        }
+        if (const auto* const body = dynamic_cast<const Quenza::BlackBodySpectrum*>(spectrum)) {
+            return {"blackbody", {body->temperature, body->gain}};
+        }
+        const auto& colour = dynamic_cast<const Quenza::RGBSpectrum&>(*spectrum);
+        return {"rgb", {colour.rgb.x, colour.rgb.y, colour.rgb.z, colour.gamma}};
+    }
     bool isEmpty() const { return !background().background_material && !background().emission_scale; }
     std::vector<std::string> layerNames() const {
         std::vector<std::string> names;
@@ -97,13 +116,13 @@ TEST_F(BackgroundExportTest, TheSunShinesAlongTheObjectsZAxis) {
     BaseObject* const parent = add(Onull, "parent");
     parent->SetMl({{}, {0, 1, 0}, {-1, 0, 0}, {0, 0, 1}});
     BaseObject* const sun = add(Onull, "sun", parent);
-    sun->SetMl({{9, 9, 9}, {1, 0, 0}, {0, 0, 1}, {0, -1, 0}});
+    sun->SetMl({{9, 9, 9}, {1, 0, 0}, {0, 0, 1}, {0.25f, -0.5f, 2}});
     settings.SetLink(RS_SUN_OBJECT, sun);
     settings.SetBool(RS_EXTRA_ATMOSPHERIC, true);
     settings.SetBool(RS_CAPTURED_SKY, true);
     exportScene();
-    // In the world the axis is (1, 0, 0): the sun stands on the other side.
-    EXPECT_EQ(material<SunSkyMaterial>().sundir, (Quenza::Vec3d{-1, 0, 0}));
+    // In the host's world the axis is (0.5, 0.25, 2): the sun stands on the other side.
+    EXPECT_EQ(material<SunSkyMaterial>().sundir, (Quenza::Vec3d{-0.5, -2, -0.25}));
     EXPECT_EQ(material<SunSkyMaterial>().model, "captured-simulation");
     EXPECT_TRUE(material<SunSkyMaterial>().extra_atmospheric);
 }
@@ -142,6 +161,7 @@ TEST_F(BackgroundExportTest, TheMaterialGivesItsEmissionAlone) {
     BaseMaterial* const shining = addShining();
     settings.SetLink(RS_BACKGROUND_LINK, shining);
     BaseContainer& data = *shining->GetDataInstance();
+    addLightOnLayer(3);
     data.SetVector(MAT_EMISSION_COLOUR, {1.0f, 0.5f, 0.0f});
     data.SetReal(MAT_EMISSION_BRIGHTNESS, 0.5f);
     data.SetReal(MAT_EMISSION_GAMMA, 1.25f);
@@ -151,8 +171,14 @@ TEST_F(BackgroundExportTest, TheMaterialGivesItsEmissionAlone) {
     EXPECT_EQ(emission<Quenza::RGBSpectrum>().gamma, 1.25);
     EXPECT_EQ(material<DiffuseMaterial>().name, "background_material");
     EXPECT_FALSE(material<DiffuseMaterial>().albedo);
-    EXPECT_EQ(context().layerMap, (Layers{{6, 0}}));
     EXPECT_FALSE(background().emission_scale);
+    EXPECT_EQ(context().layerMap, (Layers{{6, 0}, {3, 1}}));
+    EXPECT_EQ(material<DiffuseMaterial>().layer, 0);
+    for (const auto& [key, layer] : Layers{{3, 1}, {4, 2}, {6, 0}}) {
+        data.SetLong(MAT_EMISSION_LAYER, key);
+        const Quenza::Ref<Quenza::Material> exported = exportBackgroundMaterial(context(), shining);
+        EXPECT_EQ(dynamic_cast<const DiffuseMaterial&>(*exported).layer, layer) << key;
+    }
 
     data.SetLong(MAT_EMISSION_TYPE, MAT_SPECTRUM_TABULATED);
     data.SetBool(MAT_USE_EMISSION_SCALE, true);
@@ -175,6 +201,42 @@ TEST_F(BackgroundExportTest, TheMaterialGivesItsEmissionAlone) {
     EXPECT_EQ(background().emission_scale->measure, Quenza::EmissionScale::LUMINANCE);
     EXPECT_EQ(background().emission_scale->value, 5000.0);
     EXPECT_FALSE(background().emission_scale->getMaterialUID().isValid());
+}
+
+TEST_F(BackgroundExportTest, EachKindOfEmissionHasParametersOfItsOwn) {
+    BaseMaterial* const shining = addShining();
+    addVideoPost(RS_BACKGROUND_MATERIAL).SetLink(RS_BACKGROUND_LINK, shining);
+    BaseContainer& data = *shining->GetDataInstance();
+    data.SetReal(MAT_EMISSION_UNIFORM, 12.0f);
+    data.SetReal(MAT_EMISSION_PEAK_MIN, 450.0f);
+    data.SetReal(MAT_EMISSION_PEAK_WIDTH, 20.0f);
+    data.SetReal(MAT_EMISSION_PEAK_VALUE, 3.0f);
+    data.SetReal(MAT_EMISSION_BASE_VALUE, 0.125f);
+    data.SetReal(MAT_EMISSION_TEMPERATURE, 3200.0f);
+    data.SetReal(MAT_EMISSION_GAIN, 0.5f);
+    const struct {
+        int32_t kind;
+        const char* kindName;
+        std::vector<double> values;
+    } cases[] = {
+        {MAT_SPECTRUM_UNIFORM, "uniform", {12.0}},
+        {MAT_SPECTRUM_PEAK, "peak", {450.0, 20.0, 3.0, 0.125}},
+        {MAT_SPECTRUM_BLACKBODY, "blackbody", {3200.0, 0.5}},
+        {MAT_SPECTRUM_RGB, "rgb", {2.0, 1.0, 0.0, 1.5}},
+        {99, "rgb", {2.0, 1.0, 0.0, 1.5}},
+    };
+    data.SetVector(MAT_EMISSION_COLOUR, {1.0f, 0.5f, 0.0f});
+    data.SetReal(MAT_EMISSION_BRIGHTNESS, 2.0f);
+    data.SetReal(MAT_EMISSION_GAMMA, 1.5f);
+    for (const auto& test : cases) {
+        data.SetLong(MAT_EMISSION_TYPE, test.kind);
+        exportScene();
+        EXPECT_EQ(emissionNumbers(),
+                  (std::pair<std::string, std::vector<double>>(test.kindName, test.values)))
+            << test.kind;
+    }
+    data.SetBool(MAT_EMISSION_ENABLED, false);
+    EXPECT_FALSE(exportBaseEmission(data));
 }
 
 TEST_F(BackgroundExportTest, ModelsTakeTheEmissionOfTheirMaterialsThatAreInTheScene) {

@@ -8,6 +8,7 @@
 #include "headless/model/handles.h"
 #include "headless/model/object.h"
 #include "host/ids.h"
+#include "host/inexclude.h"
 #include "host/material.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/scene_node_render_settings.h"
@@ -233,20 +234,23 @@ TEST_F(LightExportTest, SpotLightsAreTinyPlanesThatFaceForwards) {
 TEST_F(LightExportTest, IESFilesOfTagsAndTheDefaultOfSpots) {
     const struct {
         int32_t type;
-        bool useIES;
+        int32_t useIES;
         std::vector<std::string> expected;
     } cases[] = {
-        {LIGHT_TYPE_SPOT, false, {DEFAULT_IES}},
-        {LIGHT_TYPE_SPOT, true, {"/lamps/street.ies"}},
-        {LIGHT_TYPE_AREA, false, {}},
-        {LIGHT_TYPE_AREA, true, {"/lamps/street.ies"}},
+        {LIGHT_TYPE_SPOT, 0, {DEFAULT_IES}},
+        {LIGHT_TYPE_SPOT, 1, {"/lamps/street.ies"}},
+        {LIGHT_TYPE_AREA, 0, {}},
+        {LIGHT_TYPE_AREA, 1, {"/lamps/street.ies"}},
+        // Only 1 adds the tag's file, while any other number than 0 keeps the default away.
+        {LIGHT_TYPE_SPOT, 2, {}},
+        {LIGHT_TYPE_AREA, 2, {}},
     };
     BaseObject* const light = addArea(LIGHT_AREADETAILS_SHAPE_RECTANGLE, {1, 1, 1});
     BaseContainer& tag = addLightTag(light);
     tag.SetFilename(LIGHT_IES_FILE, Filename("/lamps/street.ies"));
     for (const auto& test : cases) {
         light->GetDataInstance()->SetLong(LIGHT_TYPE, test.type);
-        tag.SetBool(LIGHT_USE_IES, test.useIES);
+        tag.SetLong(LIGHT_USE_IES, test.useIES);
         exportScene();
         EXPECT_EQ(iesFiles(onlyModel()), test.expected) << test.type << test.useIES;
     }
@@ -265,6 +269,10 @@ TEST_F(LightExportTest, EmissionScalesNameTheirMeasure) {
     exportScene();
     EXPECT_TRUE(onlyModel().emission_scales.empty());
     tag.SetBool(LIGHT_USE_EMISSION_SCALE, true);
+    exportScene();
+    ASSERT_EQ(onlyModel().emission_scales.size(), 1u);
+    EXPECT_EQ(onlyModel().emission_scales[0]->measure, EmissionScale().measure) << "not in the tag";
+    EXPECT_EQ(onlyModel().emission_scales[0]->value, 100.0) << "not in the tag";
     tag.SetReal(LIGHT_EMISSION_SCALE_VALUE, 850.0f);
     for (const auto& test : cases) {
         tag.SetLong(LIGHT_EMISSION_SCALE_MEASURE, test.number);
@@ -308,9 +316,32 @@ TEST_F(LightExportTest, LightsFollowTheCompositingFlagAndSectionPlanes) {
     addTag(light, PLUGINID_COMPOSITING_TAG)
         ->GetDataInstance()
         ->SetBool(COMPOSITING_INVISIBLE_TO_CAMERA, true);
+    BaseObject* const plane = add(PLUGINID_SECTION_PLANE, "plane");
+    InExcludeData list;
+    list.InsertObject(light, 0);
+    plane->GetDataInstance()->SetData(SECTION_OBJECTS, GeData(list));
+    plane->GetDataInstance()->SetBool(SECTION_CULL_GEOMETRY, true);
+    for (const bool withChildren : {false, true}) {
+        plane->GetDataInstance()->SetBool(SECTION_WITH_CHILDREN, withChildren);
+        exportScene();
+        EXPECT_TRUE(onlyModel().invisible_to_camera);
+        EXPECT_EQ(context().modelMap.at(light), onlyModel().getUID());
+        const auto planes = nodes<Quenza::SceneNodeSectionPlane>(Quenza::NODE_SECTION_PLANE);
+        ASSERT_EQ(planes.size(), 1u);
+        ASSERT_EQ(planes[0]->object_list.size(), 1u) << withChildren;
+        EXPECT_EQ(planes[0]->object_list[0], onlyModel().getUID()) << withChildren;
+    }
+}
+
+TEST_F(LightExportTest, ShapesOfPrimitivesStandStillHoweverTheirLightIsBlurred) {
+    BaseObject* const area = addArea(LIGHT_AREADETAILS_SHAPE_RECTANGLE, {1, 1, 1});
+    PolygonObject* const quad = addQuad("quad");
+    for (BaseObject* const object : {area, static_cast<BaseObject*>(quad)}) {
+        addTag(object, Tmotionblur)->GetDataInstance()->SetReal(MOTIONBLUR_STRENGTH, 1.0f);
+    }
     exportScene();
-    EXPECT_TRUE(onlyModel().invisible_to_camera);
-    EXPECT_EQ(context().modelMap.at(light), onlyModel().getUID());
+    EXPECT_EQ(model("Plane")->keyframes.size(), 1u);
+    EXPECT_GT(model("quad")->keyframes.size(), 1u);
 }
 
 TEST_F(LightExportTest, LayersAreNumberedInTheOrderOfTheirFirstUse) {

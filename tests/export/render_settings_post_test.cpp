@@ -204,6 +204,12 @@ TEST_F(RenderSettingsPage, ListsTheDevices) {
     gpuDevices() = {{"Right card", 0}};
     EXPECT_EQ(devices(), std::vector<std::string>{"0 Right card OpenCL"})
         << "lines of the last page are gone";
+    gpuDevices().clear();
+    for (const int32_t before : {-1, 1}) {
+        renew({{RS_GPU_DEVICE, before}});
+        EXPECT_EQ(devices(), std::vector<std::string>{});
+        EXPECT_EQ(data().GetLong(RS_GPU_DEVICE), 0) << before;
+    }
 }
 
 TEST_F(RenderSettingsPage, ListsNoDevicesOutsideADocument) {
