@@ -11,12 +11,6 @@
 
 namespace Quenza {
 
-namespace {
-
-const char* const CAMERA_TYPE_WORDS[] = {"thin-lens-perspective", "orthographic", "spherical"};
-
-} // namespace
-
 SceneNodeCamera::SceneNodeCamera() : aperture_shape(new ApertureCircular) {}
 
 Ref<SceneNode> SceneNodeCamera::clone() const {

@@ -8,6 +8,9 @@
 
 namespace Quenza {
 
+/// The values of SceneNodeCamera::CameraType in a scene file, in their order.
+inline constexpr const char* CAMERA_TYPE_WORDS[] = {"thin-lens-perspective", "orthographic", "spherical"};
+
 /// The thin-lens camera. A scene has at most one. Lengths are in metres.
 class SceneNodeCamera : public SceneNode {
 public:

@@ -8,67 +8,11 @@
 #include "scene/xml_elements.h"
 
 #include <cstdio>
+#include <variant>
 
 namespace Quenza {
 
 namespace {
-
-template <class Value>
-struct Default {
-    const char* key;
-    Value value;
-};
-
-constexpr Default<bool> BOOL_DEFAULTS[] = {
-    {"bidirectional", true},
-    {"verbose", false},
-    {"write_aperture_preview", false},
-    {"save_tonemapped_exr", false},
-    {"save_untonemapped_exr", false},
-    {"save_qzi", false},
-    {"save_png", true},
-    {"auto_choose_num_threads", true},
-    {"cache_trees", true},
-    {"metropolis", true},
-    {"hybrid", false},
-    {"logging", true},
-    {"watermark", false},
-    {"aperture_diffraction", false},
-    {"post_process_diffraction", true},
-    {"material_id_tracer", false},
-    {"render_foreground_alpha", false},
-    {"depth_pass", false},
-    {"shadow_pass", false},
-    {"info_overlay", false},
-    {"wait_for_slave_frames_on_stop", false},
-    {"close_gui_on_halt", false},
-    {"save_images_on_close", false},
-    {"glass_acceleration", false},
-    {"vignetting", true},
-    {"merging", true},
-    {"dithering", true},
-};
-
-constexpr Default<i32> INT_DEFAULTS[] = {
-    {"max_depth", 10000},
-    {"max_num_consec_rejections", 10000},
-    {"num_threads", 1},
-    {"width", 800},
-    {"height", 600},
-    {"super_sample_factor", 2},
-    {"bih_tri_threshold", 1100000},
-};
-
-constexpr Default<bool> LATE_BOOL_DEFAULTS[] = {
-    {"batched", false},
-    {"gpu", false},
-};
-
-constexpr Default<double> DOUBLE_DEFAULTS[] = {
-    {"halt_time", -1},           {"halt_samples_per_pixel", -1},
-    {"frame_upload_period", 40}, {"large_mutation_prob", 0.4},
-    {"max_change", 0.01},        {"image_save_period", 1800},
-};
 
 template <class Setting>
 const Setting& requireSetting(const Map<String, Ref<BaseSetting>>& settings, const String& key,
@@ -123,14 +67,8 @@ void writeDevice(OStream& stream, u32 depth, const GPUDeviceSettings& device) {
 SceneNodeRenderSettings::SceneNodeRenderSettings()
     : splat_filter(new SplatFilterFastBox), downsize_filter(new DownsizeFilterMNCubic),
       white_point(new WhitePoint) {
-    for (const Default<bool>& row : BOOL_DEFAULTS)
-        setBool(row.key, row.value);
-    for (const Default<i32>& row : INT_DEFAULTS)
-        setInt(row.key, row.value);
-    for (const Default<bool>& row : LATE_BOOL_DEFAULTS)
-        setBool(row.key, row.value);
-    for (const Default<double>& row : DOUBLE_DEFAULTS)
-        setDouble(row.key, row.value);
+    for (const SettingRow& row : DEFAULT_SETTING_ROWS)
+        setValue(row.key, row.value);
 }
 
 Ref<SceneNode> SceneNodeRenderSettings::clone() const {
@@ -214,6 +152,15 @@ void SceneNodeRenderSettings::setBool(const String& key, bool value) {
 
 void SceneNodeRenderSettings::setDouble(const String& key, double value) {
     settings.insert(key, new DoubleSetting(value));
+}
+
+void SceneNodeRenderSettings::setValue(const String& key, const SettingValue& value) {
+    if (const i32* number = std::get_if<i32>(&value))
+        setInt(key, *number);
+    else if (const bool* flag = std::get_if<bool>(&value))
+        setBool(key, *flag);
+    else
+        setDouble(key, std::get<double>(value));
 }
 
 void SceneNodeRenderSettings::ensureLayers(u64 count) {

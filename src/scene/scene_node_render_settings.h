@@ -5,6 +5,7 @@
 #include "scene/render_settings_parts.h"
 #include "scene/scene_node.h"
 #include "scene/setting.h"
+#include "scene/setting_rows.h"
 
 namespace Quenza {
 
@@ -29,6 +30,7 @@ public:
     void setInt(const String& key, i32 value);
     void setBool(const String& key, bool value);
     void setDouble(const String& key, double value);
+    void setValue(const String& key, const SettingValue& value);
 
     /// None of these may be null.
     void setSplatFilter(const Ref<SplatFilter>& filter) { splat_filter = filter; }
