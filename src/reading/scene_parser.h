@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/ref_counted.h"
+#include "foundation/string.h"
+#include "reading/parser_state.h"
+#include "scene/scene_node_render_settings.h"
+#include "scene/scene_node_root.h"
+
+class TiXmlElement;
+
+namespace Quenza {
+
+/// Reads a scene file into nodes. One parser serves one scene and one thread. Every failure is a
+/// QuenzaModelParserExcep; reading stops at the first.
+class QuenzaModelParser {
+public:
+    struct Context {
+        /// The renderer's folder, with `inifile.xml`; empty: there is no such layer of settings.
+        String base_directory;
+    };
+
+    /// Makes the scene of the file. References by UID are bound and mesh files loaded by
+    /// SceneNodeRoot::finalise alone. The root has background settings and settings, default ones if need be.
+    ///
+    /// Settings come in layers: the library's defaults, then `inifile.xml`, then the scene's, then
+    /// `extra_settings`, which is the inside of a `renderer_settings` element or empty.
+    void parseScene(Ref<SceneNodeRoot>& root, const String& scene_path, const Context& context,
+                    const String& extra_settings);
+
+    /// The settings of "<directory>/inifile.xml", only those that the file sets. The file has to be there.
+    Ref<SceneNodeRenderSettings> readIniFile(const String& directory);
+
+    /// Reads one child of `scene` and appends what it makes: no node, one, or several. An `include` gives the
+    /// nodes of all the files that it leads to. Nodes without a UID get theirs from the root that they are
+    /// added to. Also for the children of material files.
+    void parseElement(const TiXmlElement& element, NodeList& nodes);
+
+    /// For callers that read the document themselves: the folder of that file, for relative paths.
+    void setBaseDirectory(const String& directory) { state_.base_dir = directory; }
+
+    const ParserState& state() const { return state_; }
+
+private:
+    void parseElementUnchecked(const TiXmlElement& element, NodeList& nodes);
+
+    ParserState state_;
+};
+
+} // namespace Quenza
