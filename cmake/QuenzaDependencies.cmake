@@ -6,10 +6,14 @@ find_package(ZLIB)
 find_package(double-conversion)
 find_package(nlohmann_json)
 find_package(assimp)
+find_package(embree 3 CONFIG)
+find_package(OpenEXR CONFIG)
+find_package(PNG)
+find_path(STB_INCLUDE_DIR stb/stb_image.h)
 find_path(TINYXML_INCLUDE_DIR tinyxml.h)
 find_library(TINYXML_LIBRARY tinyxml)
 if(NOT (ZLIB_FOUND AND double-conversion_FOUND AND nlohmann_json_FOUND AND assimp_FOUND AND TINYXML_INCLUDE_DIR
-        AND TINYXML_LIBRARY))
+        AND TINYXML_LIBRARY AND embree_FOUND AND OpenEXR_FOUND AND PNG_FOUND AND STB_INCLUDE_DIR))
   message(FATAL_ERROR "A library is missing (see the lines above). ${QUENZA_SETUP_HINT}")
 endif()
 
@@ -17,6 +21,10 @@ add_library(tinyxml INTERFACE)
 target_include_directories(tinyxml SYSTEM INTERFACE ${TINYXML_INCLUDE_DIR})
 target_link_libraries(tinyxml INTERFACE ${TINYXML_LIBRARY})
 target_compile_definitions(tinyxml INTERFACE TIXML_USE_STL)
+
+# Headers that stand alone; one source of the engine holds the implementation.
+add_library(stb INTERFACE)
+target_include_directories(stb SYSTEM INTERFACE ${STB_INCLUDE_DIR})
 
 find_package(Threads REQUIRED)
 
