@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "reading/white_point_parser.h"
+
+#include "foundation/exceptions.h"
+#include "reading/parser_state.h"
+#include "reading/xml_values.h"
+#include "scene/scene_node_render_settings.h"
+
+#include <string>
+#include <string_view>
+#include <tinyxml.h>
+
+namespace Quenza {
+
+namespace {
+
+namespace xml = SceneParseUtils;
+
+constexpr std::string_view WHITESPACE = " \t\r\n";
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(WHITESPACE);
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(WHITESPACE) - first + 1);
+}
+
+Ref<WhitePoint> toWhitePoint(const Vec2d& chromaticity) {
+    return new WhitePoint(chromaticity.x, chromaticity.y);
+}
+
+} // namespace
+
+Ref<WhitePoint> parseWhitePoint(const TiXmlElement& element) {
+    constexpr const char* names[] = {"chromaticity_coordinates"};
+    xml::checkChildrenAreInOnce(element, names);
+    if (xml::optionalChildElement(element, names[0]))
+        return toWhitePoint(xml::parseVec2(element, names[0]));
+    const std::string text = xml::elementText(element);
+    const std::string_view words = trimmed(text);
+    // A name is a single word; "9300" is one of them.
+    if (words.find_first_of(WHITESPACE) != std::string_view::npos)
+        return toWhitePoint(xml::parseVec2Text(element));
+    try {
+        return whitePointFromName(String(words));
+    } catch (const QuenzaException& e) {
+        throwParserError(e.what(), element);
+    }
+}
+
+} // namespace Quenza
