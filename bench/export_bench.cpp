@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "export/mesh_hash.h"
 #include "export/scene_exporter.h"
-#include "export/text.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 #include "headless/runtime/host.h"
+#include "shared/text.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>

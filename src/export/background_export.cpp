@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "export/background_export.h"
 
-#include "export/background_material.h"
 #include "export/emission_export.h"
-#include "export/light_layers.h"
-#include "export/material_ids.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
 #include "export/scene_exporter.h"
-#include "export/scene_space.h"
-#include "export/spectra.h"
 #include "host/material.h"
+#include "materials/background_material.h"
+#include "materials/material_ids.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/materials/sun_sky_material.h"
 #include "scene/render_settings_parts.h"
 #include "scene/scene_node_background_settings.h"
+#include "shared/light_layers.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
+#include "shared/scene_space.h"
+#include "shared/spectra.h"
 
 using namespace Quenza;
 

@@ -3,12 +3,12 @@
 
 #include "export/camera_image_settings.h"
 #include "export/motion_blur.h"
-#include "export/parameter_ids.h"
-#include "export/scene_space.h"
-#include "export/text.h"
 #include "host/general.h"
 #include "host/ids.h"
 #include "host/object.h"
+#include "shared/parameter_ids.h"
+#include "shared/scene_space.h"
+#include "shared/text.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "export/export_context.h"
 #include "scene/scene_node_camera.h"
 #include "scene/scene_node_render_settings.h"
+#include "shared/export_context.h"
 
 /// Fills the camera from the scene camera of the active view and its camera tag, and the settings that the
 /// tag holds: image size, filters, white point, region, overlays and diffraction. `settingsNode` may be null:

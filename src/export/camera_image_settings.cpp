@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/camera_image_settings.h"
 
-#include "export/parameter_ids.h"
+#include "shared/parameter_ids.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "export/export_context.h"
 #include "scene/scene_node_render_settings.h"
+#include "shared/export_context.h"
 
 /// Writes what the camera tag says about the image, and the image's size, to the settings. Without a tag
 /// filters, region and overlays stay as the node has them.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "export/default_materials.h"
 
-#include "export/add_material.h"
 #include "export/scene_exporter.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/materials/null_material.h"
@@ -9,6 +8,7 @@
 #include "scene/spectrum.h"
 #include "scene/wavelength_dependent_param.h"
 #include "scene/wavelength_independent_param.h"
+#include "shared/add_material.h"
 
 using namespace Quenza;
 

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "export/emission_export.h"
 
-#include "export/export_context.h"
-#include "export/material_ids.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_state.h"
-#include "export/text.h"
 #include "foundation/file_utils.h"
 #include "host/material.h"
 #include "host/tag.h"
+#include "materials/material_ids.h"
+#include "shared/export_context.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_state.h"
+#include "shared/text.h"
 
 using Quenza::EmissionScale;
 using Quenza::IESProfile;

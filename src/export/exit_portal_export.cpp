@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "export/exit_portal_export.h"
 
-#include "export/add_material.h"
 #include "export/model_export.h"
 #include "export/model_transform.h"
 #include "export/scene_exporter.h"
 #include "scene/materials/exit_portal_material.h"
+#include "shared/add_material.h"
 
 #include <vector>
 

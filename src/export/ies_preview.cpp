@@ -1,12 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/ies_preview.h"
 
-#include "export/add_material.h"
 #include "export/emission_export.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_state.h"
-#include "export/spectra.h"
-#include "export/text.h"
 #include "foundation/file_utils.h"
 #include "foundation/platform.h"
 #include "host/document.h"
@@ -18,6 +13,11 @@
 #include "scene/scene_node_model.h"
 #include "scene/scene_node_render_settings.h"
 #include "scene/scene_node_tonemapping.h"
+#include "shared/add_material.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_state.h"
+#include "shared/spectra.h"
+#include "shared/text.h"
 
 #include <exception>
 

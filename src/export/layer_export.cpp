@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "export/layer_export.h"
 
-#include "export/parameter_ids.h"
 #include "export/scene_exporter.h"
-#include "export/text.h"
 #include "scene/scene_node_render_settings.h"
+#include "shared/parameter_ids.h"
+#include "shared/text.h"
 
 namespace {
 

@@ -5,13 +5,13 @@
 #include "export/light_material.h"
 #include "export/light_shape.h"
 #include "export/model_export.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
 #include "export/polygon_export.h"
 #include "export/scene_exporter.h"
 #include "export/sphere_export.h"
 #include "host/ids.h"
 #include "host/tag.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
 
 namespace {
 

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "export/light_material.h"
 
-#include "export/add_material.h"
-#include "export/light_layers.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
 #include "export/scene_exporter.h"
-#include "export/spectra.h"
 #include "host/ids.h"
 #include "host/tag.h"
 #include "scene/materials/diffuse_material.h"
+#include "shared/add_material.h"
+#include "shared/light_layers.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
+#include "shared/spectra.h"
 
 using Quenza::Ref;
 using Quenza::Spectrum;

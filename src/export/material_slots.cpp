@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "export/material_slots.h"
 
-#include "export/export_context.h"
 #include "export/texture_tags.h"
 #include "host/ids.h"
 #include "host/material.h"
+#include "shared/export_context.h"
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 
 #include "export/exact_merge.h"
 #include "export/mesh_arrays.h"
-#include "export/scene_space.h"
 #include "scene/mesh.h"
+#include "shared/scene_space.h"
 
 #include <limits>
 

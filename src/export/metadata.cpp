@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "export/metadata.h"
 
-#include "export/text.h"
 #include "export/version.h"
 #include "host/general.h"
 #include "scene/scene_node_metadata.h"
 #include "scene/scene_node_root.h"
+#include "shared/text.h"
 
 namespace {
 

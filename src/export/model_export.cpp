@@ -4,7 +4,7 @@
 #include "export/model_transform.h"
 #include "export/motion_blur.h"
 #include "export/scene_exporter.h"
-#include "export/text.h"
+#include "shared/text.h"
 
 using Quenza::Ref;
 using Quenza::SceneNodeModel;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/model_transform.h"
 
-#include "export/scene_space.h"
+#include "shared/scene_space.h"
 
 Quenza::KeyFrame staticKeyframe(const Matrix& matrix, float sceneScale) {
     return {toSceneSpaceDouble(matrix.off * sceneScale), 0.0, {0.0, 0.0, 1.0}, 0.0};

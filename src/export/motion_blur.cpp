@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "export/motion_blur.h"
 
-#include "export/export_context.h"
-#include "export/scene_space.h"
 #include "host/general.h"
 #include "host/ids.h"
 #include "host/object.h"
 #include "host/tag.h"
+#include "shared/export_context.h"
+#include "shared/scene_space.h"
 
 #include <algorithm>
 #include <cmath>

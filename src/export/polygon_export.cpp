@@ -5,12 +5,12 @@
 #include "export/exit_portal_export.h"
 #include "export/mesh_hash.h"
 #include "export/model_export.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
 #include "export/scene_exporter.h"
 #include "host/ids.h"
 #include "host/tag.h"
 #include "scene/scene_node_mesh.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "export/render_settings_export.h"
 
-#include "export/export_context.h"
 #include "export/gpu_devices.h"
-#include "export/parameter_ids.h"
-#include "export/text.h"
+#include "shared/export_context.h"
+#include "shared/parameter_ids.h"
+#include "shared/text.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "export/render_settings_post.h"
 
-#include "export/described_data.h"
 #include "export/gpu_devices.h"
-#include "export/material_ids.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
-#include "export/plugin_state.h"
 #include "host/general.h"
 #include "host/ids.h"
+#include "materials/material_ids.h"
+#include "shared/described_data.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
+#include "shared/plugin_state.h"
 
 #include <memory>
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "export/export_context.h"
 #include "export/mesh_convert.h"
 #include "host/atomarray.h"
 #include "host/general.h"
@@ -9,6 +8,7 @@
 #include "scene/render_settings_parts.h"
 #include "scene/scene_node_root.h"
 #include "scene/scene_node_section_plane.h"
+#include "shared/export_context.h"
 
 #include <exception>
 #include <memory>

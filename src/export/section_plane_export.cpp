@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "export/section_plane_export.h"
 
-#include "export/parameter_ids.h"
 #include "export/scene_exporter.h"
-#include "export/scene_space.h"
 #include "host/inexclude.h"
+#include "shared/parameter_ids.h"
+#include "shared/scene_space.h"
 
 void exportSectionPlane(SceneExporter& exporter, const BaseObject* object, const Matrix& matrix) {
     const BaseContainer* const data = object->GetDataInstance();

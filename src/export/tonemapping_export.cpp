@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "export/tonemapping_export.h"
 
-#include "export/parameter_ids.h"
 #include "export/response_functions.h"
 #include "host/general.h"
+#include "shared/parameter_ids.h"
 
 using namespace Quenza;
 

@@ -2,16 +2,16 @@
 #include "export/traversal.h"
 
 #include "export/light_export.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
 #include "export/polygon_export.h"
 #include "export/scene_exporter.h"
-#include "export/scene_space.h"
 #include "export/section_plane_export.h"
 #include "export/sphere_export.h"
 #include "export/traversal_progress.h"
 #include "host/ids.h"
 #include "host/tag.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
+#include "shared/scene_space.h"
 
 #include <vector>
 

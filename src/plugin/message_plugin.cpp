@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/message_plugin.h"
 
-#include "export/plugin_ids.h"
 #include "host/dialog.h"
 #include "host/general.h"
+#include "shared/plugin_ids.h"
 
 #include <memory>
 

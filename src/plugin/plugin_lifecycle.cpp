@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/plugin_lifecycle.h"
 
-#include "export/plugin_state.h"
 #include "export/version.h"
 #include "host/ids.h"
 #include "host/tables.h"
@@ -9,6 +8,7 @@
 #include "plugin/registrations.h"
 #include "plugin/runtime_library.h"
 #include "render/launch.h"
+#include "shared/plugin_state.h"
 
 #include <new>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/preview_scenes.h"
 
-#include "export/plugin_ids.h"
-#include "export/plugin_state.h"
-#include "export/text.h"
 #include "foundation/file_utils.h"
 #include "host/general.h"
+#include "shared/plugin_ids.h"
+#include "shared/plugin_state.h"
+#include "shared/text.h"
 
 void addPreviewScenes() {
     if (!pluginState().pluginPath) {

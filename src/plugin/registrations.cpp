@@ -3,7 +3,6 @@
 
 #include "export/objects/instance_object.h"
 #include "export/objects/section_plane_object.h"
-#include "export/plugin_ids.h"
 #include "export/render_settings_post.h"
 #include "export/tags/camera_tag.h"
 #include "export/tags/compositing_tag.h"
@@ -15,6 +14,7 @@
 #include "plugin/message_plugin.h"
 #include "plugin/separator_command.h"
 #include "render/render_command.h"
+#include "shared/plugin_ids.h"
 
 #include <memory>
 

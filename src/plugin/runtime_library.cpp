@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/runtime_library.h"
 
-#include "export/plugin_state.h"
 #include "host/general.h"
 #include "render/renderer_location.h"
+#include "shared/plugin_state.h"
 
 #include <cerrno>
 

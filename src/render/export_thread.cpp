@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "render/export_thread.h"
 
-#include "export/export_context.h"
 #include "export/frame_file_name.h"
 #include "export/scene_exporter.h"
 #include "export/status_progress.h"
-#include "export/text.h"
 #include "foundation/exceptions.h"
 #include "host/general.h"
 #include "render/render_job.h"
 #include "render/render_queue.h"
 #include "render/renderer_location.h"
+#include "shared/export_context.h"
+#include "shared/text.h"
 
 #include <cmath>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "render/launch.h"
 
-#include "export/text.h"
 #include "foundation/platform.h"
 #include "host/general.h"
 #include "render/renderer_location.h"
+#include "shared/text.h"
 
 #include <cmath>
 

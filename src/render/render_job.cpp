@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "render/render_job.h"
 
-#include "export/parameter_ids.h"
 #include "host/general.h"
 #include "host/ids.h"
+#include "shared/parameter_ids.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "render/renderer_location.h"
 
-#include "export/plugin_state.h"
-#include "export/text.h"
 #include "foundation/file_utils.h"
 #include "foundation/platform.h"
 #include "host/general.h"
 #include "render/settings_file.h"
+#include "shared/plugin_state.h"
+#include "shared/text.h"
 
 #include <exception>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "render/xml_file.h"
 
-#include "export/text.h"
 #include "foundation/file_utils.h"
 #include "foundation/safe_file.h"
+#include "shared/text.h"
 
 #include <tinyxml.h>
 

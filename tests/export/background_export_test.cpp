@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "export/background_export.h"
-#include "export/background_material.h"
-#include "export/base_emission.h"
 #include "export/emission_export.h"
 #include "export/exporter_fixture.h"
-#include "export/light_layers.h"
-#include "export/material_ids.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
 #include "host/ids.h"
 #include "host/material.h"
+#include "materials/background_material.h"
+#include "materials/base_emission.h"
+#include "materials/material_ids.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/materials/sun_sky_material.h"
 #include "scene/scene_node_background_settings.h"
 #include "scene/scene_node_render_settings.h"
 #include "scene/wavelength_dependent_param.h"
+#include "shared/light_layers.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
 
 using Quenza::DiffuseMaterial;
 using Quenza::SunSkyMaterial;

@@ -2,13 +2,13 @@
 #include "export/tags/camera_tag.h"
 
 #include "export/exporter_fixture.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
 #include "headless/model/document.h"
 #include "headless/model/handles.h"
 #include "headless/model/view.h"
 #include "host/basedraw.h"
 #include "host/ids.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "export/exporter_fixture.h"
 
-#include "export/plugin_ids.h"
 #include "headless/build/caches.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 #include "host/ids.h"
 #include "host/material.h"
+#include "shared/plugin_ids.h"
 
 #include <unistd.h>
 

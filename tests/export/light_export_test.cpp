@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "export/exporter_fixture.h"
-#include "export/light_layers.h"
-#include "export/material_ids.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
-#include "export/plugin_state.h"
 #include "headless/model/handles.h"
 #include "headless/model/object.h"
 #include "host/ids.h"
 #include "host/inexclude.h"
 #include "host/material.h"
+#include "materials/material_ids.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/scene_node_render_settings.h"
 #include "scene/scene_node_section_plane.h"
 #include "scene/scene_node_sphere.h"
 #include "scene/wavelength_dependent_param.h"
+#include "shared/light_layers.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
+#include "shared/plugin_state.h"
 
 using Quenza::EmissionScale;
 using Quenza::SceneNodeModel;

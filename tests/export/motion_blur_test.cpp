@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "export/exporter_fixture.h"
 #include "export/motion_blur.h"
-#include "export/scene_space.h"
 #include "headless/model/handles.h"
 #include "headless/model/object.h"
 #include "headless/model/track.h"
@@ -10,6 +9,7 @@
 #include "host/tables.h"
 #include "scene/scene_node_sphere.h"
 #include "scene/transform_path.h"
+#include "shared/scene_space.h"
 
 #include <algorithm>
 #include <cmath>

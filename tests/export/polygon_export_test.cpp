@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "export/exporter_fixture.h"
 #include "export/mesh_hash.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
 #include "headless/model/handles.h"
 #include "host/ids.h"
 #include "host/material.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
 
 #include <cstring>
 #include <zlib.h>

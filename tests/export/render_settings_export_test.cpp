@@ -4,8 +4,8 @@
 #include "export/exporter_fixture.h"
 #include "export/gpu_devices.h"
 #include "export/layer_export.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
 
 namespace {
 

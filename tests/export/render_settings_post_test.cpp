@@ -2,9 +2,6 @@
 #include "export/render_settings_post.h"
 
 #include "export/gpu_devices.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
-#include "export/plugin_state.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 #include "headless/resources/resource_folder.h"
@@ -13,6 +10,9 @@
 #include "host/description.h"
 #include "host/ids.h"
 #include "host/tables.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
+#include "shared/plugin_state.h"
 
 #include <gtest/gtest.h>
 #include <set>

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "export/exporter_fixture.h"
 #include "export/frame_file_name.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
-#include "export/scene_unit.h"
 #include "export/time_text.h"
 #include "host/ids.h"
 #include "scene/materials/diffuse_material.h"
@@ -11,6 +8,9 @@
 #include "scene/scene_node_metadata.h"
 #include "scene/wavelength_dependent_param.h"
 #include "scene/wavelength_independent_param.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
+#include "shared/scene_unit.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include "export/tonemapping_export.h"
 
 #include "export/exporter_fixture.h"
-#include "export/parameter_ids.h"
+#include "shared/parameter_ids.h"
 
 namespace {
 

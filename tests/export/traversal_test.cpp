@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "export/exporter_fixture.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
 #include "headless/model/handles.h"
 #include "headless/model/layer.h"
 #include "host/ids.h"
 #include "host/inexclude.h"
 #include "scene/scene_node_section_plane.h"
 #include "scene/scene_node_sphere.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
 
 namespace {
 

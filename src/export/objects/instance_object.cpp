@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "export/objects/instance_object.h"
 
-#include "export/described_data.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
 #include "host/basedraw.h"
 #include "host/document.h"
 #include "host/ids.h"
+#include "shared/described_data.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
 
 #include <utility>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "export/objects/section_plane_object.h"
 
-#include "export/described_data.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
 #include "host/basedraw.h"
 #include "host/inexclude.h"
+#include "shared/described_data.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
 
 namespace {
 /// Half the side of the square that stands for the endless plane in the view, in document units.

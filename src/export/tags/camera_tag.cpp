@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "export/tags/camera_tag.h"
 
-#include "export/described_data.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
 #include "host/basedraw.h"
 #include "host/document.h"
 #include "host/ids.h"
 #include "host/tag.h"
+#include "shared/described_data.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "export/tags/exit_portal_tag.h"
 
-#include "export/described_data.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
+#include "shared/described_data.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
 
 bool ExitPortalTag::Init(BaseList2D* node) {
     node->GetDataInstance()->SetBool(EXIT_PORTAL_ENABLED, true);

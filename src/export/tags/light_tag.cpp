@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "export/tags/light_tag.h"
 
-#include "export/described_data.h"
 #include "export/ies_preview.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
-#include "export/plugin_state.h"
+#include "shared/described_data.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
+#include "shared/plugin_state.h"
 
 bool LightTag::Init(BaseList2D* node) {
     BaseContainer* const data = node->GetDataInstance();

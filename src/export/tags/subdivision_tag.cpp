@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "export/tags/subdivision_tag.h"
 
-#include "export/described_data.h"
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
+#include "shared/described_data.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
 
 bool SubdivisionTag::Init(BaseList2D* node) {
     // The pixel threshold has no initial value; an export reads 0 where it's missing.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "export/sampled_motion.h"
+#include "shared/sampled_motion.h"
 
 #include "host/object.h"
 

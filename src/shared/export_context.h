@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "export/sampled_motion.h"
 #include "foundation/string.h"
 #include "foundation/uid.h"
 #include "foundation/vector.h"
@@ -9,6 +8,7 @@
 #include "host/filename.h"
 #include "scene/scene_node_material.h"
 #include "scene/scene_node_medium.h"
+#include "shared/sampled_motion.h"
 
 #include <map>
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "export/background_material.h"
+#include "materials/background_material.h"
 
-#include "export/base_emission.h"
-#include "export/export_context.h"
-#include "export/light_layers.h"
-#include "export/material_ids.h"
-#include "export/plugin_ids.h"
 #include "host/material.h"
+#include "materials/base_emission.h"
+#include "materials/material_ids.h"
 #include "scene/materials/diffuse_material.h"
+#include "shared/export_context.h"
+#include "shared/light_layers.h"
+#include "shared/plugin_ids.h"
 
 Quenza::Ref<Quenza::Material> exportBackgroundMaterial(ExportContext& context, const BaseMaterial* material) {
     if (material->GetType() != PLUGINID_MATERIAL) {

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "export/export_context.h"
+#include "shared/export_context.h"
 
-#include "export/parameter_ids.h"
-#include "export/plugin_ids.h"
-#include "export/scene_unit.h"
-#include "export/text.h"
 #include "foundation/platform.h"
 #include "host/basedraw.h"
 #include "host/general.h"
 #include "host/ids.h"
 #include "host/object.h"
 #include "host/tag.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
+#include "shared/scene_unit.h"
+#include "shared/text.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "export/base_emission.h"
+#include "materials/base_emission.h"
 
-#include "export/material_ids.h"
-#include "export/spectra.h"
+#include "materials/material_ids.h"
+#include "shared/spectra.h"
 
 using Quenza::Ref;
 using Quenza::Spectrum;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "export/scene_unit.h"
+#include "shared/scene_unit.h"
 
-#include "export/parameter_ids.h"
 #include "host/general.h"
 #include "host/ids.h"
+#include "shared/parameter_ids.h"
 
 float unitToMetres(const BaseContainer* renderSettings) {
     if (!renderSettings) {

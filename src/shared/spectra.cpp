@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "export/spectra.h"
+#include "shared/spectra.h"
 
 #include "foundation/string_utils.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "export/plugin_state.h"
+#include "shared/plugin_state.h"
 
 PluginState& pluginState() {
     static PluginState state;
