@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/types.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace engine {
+
+/// Rows from the top, three floats a pixel.
+struct FloatImage {
+    FloatImage() = default;
+    FloatImage(Quenza::u32 w, Quenza::u32 h) : width(w), height(h), rgb(size_t(w) * h * 3) {}
+
+    float* pixel(Quenza::u32 x, Quenza::u32 y) { return &rgb[(size_t(y) * width + x) * 3]; }
+    const float* pixel(Quenza::u32 x, Quenza::u32 y) const { return &rgb[(size_t(y) * width + x) * 3]; }
+
+    Quenza::u32 width = 0;
+    Quenza::u32 height = 0;
+    std::vector<float> rgb;
+};
+
+/// Reads a PNG, JPEG, TGA, BMP, HDR or EXR file, told apart by their content. Files of 8 or 16 bits give
+/// their stored values as 0 to 1, with no gamma undone; alpha is dropped, grey is spread over the three
+/// channels.
+///
+/// Null with the reason in `fault` when there is no such file, it is damaged, or it claims more pixels than
+/// its bytes can hold or than MAX_IMAGE_PIXELS.
+std::shared_ptr<const FloatImage> loadImage(const std::string& path, std::string& fault);
+
+inline constexpr Quenza::u64 MAX_IMAGE_PIXELS = Quenza::u64(1) << 26;
+
+} // namespace engine
