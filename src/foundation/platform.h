@@ -7,6 +7,7 @@
 #include "foundation/vector.h"
 
 #include <cstdio>
+#include <string_view>
 
 /// What the operating system gives. All paths and texts are UTF-8; on Windows they pass through the wide
 /// form.
@@ -75,5 +76,10 @@ std::FILE* openFile(const String& path, const char* mode);
 /// Size of an open file in bytes, or -1.
 i64 openFileSize(std::FILE* file);
 bool seekFile(std::FILE* file, i64 offset);
+
+/// Lets a whole ordinary file be read as memory, most likely from its start to its end. False on failure, and
+/// for what is no ordinary file. Empty bytes need no unmapping, but may have it.
+bool mapFile(const String& path, std::string_view& bytes);
+void unmapFile(std::string_view bytes) noexcept;
 
 } // namespace Quenza::PlatformUtils

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <dirent.h>
+#include <fcntl.h>
 #include <fstream>
 #include <memory>
 #include <pwd.h>
@@ -177,6 +178,30 @@ i64 openFileSize(std::FILE* file) {
 
 bool seekFile(std::FILE* file, i64 offset) {
     return fseeko(file, offset, SEEK_SET) == 0;
+}
+
+bool mapFile(const String& path, std::string_view& bytes) {
+    // Without O_NONBLOCK the opening of a pipe would wait for somebody to write to it.
+    const int file = open(path.toStdString().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0)
+        return false;
+    struct stat status;
+    const bool ordinary = fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+    const std::size_t size = ordinary ? std::size_t(status.st_size) : 0;
+    // No file of no bytes can be mapped.
+    void* const start = size > 0 ? mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0) : nullptr;
+    close(file);
+    if (!ordinary || start == MAP_FAILED)
+        return false;
+    if (start)
+        madvise(start, size, MADV_SEQUENTIAL); // only advice
+    bytes = std::string_view(static_cast<const char*>(start), size);
+    return true;
+}
+
+void unmapFile(std::string_view bytes) noexcept {
+    if (!bytes.empty())
+        munmap(const_cast<char*>(bytes.data()), bytes.size());
 }
 
 } // namespace PlatformUtils

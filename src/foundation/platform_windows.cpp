@@ -11,6 +11,7 @@
 #include <io.h>
 #include <malloc.h>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #ifndef NOMINMAX
@@ -190,6 +191,34 @@ i64 openFileSize(std::FILE* file) {
 
 bool seekFile(std::FILE* file, i64 offset) {
     return _fseeki64(file, offset, SEEK_SET) == 0;
+}
+
+bool mapFile(const String& path, std::string_view& bytes) {
+    const HANDLE file = CreateFileW(toWide(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                    OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    LARGE_INTEGER size = {};
+    const bool ordinary = GetFileType(file) == FILE_TYPE_DISK && GetFileSizeEx(file, &size) != 0;
+    const void* start = nullptr;
+    // No file of no bytes can be mapped.
+    if (ordinary && size.QuadPart > 0) {
+        const HANDLE mapping = CreateFileMappingW(file, nullptr, PAGE_READONLY, 0, 0, nullptr);
+        if (mapping) {
+            start = MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, 0);
+            CloseHandle(mapping); // the view keeps it
+        }
+    }
+    CloseHandle(file);
+    if (!ordinary || (size.QuadPart > 0 && !start))
+        return false;
+    bytes = std::string_view(static_cast<const char*>(start), std::size_t(size.QuadPart));
+    return true;
+}
+
+void unmapFile(std::string_view bytes) noexcept {
+    if (!bytes.empty())
+        UnmapViewOfFile(bytes.data());
 }
 
 } // namespace PlatformUtils
