@@ -18,7 +18,7 @@ namespace {
 
 class HighestLayer : public MaterialFields {
 public:
-    void layer(const char*, i32 index) override { highest = std::max(highest, index); }
+    void layer(const char*, i32& index) override { highest = std::max(highest, index); }
 
     i32 highest = 0;
 };
@@ -51,10 +51,9 @@ public:
 
 class DisplacementFinder : public MaterialFields {
 public:
-    bool found = false;
+    void displacement(Ref<DisplacementParam>& param) override { found = found || param; }
 
-private:
-    void presentDisplacement(DisplacementParam&) override { found = true; }
+    bool found = false;
 };
 
 } // namespace

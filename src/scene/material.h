@@ -52,6 +52,8 @@ public:
 
     /// Writes the type element at `depth`, and behind it the flags that are set.
     void writeFrameToXML(OStream& stream, u32 depth, const XMLWriteOptions& options);
+    /// Presents all fields of the body to a walk.
+    void presentFields(MaterialFields& fields) { describe(fields); }
     /// Points bound references to their replacements in `map`, where it holds one of the right type.
     void rebindReferences(const Map<SceneNodeUID, Ref<SceneNode>>& map);
 

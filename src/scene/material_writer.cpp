@@ -7,32 +7,32 @@
 
 namespace Quenza {
 
-void MaterialWriter::boolean(const char* element, bool value) {
+void MaterialWriter::boolean(const char* element, bool& value) {
     writeBoolElement(stream_, depth_, element, value);
 }
 
-void MaterialWriter::integer(const char* element, i32 value) {
+void MaterialWriter::integer(const char* element, i32& value) {
     writeIntElement(stream_, depth_, element, value);
 }
 
-void MaterialWriter::number(const char* element, double value) {
+void MaterialWriter::number(const char* element, double& value) {
     writeDoubleElement(stream_, depth_, element, value);
 }
 
-void MaterialWriter::vector(const char* element, const Vec3d& value) {
+void MaterialWriter::vector(const char* element, Vec3d& value) {
     writeVec3Element(stream_, depth_, element, value);
 }
 
-void MaterialWriter::text(const char* element, const String& value) {
+void MaterialWriter::text(const char* element, String& value) {
     writeStringElement(stream_, depth_, element, value);
 }
 
-void MaterialWriter::optionalText(const char* element, const String& value) {
+void MaterialWriter::optionalText(const char* element, String& value) {
     if (!value.empty())
         text(element, value);
 }
 
-void MaterialWriter::table(const char* element, const Ref<TabulatedSpectralData>& data) {
+void MaterialWriter::table(const char* element, Ref<TabulatedSpectralData>& data) {
     if (!data)
         return;
     writeOpenTag(stream_, depth_, element);
@@ -47,7 +47,7 @@ void MaterialWriter::material(const ReferenceElements& elements, Ref<SceneNodeMa
 
 void MaterialWriter::medium(Ref<SceneNodeMedium>& node, SceneNodeUID& uid) {
     if (node || uid.isValid())
-        writeReference({"internal_medium_uid", "internal_medium_name"}, node.getPointer(), uid);
+        writeReference(MEDIUM_REFERENCE, node.getPointer(), uid);
 }
 
 void MaterialWriter::writeReference(const ReferenceElements& elements, const SceneNode* node,

@@ -16,13 +16,13 @@ public:
     MaterialWriter(OStream& stream, u32 depth, const XMLWriteOptions& options)
         : stream_(stream), depth_(depth), options_(options) {}
 
-    void boolean(const char* element, bool value) override;
-    void integer(const char* element, i32 value) override;
-    void number(const char* element, double value) override;
-    void vector(const char* element, const Vec3d& value) override;
-    void text(const char* element, const String& value) override;
-    void optionalText(const char* element, const String& value) override;
-    void table(const char* element, const Ref<TabulatedSpectralData>& data) override;
+    void boolean(const char* element, bool& value) override;
+    void integer(const char* element, i32& value) override;
+    void number(const char* element, double& value) override;
+    void vector(const char* element, Vec3d& value) override;
+    void text(const char* element, String& value) override;
+    void optionalText(const char* element, String& value) override;
+    void table(const char* element, Ref<TabulatedSpectralData>& data) override;
     /// By UID, or by name where the options want no UIDs. The node's UID wins over the stored one; an unbound
     /// reference has an empty name.
     void material(const ReferenceElements& elements, Ref<SceneNodeMaterial>& node,
