@@ -33,6 +33,24 @@ std::string formatFixed(double value, int decimals) {
     return text;
 }
 
+using double_conversion::StringToDoubleConverter;
+
+template <class Real>
+Real stringToReal(const std::string& s, const char* kind,
+                  Real (StringToDoubleConverter::*convert)(const char*, int, int*) const) {
+    static const StringToDoubleConverter converter(
+        StringToDoubleConverter::ALLOW_LEADING_SPACES | StringToDoubleConverter::ALLOW_TRAILING_SPACES,
+        std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::quiet_NaN(), "Inf", "NaN");
+    int processed = 0;
+    const bool blank = s.find_first_not_of(" \t\r\n\v\f") == std::string::npos;
+    if (!blank && s.size() <= std::size_t(std::numeric_limits<int>::max())) {
+        const Real value = (converter.*convert)(s.data(), int(s.size()), &processed);
+        if (processed == int(s.size()))
+            return value;
+    }
+    throw StringUtilsExcep("Failed to convert '" + s + "' to " + kind + ".");
+}
+
 int hexDigitValue(char c) {
     if (c >= '0' && c <= '9')
         return c - '0';
@@ -81,18 +99,11 @@ std::string boolToString(bool value) {
 }
 
 double stringToDouble(const std::string& s) {
-    using double_conversion::StringToDoubleConverter;
-    static const StringToDoubleConverter converter(
-        StringToDoubleConverter::ALLOW_LEADING_SPACES | StringToDoubleConverter::ALLOW_TRAILING_SPACES,
-        std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::quiet_NaN(), "Inf", "NaN");
-    int processed = 0;
-    const bool blank = s.find_first_not_of(" \t\r\n\v\f") == std::string::npos;
-    if (!blank && s.size() <= std::size_t(std::numeric_limits<int>::max())) {
-        const double value = converter.StringToDouble(s.data(), int(s.size()), &processed);
-        if (processed == int(s.size()))
-            return value;
-    }
-    throw StringUtilsExcep("Failed to convert '" + s + "' to a double.");
+    return stringToReal<double>(s, "a double", &StringToDoubleConverter::StringToDouble);
+}
+
+float stringToFloat(const std::string& s) {
+    return stringToReal<float>(s, "a float", &StringToDoubleConverter::StringToFloat);
 }
 
 i32 stringToInt(const std::string& s) {

@@ -36,6 +36,7 @@ std::string boolToString(bool value);
 
 /// The whole text must be a number; throws StringUtilsExcep.
 double stringToDouble(const std::string& s);
+float stringToFloat(const std::string& s);
 /// Decimal, leading whitespace and a sign allowed, as strtol; the whole text must be a number that fits.
 i32 stringToInt(const std::string& s);
 /// Decimal digits alone.

@@ -1,0 +1,396 @@
+// SPDX-License-Identifier: MIT
+#include "reading/xml_precheck.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace Quenza {
+
+namespace {
+
+// TinyXML's words for the faults that it finds as well.
+constexpr const char* READING_END_TAG = "Error reading end tag.";
+constexpr const char* READING_ATTRIBUTES = "Error reading Attributes.";
+constexpr const char* DOCUMENT_EMPTY = "Error document empty.";
+
+constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+constexpr u64 NONE = std::string_view::npos;
+
+bool isSpace(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+/// Letters, "_" and, as TinyXML has it, everything beyond ASCII.
+bool beginsName(char c) {
+    const char lower = char(c | 0x20);
+    return (lower >= 'a' && lower <= 'z') || c == '_' || static_cast<unsigned char>(c) >= 127;
+}
+
+bool continuesName(char c) {
+    return beginsName(c) || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':';
+}
+
+/// Bytes of the character that begins with this byte; 0 for bytes that begin none.
+u64 characterLength(unsigned char lead) {
+    if (lead < 0x80)
+        return 1;
+    if (lead < 0xC2)
+        return 0;
+    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
+}
+
+bool isContinuation(char c) {
+    return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+/// Offset of the first byte that is no part of a UTF-8 character, or NONE. TinyXML goes by lead bytes alone,
+/// and a cut character would make it swallow the "<" behind.
+u64 findBadCharacter(std::string_view text) {
+    u64 at = 0;
+    while (at < text.size()) {
+        const unsigned char lead = static_cast<unsigned char>(text[at]);
+        if (lead < 0x80) {
+            ++at;
+            continue;
+        }
+        const u64 length = characterLength(lead);
+        if (length == 0 || length > text.size() - at ||
+            !std::all_of(text.begin() + i64(at) + 1, text.begin() + i64(at + length), isContinuation))
+            return at;
+        at += length;
+    }
+    return NONE;
+}
+
+struct Place {
+    u32 line = 1;
+    u32 column = 1;
+};
+
+/// Counts as TinyXML does: a tab leads to the next multiple of four, a character counts once.
+Place placeOf(std::string_view text, u64 offset) {
+    constexpr u32 TAB_SIZE = 4;
+    Place place;
+    const std::string_view before = text.substr(0, offset);
+    for (u64 at = 0; at < before.size(); ++at) {
+        const char c = before[at];
+        if (c == '\n')
+            place = {place.line + 1, 1};
+        else if (c == '\t')
+            place.column = ((place.column - 1) / TAB_SIZE + 1) * TAB_SIZE + 1;
+        else if (before.substr(at).starts_with(BYTE_ORDER_MARK))
+            at += BYTE_ORDER_MARK.size() - 1;
+        else if (!isContinuation(c))
+            ++place.column;
+    }
+    return place;
+}
+
+/// One pass over a text. A step that meets a fault keeps it and returns false.
+class Precheck {
+public:
+    explicit Precheck(std::string& text) : text_(text), view_(text) {}
+
+    std::optional<XMLFault> run() {
+        check();
+        return std::move(fault_);
+    }
+
+private:
+    /// A part of what stands between two tags of elements.
+    struct Piece {
+        u64 begin, end;
+        bool comment;
+    };
+
+    bool check() {
+        if (const u64 zero = view_.find('\0'); zero != NONE)
+            return fail(zero, "a zero byte stands in the text");
+        if (const u64 bad = findBadCharacter(view_); bad != NONE)
+            return fail(bad, "the text isn't UTF-8");
+        if (view_.starts_with(BYTE_ORDER_MARK))
+            at_ = BYTE_ORDER_MARK.size();
+        while (at_ < view_.size())
+            if (!(view_[at_] == '<' ? checkMarkup() : checkCharacters()))
+                return false;
+        if (!open_.empty())
+            return failAsTinyXML(view_.size(), READING_END_TAG, view_.size());
+        return had_root_ || failWithoutRoot();
+    }
+
+    bool fail(u64 offset, std::string description) {
+        const Place place = placeOf(view_, offset);
+        fault_ = XMLFault{std::move(description), place.line, place.column, 0, false};
+        return false;
+    }
+    bool failAsTinyXML(u64 offset, const char* description, u64 bytes) {
+        fail(offset, description);
+        fault_->told_by_tinyxml = bytes;
+        return false;
+    }
+    bool failWithoutRoot() {
+        if (!had_markup_)
+            return fail(view_.size(), DOCUMENT_EMPTY);
+        fail(view_.size(), "there is no root element");
+        fault_->no_root = true;
+        return false;
+    }
+
+    bool isAt(std::string_view word) const { return view_.substr(at_, word.size()) == word; }
+    void skipSpace() {
+        while (at_ < view_.size() && isSpace(view_[at_]))
+            ++at_;
+    }
+
+    bool checkCharacters() {
+        const u64 begin = at_;
+        bool blank = true;
+        for (; at_ < view_.size() && view_[at_] != '<'; ++at_) {
+            const char c = view_[at_];
+            if (blank && !isSpace(c)) {
+                blank = false;
+                if (open_.empty())
+                    return fail(at_, "there is text outside of the root element");
+            }
+            if (c == '&' && !checkReference(at_))
+                return false;
+        }
+        has_text_ |= !blank;
+        pieces_.push_back({begin, at_, false});
+        return true;
+    }
+
+    /// Character references must be whole. An "&" before anything else is TinyXML's to keep.
+    bool checkReference(u64 at) {
+        if (at + 1 >= view_.size() || view_[at + 1] != '#')
+            return true;
+        const bool hexadecimal = at + 2 < view_.size() && view_[at + 2] == 'x';
+        u64 digit = at + (hexadecimal ? 3 : 2);
+        u64 code = 0;
+        for (; digit < view_.size() && view_[digit] != ';' && code <= LAST_CODE_POINT; ++digit) {
+            const char c = view_[digit];
+            const char lower = char(c | 0x20);
+            const bool letter = hexadecimal && lower >= 'a' && lower <= 'f';
+            if (!letter && !(c >= '0' && c <= '9'))
+                break;
+            code = code * (hexadecimal ? 16 : 10) + u64(letter ? lower - 'a' + 10 : c - '0');
+        }
+        const bool closed = digit < view_.size() && view_[digit] == ';';
+        const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+        if (!closed || code == 0 || code > LAST_CODE_POINT || surrogate)
+            return fail(at, "the character reference isn't one");
+        return true;
+    }
+
+    bool checkMarkup() {
+        const char next = at_ + 1 < view_.size() ? view_[at_ + 1] : '\0';
+        had_markup_ = true;
+        if (isAt("<!--"))
+            return checkEnclosed("<!--", "-->", "the comment isn't closed", true);
+        if (isAt("<![CDATA["))
+            return open_.empty() ? fail(at_, "there is text outside of the root element")
+                                 : checkEnclosed("<![CDATA[", "]]>", "the CDATA section isn't closed", false);
+        if (next == '!')
+            return checkDocumentType();
+        if (next == '?')
+            return checkInstruction();
+        if (next == '/')
+            return checkEndTag();
+        if (beginsName(next))
+            return checkStartTag();
+        return fail(at_, "the '<' begins no tag");
+    }
+
+    bool checkEnclosed(std::string_view begin, std::string_view end, const char* message, bool comment) {
+        const u64 found = view_.find(end, at_ + begin.size());
+        if (found == NONE)
+            return fail(at_, message);
+        has_comment_ |= comment;
+        has_text_ |= !comment;
+        pieces_.push_back({at_, found + end.size(), comment});
+        at_ = found + end.size();
+        return true;
+    }
+
+    /// Without declarations of its own, which TinyXML would take for text.
+    bool checkDocumentType() {
+        const u64 end = view_.find_first_of("<>", at_ + 1);
+        if (!open_.empty() || had_root_)
+            return fail(at_, "the '<' begins no tag");
+        if (end == NONE || view_[end] == '<')
+            return fail(at_, "the document type isn't closed");
+        at_ = end + 1;
+        return true;
+    }
+
+    bool checkInstruction() {
+        constexpr std::string_view NAME = "<?xml";
+        std::string begin(view_.substr(at_, NAME.size()));
+        std::transform(begin.begin(), begin.end(), begin.begin(),
+                       [](char c) { return c >= 'A' && c <= 'Z' ? char(c | 0x20) : c; });
+        if (begin == NAME) // TinyXML reads everything of that name as a declaration
+            return checkDeclaration();
+        const u64 begin_of_content = at_ + 2;
+        const u64 end = view_.find_first_of("<>", begin_of_content);
+        if (end == NONE || view_[end] == '<' || end == begin_of_content || view_[end - 1] != '?')
+            return fail(at_, "the processing instruction isn't closed");
+        has_comment_ = true;
+        pieces_.push_back({at_, end + 1, true});
+        at_ = end + 1;
+        return true;
+    }
+
+    bool checkDeclaration() {
+        const u64 begin = at_;
+        if (view_.substr(0, begin).find_first_not_of("\xEF\xBB\xBF \t\n") != NONE)
+            return fail(begin, "a declaration stands behind the document's begin");
+        at_ += 5;
+        for (;;) {
+            const u64 name_begin = skipSpaceOver();
+            if (isAt("?>")) {
+                at_ += 2;
+                return true;
+            }
+            u64 value_begin = 0;
+            if (name_begin == NONE || !skipName() ||
+                !isDeclared(view_.substr(name_begin, at_ - name_begin)) || !skipValue(value_begin) ||
+                view_.substr(value_begin, at_ - value_begin).find_first_of("<>") != NONE)
+                return fail(begin, "the declaration isn't well-formed or isn't closed");
+        }
+    }
+
+    static bool isDeclared(std::string_view name) {
+        return name == "version" || name == "encoding" || name == "standalone";
+    }
+
+    /// Offset behind white space, NONE when there is none.
+    u64 skipSpaceOver() {
+        const u64 before = at_;
+        skipSpace();
+        return at_ == before ? NONE : at_;
+    }
+
+    bool skipName() {
+        if (at_ >= view_.size() || !beginsName(view_[at_]))
+            return false;
+        while (at_ < view_.size() && continuesName(view_[at_]))
+            ++at_;
+        return true;
+    }
+
+    /// From the "=" to behind the closing quote.
+    bool skipValue(u64& value_begin) {
+        skipSpace();
+        if (at_ >= view_.size() || view_[at_] != '=')
+            return false;
+        ++at_;
+        skipSpace();
+        if (at_ >= view_.size() || (view_[at_] != '"' && view_[at_] != '\''))
+            return false;
+        value_begin = at_ + 1;
+        const u64 end = view_.find(view_[at_], value_begin);
+        if (end == NONE)
+            return false;
+        at_ = end + 1;
+        return true;
+    }
+
+    bool checkStartTag() {
+        const u64 begin = at_++;
+        finishText(begin);
+        if (open_.empty() && had_root_)
+            return fail(begin, "there is a second root element");
+        if (open_.size() >= MAX_XML_DEPTH)
+            return fail(begin, "elements are nested more than " + std::to_string(MAX_XML_DEPTH) + " deep");
+        const u64 name_begin = at_;
+        skipName();
+        const std::string_view name = view_.substr(name_begin, at_ - name_begin);
+        had_root_ = true;
+        for (u32 attributes = 0;; ++attributes) {
+            skipSpace();
+            if (isAt("/>")) {
+                at_ += 2;
+                return true;
+            }
+            if (isAt(">")) {
+                ++at_;
+                open_.push_back(name);
+                return true;
+            }
+            if (at_ >= view_.size())
+                return failAsTinyXML(begin, READING_ATTRIBUTES, view_.size());
+            if (attributes == MAX_XML_ATTRIBUTES)
+                return fail(begin,
+                            "an element has more than " + std::to_string(MAX_XML_ATTRIBUTES) + " attributes");
+            if (!checkAttribute())
+                return false;
+        }
+    }
+
+    bool checkAttribute() {
+        const u64 begin = at_;
+        u64 value_begin = 0;
+        if (!skipName() || !skipValue(value_begin))
+            return failAsTinyXML(begin, READING_ATTRIBUTES, at_);
+        for (u64 at = value_begin; at < at_; ++at)
+            if (view_[at] == '&' && !checkReference(at))
+                return false;
+        return true;
+    }
+
+    bool checkEndTag() {
+        const u64 begin = at_;
+        finishText(begin);
+        if (open_.empty())
+            return fail(begin, "the end tag ends no element");
+        at_ += 2;
+        const bool matches = isAt(open_.back());
+        at_ += matches ? open_.back().size() : 0;
+        skipSpace();
+        if (!matches || !isAt(">"))
+            return failAsTinyXML(begin, READING_END_TAG,
+                                 std::min(view_.find('>', at_), view_.size() - 1) + 1);
+        ++at_;
+        open_.pop_back();
+        return true;
+    }
+
+    /// At the tag that ends a stretch of text: moves the comments of the stretch to its end.
+    void finishText(u64 end) {
+        if (has_comment_ && has_text_ && !open_.empty()) {
+            const u64 begin = pieces_.front().begin;
+            std::string moved;
+            moved.reserve(end - begin);
+            for (const bool comments : {false, true})
+                for (const Piece& piece : pieces_)
+                    if (piece.comment == comments)
+                        moved.append(text_, piece.begin, piece.end - piece.begin);
+            text_.replace(begin, moved.size(), moved);
+        }
+        pieces_.clear();
+        has_comment_ = false;
+        has_text_ = false;
+    }
+
+    static constexpr u64 LAST_CODE_POINT = 0x10FFFF;
+
+    std::string& text_;
+    const std::string_view view_; ///< Of `text_`, whose bytes stay where they are.
+    u64 at_ = 0;
+    std::vector<std::string_view> open_; ///< Names of the elements around the place.
+    std::vector<Piece> pieces_;          ///< Since the last tag.
+    bool has_comment_ = false;
+    bool has_text_ = false;
+    bool had_root_ = false;
+    bool had_markup_ = false;
+    std::optional<XMLFault> fault_;
+};
+
+} // namespace
+
+std::optional<XMLFault> precheckXML(std::string& text) {
+    return Precheck(text).run();
+}
+
+} // namespace Quenza
