@@ -17,6 +17,7 @@ class TiXmlElement;
 namespace Quenza {
 
 class SceneNodeMaterial;
+class SceneNodeMedium;
 class SceneNodeMesh;
 
 /// The one exception of reading scenes. Its text names what is wrong and, for whatever lies within the
@@ -47,6 +48,7 @@ struct ParserState {
     /// By name, aliases among them. The last of several materials of one name counts.
     std::map<std::string, Ref<SceneNodeMaterial>> materials;
     std::map<std::string, Ref<SceneNodeMesh>> meshes;
+    std::map<std::string, Ref<SceneNodeMedium>> media;
     std::map<u32, Ref<SceneNodeMaterial>> materials_by_uid;
 
     double white_point_x = 0; ///< Override of the settings' white point; both zero means none.

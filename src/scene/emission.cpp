@@ -7,13 +7,6 @@
 
 namespace Quenza {
 
-namespace {
-
-const char* const MEASURE_WORDS[] = {"luminous_flux", "luminous_intensity", "luminance",
-                                     "luminous_emittance"};
-
-} // namespace
-
 IESProfile::IESProfile() = default;
 IESProfile::IESProfile(const IESProfile&) = default;
 IESProfile::~IESProfile() = default;

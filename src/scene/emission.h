@@ -12,6 +12,10 @@ namespace Quenza {
 class OStream;
 class SceneNodeMaterial;
 
+/// The words of EmissionScale::Measure in a file.
+inline constexpr const char* MEASURE_WORDS[] = {"luminous_flux", "luminous_intensity", "luminance",
+                                                "luminous_emittance"};
+
 /// A measured light distribution for the faces of one material of a model.
 class IESProfile : public RefCounted {
 public:
