@@ -214,7 +214,7 @@ void Geometry::commit() {
         rtcCommitGeometry(geometry);
         rtcAttachGeometryByID(top_, geometry, id);
         rtcReleaseGeometry(geometry);
-        hides_ = hides_ || instance.invisible_to_camera || (instance.cut && !cut_planes_.empty());
+        hides_ = hides_ || instance.invisible_to_camera || instance.cut_planes != 0;
     }
     rtcCommitScene(top_);
     failOnError("the scene");
@@ -227,11 +227,14 @@ void Geometry::commit() {
     }
 }
 
-bool Geometry::isCut(const Ray& ray, float distance) const {
+bool Geometry::isCut(const Ray& ray, float distance, u64 planes) const {
     const Vec position = ray.origin + ray.direction * distance;
-    return std::any_of(cut_planes_.begin(), cut_planes_.end(), [&position](const CutPlane& plane) {
-        return dot(position, plane.normal) > plane.offset;
-    });
+    for (u64 i = 0; i < cut_planes_.size(); ++i) {
+        if ((planes >> i & 1) != 0 && dot(position, cut_planes_[i].normal) > cut_planes_[i].offset) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool Geometry::intersect(const Ray& ray, Hit& hit, bool from_camera) const {
@@ -249,7 +252,7 @@ bool Geometry::intersect(const Ray& ray, Hit& hit, bool from_camera) const {
         }
         const Instance& instance = *instances_[query.hit.instID[0]];
         const bool hidden = hides_ && ((from_camera && instance.invisible_to_camera) ||
-                                       (instance.cut && isCut(ray, query.ray.tfar)));
+                                       isCut(ray, query.ray.tfar, instance.cut_planes));
         if (!hidden) {
             hit = toHit(query, instances_);
             return true;

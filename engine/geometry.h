@@ -5,7 +5,6 @@
 #include "engine/vec.h"
 #include "foundation/ref_counted.h"
 #include "foundation/types.h"
-#include "foundation/uid.h"
 #include "scene/mesh.h"
 
 #include <embree3/rtcore.h>
@@ -40,13 +39,17 @@ struct Shape {
 struct Instance {
     const Shape* shape = nullptr;
     MotionTransform transform;
-    /// By the shape's material indices; never null.
+    /// By the shape's material indices; at least one, never null.
     std::vector<const SurfaceShader*> materials;
     /// How each of the materials emits here; null for those that don't.
     std::vector<const EmissionProfile*> emission;
     bool invisible_to_camera = false;
-    bool cut = false; ///< By section planes.
-    Quenza::SceneNodeUID uid;
+    Quenza::u64 cut_planes = 0; ///< A bit for each of the geometry's cut planes that cuts it.
+
+    /// For any index that a mesh may hold.
+    const SurfaceShader* shaderOf(Quenza::u32 material) const {
+        return materials[material < materials.size() ? material : materials.size() - 1];
+    }
 };
 
 struct Ray {
@@ -107,6 +110,8 @@ public:
     const Shape* addMesh(const Quenza::Ref<Quenza::Mesh>& mesh, bool smooth);
     const Shape* sphere();
     Instance& addInstance(std::unique_ptr<Instance> instance);
+    static constexpr Quenza::u64 MAX_CUT_PLANES = 64;
+    /// At most MAX_CUT_PLANES.
     void addCutPlane(const CutPlane& plane) { cut_planes_.push_back(plane); }
     /// Builds the scene from what was added. Nothing may be added afterwards.
     void commit();
@@ -121,7 +126,7 @@ public:
     float radius() const { return radius_; }
 
 private:
-    bool isCut(const Ray& ray, float distance) const;
+    bool isCut(const Ray& ray, float distance, Quenza::u64 planes) const;
     void failOnError(const char* what) const;
 
     RTCDevice device_;

@@ -4,6 +4,8 @@
 #include "engine/colour.h"
 #include "foundation/types.h"
 
+#include <span>
+
 namespace engine {
 
 /// Light that leaves one point in one direction, by light layer.
@@ -30,10 +32,11 @@ public:
             terms_[i].radiance *= factor;
         }
     }
-    /// Adds it, times `factor`, to the sums of the layers.
-    void addTo(RGB* layers, const RGB& factor) const {
+    /// Adds it, times `factor`, to the sums of the layers. What is on a layer that isn't there goes to the
+    /// first.
+    void addTo(std::span<RGB> layers, const RGB& factor) const {
         for (int i = 0; i < count_; ++i) {
-            layers[terms_[i].layer] += terms_[i].radiance * factor;
+            layers[terms_[i].layer < layers.size() ? terms_[i].layer : 0] += terms_[i].radiance * factor;
         }
     }
     RGB total() const {

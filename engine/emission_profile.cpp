@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "engine/emission_profile.h"
+
+#include "engine/sampling.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace engine {
+
+namespace {
+
+using Quenza::u64;
+
+/// Directions spread evenly over the sphere, along a spiral.
+std::array<Vec, 128> evenDirections() {
+    std::array<Vec, 128> directions;
+    for (size_t i = 0; i < directions.size(); ++i) {
+        const float z = 1.0f - 2.0f * (float(i) + 0.5f) / float(directions.size());
+        const float across = std::sqrt(1.0f - z * z);
+        const float angle = float(i) * PI * (3.0f - std::sqrt(5.0f));
+        directions[i] = {across * std::cos(angle), across * std::sin(angle), z};
+    }
+    return directions;
+}
+
+void measureSphere(const Affine& place, EmitterMeasure& measure) {
+    const double radius = double(length(place.x));
+    measure.area = 4 * double(PI) * radius * radius;
+    measure.projected_area = double(PI) * radius * radius;
+}
+
+void measureMesh(const Instance& instance, Quenza::u32 material, const Affine& place,
+                 EmitterMeasure& measure) {
+    static const std::array<Vec, 128> DIRECTIONS = evenDirections();
+    std::array<double, 128> seen{};
+    const Shape& shape = *instance.shape;
+    for (u64 i = 0; i < shape.countTriangles(); ++i) {
+        const Shape::Corners t = shape.triangle(i);
+        if (instance.shaderOf(t.material) != instance.materials[material]) {
+            continue;
+        }
+        const Vec a = place.point(shape.vertex(t.vertices[0]));
+        const Vec ab = place.point(shape.vertex(t.vertices[1])) - a;
+        const Vec ac = place.point(shape.vertex(t.vertices[2])) - a;
+        const Vec normal = cross(ab, ac) * (place.determinant() < 0.0f ? -0.5f : 0.5f);
+        measure.area += double(length(normal));
+        measure.mean_normal += normal;
+        for (size_t k = 0; k < DIRECTIONS.size(); ++k) {
+            seen[k] += double(std::max(0.0f, dot(normal, DIRECTIONS[k])));
+        }
+    }
+    measure.projected_area =
+        std::max(double(length(measure.mean_normal)), *std::max_element(seen.begin(), seen.end()));
+}
+
+} // namespace
+
+LayeredRadiance EmissionProfile::emitted(const SurfacePoint& point, const Vec& out) const {
+    LayeredRadiance sum;
+    const float cosine = dot(point.normal, out);
+    point.shader().emit(point, cosine > 0.0f, scale, sum);
+    if (distribution && !sum.empty()) {
+        // The distribution gives intensities, so that the surface's own cosine goes out. What is seen at a
+        // grazing angle would be infinitely bright.
+        const Vec local = axes.toLocal(out);
+        const float vertical = std::acos(std::clamp(local.z, -1.0f, 1.0f));
+        const float horizontal = std::atan2(local.y, local.x);
+        sum.scale(PI * distribution->at(vertical, horizontal) / std::max(0.001f, std::abs(cosine)));
+    }
+    return sum;
+}
+
+double EmitterMeasure::flux() const {
+    return double(PI) * area * (double(front_luminance) + double(back_luminance));
+}
+
+float EmitterMeasure::luminance() const {
+    return std::max(front_luminance, back_luminance);
+}
+
+EmitterMeasure measureEmitter(const Instance& instance, Quenza::u32 material) {
+    EmitterMeasure measure;
+    const Affine place = instance.transform.at(0);
+    if (instance.shape->mesh) {
+        measureMesh(instance, material, place, measure);
+    } else {
+        measureSphere(place, measure);
+    }
+    LayeredRadiance front, back;
+    instance.materials[material]->emitAverage(true, 1.0f, front);
+    instance.materials[material]->emitAverage(false, 1.0f, back);
+    measure.front_luminance = engine::luminance(front.total());
+    measure.back_luminance = engine::luminance(back.total());
+    return measure;
+}
+
+} // namespace engine
