@@ -12,8 +12,11 @@ find_package(PNG)
 find_path(STB_INCLUDE_DIR stb/stb_image.h)
 find_path(TINYXML_INCLUDE_DIR tinyxml.h)
 find_library(TINYXML_LIBRARY tinyxml)
+find_path(MINIZIP_INCLUDE_DIR minizip/zip.h)
+find_library(MINIZIP_LIBRARY minizip)
 if(NOT (ZLIB_FOUND AND double-conversion_FOUND AND nlohmann_json_FOUND AND assimp_FOUND AND TINYXML_INCLUDE_DIR
-        AND TINYXML_LIBRARY AND embree_FOUND AND OpenEXR_FOUND AND PNG_FOUND AND STB_INCLUDE_DIR))
+        AND TINYXML_LIBRARY AND embree_FOUND AND OpenEXR_FOUND AND PNG_FOUND AND STB_INCLUDE_DIR
+        AND MINIZIP_INCLUDE_DIR AND MINIZIP_LIBRARY))
   message(FATAL_ERROR "A library is missing (see the lines above). ${QUENZA_SETUP_HINT}")
 endif()
 
@@ -21,6 +24,10 @@ add_library(tinyxml INTERFACE)
 target_include_directories(tinyxml SYSTEM INTERFACE ${TINYXML_INCLUDE_DIR})
 target_link_libraries(tinyxml INTERFACE ${TINYXML_LIBRARY})
 target_compile_definitions(tinyxml INTERFACE TIXML_USE_STL)
+
+add_library(minizip INTERFACE)
+target_include_directories(minizip SYSTEM INTERFACE ${MINIZIP_INCLUDE_DIR})
+target_link_libraries(minizip INTERFACE ${MINIZIP_LIBRARY})
 
 # Headers that stand alone; one source of the engine holds the implementation.
 add_library(stb INTERFACE)
