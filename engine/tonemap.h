@@ -76,8 +76,4 @@ private:
 /// The log-average luminance of the pixels above zero; 0 when there are none.
 double logAverageLuminance(const FloatImage& image);
 
-/// The sRGB transfer function for 0 to 1, and its inverse; values beyond are clamped.
-float srgbEncode(float linear);
-float srgbDecode(float encoded);
-
 } // namespace engine
