@@ -246,16 +246,18 @@ private:
         if (view_.substr(0, begin).find_first_not_of("\xEF\xBB\xBF \t\n") != NONE)
             return fail(begin, "a declaration stands behind the document's begin");
         at_ += 5;
+        u64 value_begin = 0;
+        u64 value_end = 0;
         for (;;) {
             const u64 name_begin = skipSpaceOver();
             if (isAt("?>")) {
                 at_ += 2;
                 return true;
             }
-            u64 value_begin = 0;
             if (name_begin == NONE || !skipName() ||
-                !isDeclared(view_.substr(name_begin, at_ - name_begin)) || !skipValue(value_begin) ||
-                view_.substr(value_begin, at_ - value_begin).find_first_of("<>") != NONE)
+                !isDeclared(view_.substr(name_begin, at_ - name_begin)) || !skipEquals() || !isAtQuote() ||
+                !skipQuoted(value_begin, value_end) ||
+                view_.substr(value_begin, value_end - value_begin).find_first_of("<>") != NONE)
                 return fail(begin, "the declaration isn't well-formed or isn't closed");
         }
     }
@@ -279,21 +281,24 @@ private:
         return true;
     }
 
-    /// From the "=" to behind the closing quote.
-    bool skipValue(u64& value_begin) {
+    /// The "=" between name and value.
+    bool skipEquals() {
         skipSpace();
-        if (at_ >= view_.size() || view_[at_] != '=')
+        if (!isAt("="))
             return false;
         ++at_;
         skipSpace();
-        if (at_ >= view_.size() || (view_[at_] != '"' && view_[at_] != '\''))
-            return false;
-        value_begin = at_ + 1;
-        const u64 end = view_.find(view_[at_], value_begin);
-        if (end == NONE)
-            return false;
-        at_ = end + 1;
         return true;
+    }
+
+    bool isAtQuote() const { return isAt("\"") || isAt("'"); }
+
+    /// The text between the quotes at the cursor, which goes behind them; false when the second is missing.
+    bool skipQuoted(u64& begin, u64& end) {
+        begin = at_ + 1;
+        end = view_.find(view_[at_], begin);
+        at_ = end == NONE ? at_ : end + 1;
+        return end != NONE;
     }
 
     bool checkStartTag() {
@@ -331,13 +336,21 @@ private:
     bool checkAttribute() {
         const u64 begin = at_;
         u64 value_begin = 0;
-        if (!skipName() || !skipValue(value_begin))
-            return failAsTinyXML(begin, READING_ATTRIBUTES, at_);
-        for (u64 at = value_begin; at < at_; ++at)
+        u64 value_end = 0;
+        if (!skipName() || !skipEquals())
+            return failAsTinyXML(begin, READING_ATTRIBUTES, endOfTag());
+        if (!isAtQuote())
+            return fail(begin, "the attribute's value has no quotes");
+        if (!skipQuoted(value_begin, value_end))
+            return failAsTinyXML(begin, READING_ATTRIBUTES, endOfTag());
+        for (u64 at = value_begin; at < value_end; ++at)
             if (view_[at] == '&' && !checkReference(at))
                 return false;
         return true;
     }
+
+    /// Offset behind the next "<" or ">": far enough for TinyXML to see what is wrong with a tag.
+    u64 endOfTag() const { return std::min(view_.find_first_of("<>", at_), view_.size() - 1) + 1; }
 
     bool checkEndTag() {
         const u64 begin = at_;
