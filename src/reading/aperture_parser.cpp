@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "reading/aperture_parser.h"
 
+#include "reading/element_table.h"
 #include "reading/xml_values.h"
 
-#include <string_view>
 #include <tinyxml.h>
 
 namespace Quenza {
@@ -14,7 +14,12 @@ namespace xml = SceneParseUtils;
 
 constexpr i32 MIN_BLADES = 3;
 
-Ref<ApertureShape> parseGenerated(const TiXmlElement& element) {
+Ref<ApertureShape> parseCircular(const ParserState&, const TiXmlElement& element) {
+    xml::checkChildrenAreIn(element, {});
+    return new ApertureCircular;
+}
+
+Ref<ApertureShape> parseGenerated(const ParserState&, const TiXmlElement& element) {
     constexpr const char* names[] = {"num_blades", "blade_offset", "blade_curvature_radius", "start_angle"};
     xml::checkChildrenAreInOnce(element, names);
     const Ref<ApertureGenerated> shape = new ApertureGenerated;
@@ -40,19 +45,22 @@ Ref<ApertureShape> parseImage(const ParserState& state, const TiXmlElement& elem
     return shape;
 }
 
+constexpr struct {
+    const char* element;
+    Ref<ApertureShape> (*parse)(const ParserState&, const TiXmlElement&);
+} KINDS[] = {
+    {"circular", parseCircular},
+    {"generated", parseGenerated},
+    {"image", parseImage},
+};
+
 } // namespace
 
 Ref<ApertureShape> parseApertureShape(const ParserState& state, const TiXmlElement& element) {
-    constexpr const char* names[] = {"circular", "generated", "image"};
-    xml::checkChildrenAreIn(element, names);
-    const TiXmlElement& kind = xml::checkOnlyOneOf(element, names);
-    const std::string_view name = kind.Value();
-    if (name == "generated")
-        return parseGenerated(kind);
-    if (name == "image")
-        return parseImage(state, kind);
-    xml::checkChildrenAreIn(kind, {});
-    return new ApertureCircular;
+    static constexpr auto NAMES = elementNames(KINDS);
+    xml::checkChildrenAreIn(element, NAMES);
+    const TiXmlElement& kind = xml::checkOnlyOneOf(element, NAMES);
+    return rowOf(KINDS, kind)->parse(state, kind);
 }
 
 } // namespace Quenza

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "reading/filter_parser.h"
 
+#include "reading/element_table.h"
 #include "reading/xml_values.h"
 
-#include <string_view>
+#include <array>
+#include <cstddef>
 #include <tinyxml.h>
 
 namespace Quenza {
@@ -11,13 +13,6 @@ namespace Quenza {
 namespace {
 
 namespace xml = SceneParseUtils;
-
-/// The one child of `element`, which must have a name in `kinds`.
-template <class Kinds>
-const TiXmlElement& onlyChild(const TiXmlElement& element, const Kinds& kinds) {
-    xml::checkChildrenAreIn(element, kinds);
-    return xml::checkOnlyOneOf(element, kinds);
-}
 
 template <class Filter>
 void parseCubic(const TiXmlElement& element, Filter& filter) {
@@ -42,32 +37,47 @@ Ref<DownsizeFilter> parseDownsizeCubic(const TiXmlElement& element) {
     return filter;
 }
 
+template <class Base, class Filter>
+Ref<Base> parsePlain(const TiXmlElement& element) {
+    xml::checkChildrenAreIn(element, {});
+    return new Filter;
+}
+
+template <class Base>
+struct Kind {
+    const char* element;
+    Ref<Base> (*parse)(const TiXmlElement&);
+};
+
+constexpr Kind<SplatFilter> SPLAT_KINDS[] = {
+    {"fastbox", parsePlain<SplatFilter, SplatFilterFastBox>},
+    {"box", parsePlain<SplatFilter, SplatFilterBox>},
+    {"radial", parsePlain<SplatFilter, SplatFilterRadial>},
+    {"mn_cubic", parseSplatCubic},
+};
+
+constexpr Kind<DownsizeFilter> DOWNSIZE_KINDS[] = {
+    {"mn_cubic", parseDownsizeCubic},
+    {"sharp", parsePlain<DownsizeFilter, DownsizeFilterSharp>},
+    {"gaussian", parsePlain<DownsizeFilter, DownsizeFilterGaussian>},
+};
+
+template <class Base, std::size_t N>
+Ref<Base> parseFilter(const TiXmlElement& element, const Kind<Base> (&kinds)[N]) {
+    const std::array<const char*, N> names = elementNames(kinds);
+    xml::checkChildrenAreIn(element, names);
+    const TiXmlElement& child = xml::checkOnlyOneOf(element, names);
+    return rowOf(kinds, child)->parse(child);
+}
+
 } // namespace
 
 Ref<SplatFilter> parseSplatFilter(const TiXmlElement& element) {
-    constexpr const char* kinds[] = {"fastbox", "box", "radial", "mn_cubic"};
-    const TiXmlElement& child = onlyChild(element, kinds);
-    const std::string_view kind = child.Value();
-    if (kind == "mn_cubic")
-        return parseSplatCubic(child);
-    xml::checkChildrenAreIn(child, {});
-    if (kind == "box")
-        return new SplatFilterBox;
-    if (kind == "radial")
-        return new SplatFilterRadial;
-    return new SplatFilterFastBox;
+    return parseFilter(element, SPLAT_KINDS);
 }
 
 Ref<DownsizeFilter> parseDownsizeFilter(const TiXmlElement& element) {
-    constexpr const char* kinds[] = {"mn_cubic", "sharp", "gaussian"};
-    const TiXmlElement& child = onlyChild(element, kinds);
-    const std::string_view kind = child.Value();
-    if (kind == "mn_cubic")
-        return parseDownsizeCubic(child);
-    xml::checkChildrenAreIn(child, {});
-    if (kind == "sharp")
-        return new DownsizeFilterSharp;
-    return new DownsizeFilterGaussian;
+    return parseFilter(element, DOWNSIZE_KINDS);
 }
 
 } // namespace Quenza

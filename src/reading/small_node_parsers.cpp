@@ -12,6 +12,18 @@ namespace {
 
 namespace xml = SceneParseUtils;
 
+constexpr struct {
+    const char* element;
+    String SceneNodeMetaData::*field;
+} METADATA_TEXTS[] = {
+    {"exporter", &SceneNodeMetaData::exporter},
+    {"author", &SceneNodeMetaData::author},
+    {"description", &SceneNodeMetaData::description},
+    {"created_date", &SceneNodeMetaData::created_date},
+    {"platform", &SceneNodeMetaData::platform},
+    {"exporter_specific", &SceneNodeMetaData::exporter_specific},
+};
+
 u32 parseObjectListType(const TiXmlElement& element) {
     const TiXmlElement* const child = xml::optionalChildElement(element, "object_list_type");
     if (!child)
@@ -42,12 +54,8 @@ Ref<SceneNodeMetaData> parseMetaData(const ParserState&, const TiXmlElement& ele
     xml::checkChildrenAreInOnce(element, names);
     const Ref<SceneNodeMetaData> node = new SceneNodeMetaData;
     parseUIDAndName(element, *node);
-    node->exporter = xml::parseOptionalString(element, "exporter", "");
-    node->author = xml::parseOptionalString(element, "author", "");
-    node->description = xml::parseOptionalString(element, "description", "");
-    node->created_date = xml::parseOptionalString(element, "created_date", "");
-    node->platform = xml::parseOptionalString(element, "platform", "");
-    node->exporter_specific = xml::parseOptionalString(element, "exporter_specific", "");
+    for (const auto& text : METADATA_TEXTS)
+        (*node).*text.field = xml::parseOptionalString(element, text.element, "");
     return node;
 }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "reading/tonemapping_parser.h"
 
+#include "reading/element_table.h"
 #include "reading/xml_values.h"
 
-#include <string_view>
 #include <tinyxml.h>
 
 namespace Quenza {
@@ -41,26 +41,27 @@ void parseCameraMethod(const TiXmlElement& element, SceneNodeTonemapping& node) 
     node.ev_adjust = xml::parseOptionalDouble(element, "ev_adjust", node.ev_adjust);
 }
 
-constexpr const char* CHILDREN[] = {"uid", "name", "linear", "reinhard", "camera"};
-constexpr const char* METHODS[] = {"linear", "reinhard", "camera"};
+constexpr struct {
+    const char* element;
+    void (*parse)(const TiXmlElement&, SceneNodeTonemapping&);
+} METHODS[] = {
+    {"linear", parseLinear},
+    {"reinhard", parseReinhard},
+    {"camera", parseCameraMethod},
+};
 
 } // namespace
 
 Ref<SceneNodeTonemapping> parseToneMapping(const ParserState&, const TiXmlElement& element) {
-    xml::checkChildrenAreIn(element, CHILDREN);
+    constexpr const char* children[] = {"uid", "name", "linear", "reinhard", "camera"};
+    xml::checkChildrenAreIn(element, children);
     const Ref<SceneNodeTonemapping> node = new SceneNodeTonemapping;
     node->name = "Tone Mapping";
     parseUIDAndName(element, *node);
-    if (!xml::firstChildOf(element, {"linear", "reinhard", "camera"}))
+    if (!firstChildInTable(METHODS, element))
         throwParserError("Failed to find tonemapping child.", element);
-    const TiXmlElement& method = xml::checkOnlyOneOf(element, METHODS);
-    const std::string_view name = method.Value();
-    if (name == "reinhard")
-        parseReinhard(method, *node);
-    else if (name == "camera")
-        parseCameraMethod(method, *node);
-    else
-        parseLinear(method, *node);
+    const TiXmlElement& method = xml::checkOnlyOneOf(element, elementNames(METHODS));
+    rowOf(METHODS, method)->parse(method, *node);
     return node;
 }
 
