@@ -103,6 +103,14 @@ TEST(NumberTextTest, ReadsDoubles) {
                   "Failed to convert '" + bad + "' to a double.");
 }
 
+TEST(NumberTextTest, ReadsFloats) {
+    EXPECT_EQ(stringToFloat("0.1"), 0.1f);
+    EXPECT_EQ(stringToFloat(" -Inf "), -std::numeric_limits<float>::infinity());
+    for (const std::string bad : {"", "1.5x"})
+        EXPECT_EQ(thrownMessage<StringUtilsExcep>([&] { stringToFloat(bad); }),
+                  "Failed to convert '" + bad + "' to a float.");
+}
+
 TEST(NumberTextTest, ReadsIntegers) {
     EXPECT_EQ(stringToInt("-2147483648"), std::numeric_limits<i32>::min());
     EXPECT_EQ(stringToInt(" 42"), 42);

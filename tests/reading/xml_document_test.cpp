@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "reading/xml_document.h"
+
+#include "reading/xml_values.h"
+#include "support/temp_dir.h"
+#include "support/thrown_message.h"
+
+#include <gtest/gtest.h>
+#include <tinyxml.h>
+
+#include <string>
+
+namespace Quenza {
+namespace {
+
+std::string loadMessage(const String& path) {
+    XMLDocument document;
+    return thrownMessage<QuenzaXMLDocExcep>([&] { document.loadDocument(path); });
+}
+
+TEST(XMLDocument, TellsWhyAFileIsNoDocument) {
+    const TempDir folder;
+    const String path = folder / "scene.qzs";
+    const std::string quoted = "'" + path.toStdString() + "'";
+    EXPECT_EQ(loadMessage(path),
+              "Failed to open XML doc from path " + quoted + ": No such file or directory");
+    EXPECT_EQ(loadMessage(folder.path()),
+              "Failed to open XML doc from path '" + folder.path().toStdString() + "': Is a directory");
+    writeBytes(path, "<scene>\n  <mesh></scene>");
+    EXPECT_EQ(loadMessage(path),
+              "failed to load XML doc from path " + quoted + ": Error reading end tag.  (Line 2, column 9.)");
+    writeBytes(path, "");
+    EXPECT_EQ(loadMessage(path),
+              "failed to load XML doc from path " + quoted + ": Error document empty.  (Line 1, column 1.)");
+    writeBytes(path, "<!-- nothing -->");
+    EXPECT_EQ(loadMessage(path), "Could not root element in file " + quoted + "  (Line 1, column 17.)");
+}
+
+TEST(XMLDocument, HasARootOnceItIsLoaded) {
+    XMLDocument document;
+    EXPECT_EQ(thrownMessage<QuenzaXMLDocExcep>([&] { document.rootElement(); }),
+              "Could not root element in file ''");
+    document.parseText("<config/>", "--settings");
+    EXPECT_EQ(document.rootElement().ValueStr(), "config");
+    EXPECT_EQ(&document.rootElementNamed("config"), &document.rootElement());
+    EXPECT_EQ(thrownMessage<QuenzaXMLDocExcep>([&] { document.rootElementNamed("scene"); }),
+              "Could not find root 'scene' element in file '--settings'");
+    EXPECT_THROW(document.parseText("<config>", "--settings"), QuenzaXMLDocExcep);
+    EXPECT_THROW(document.rootElement(), QuenzaXMLDocExcep); // nothing is left of the one before
+}
+
+TEST(XMLDocument, TakesAllLineEndsForOne) {
+    XMLDocument document;
+    document.parseText("<a>\r\n<b><![CDATA[1\r\n\r2]]></b>\r<c/></a>\r", "text");
+    const TiXmlElement& root = document.rootElement();
+    EXPECT_EQ(SceneParseUtils::parseString(root, "b"), "1\n\n2");
+    EXPECT_EQ(SceneParseUtils::errorContext(SceneParseUtils::childElement(root, "c")),
+              "  (In element 'c', around line 5, column 1)");
+}
+
+TEST(XMLDocument, SavesWhatItReadsBack) {
+    const TempDir folder;
+    const String path = folder / "a.xml";
+    XMLDocument document;
+    document.parseText("<a><b>&lt;x</b></a>", "text");
+    document.saveDocument(path);
+    EXPECT_EQ(fileBytes(path), "<a>\n    <b>&lt;x</b>\n</a>\n");
+    XMLDocument again;
+    again.loadDocument(path);
+    EXPECT_EQ(SceneParseUtils::parseString(again.rootElement(), "b"), "<x");
+    EXPECT_EQ(again.path(), path);
+    const String nowhere = folder / "none/a.xml";
+    EXPECT_EQ(thrownMessage<QuenzaXMLDocExcep>([&] { document.saveDocument(nowhere); }),
+              "Failed to save XML document to '" + nowhere.toStdString() + "': No such file or directory");
+}
+
+} // namespace
+} // namespace Quenza
