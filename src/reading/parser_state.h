@@ -40,9 +40,8 @@ struct ParserState {
     ParserState(const ParserState&) = delete;
     ParserState& operator=(const ParserState&) = delete;
 
-    /// Folder of the file that is being read, to open files with.
-    String base_dir;
-    /// The same folder as seen from the scene's own; empty while that is the scene file itself.
+    String scene_dir; ///< Folder of the scene file.
+    /// Folder of the file that is being read as seen from the scene's; empty while that is the scene itself.
     String base_from_scene;
 
     /// By name, aliases among them. The last of several materials of one name counts.
@@ -54,6 +53,7 @@ struct ParserState {
     double white_point_x = 0; ///< Override of the settings' white point; both zero means none.
     double white_point_y = 0;
     Vector<String> layer_names; ///< From `layer_name` elements.
+    u32 num_rectangle_lights = 0;
 
     /// A path of the file that is being read, in the form that nodes hold: relative to the scene's folder, or
     /// absolute when an absolute path led here. In the scene file itself paths stay as they are written.
@@ -62,12 +62,12 @@ struct ParserState {
     /// Throws "Material '...' is not defined. " with the context of `element`.
     Ref<SceneNodeMaterial> findMaterial(const std::string& name, const TiXmlElement& element) const;
 
-    /// The mesh of the child `mesh_name`; null when there is no such mesh.
+    /// Null when there is no such mesh.
     Ref<SceneNodeMesh> findMesh(const std::string& name) const;
 
     /// Reads `material_name` or `material_uid` below `element`. A name must be known already and gives the
-    /// node; a UID may be that of a node further on: `node` is null unless it was read already, and binding
-    /// finds it later. Returns false when neither child is there.
+    /// node; a UID may be that of a node further on, and is left to binding. Returns false when neither child
+    /// is there.
     bool parseMaterialReference(const TiXmlElement& element, Ref<SceneNodeMaterial>& node, SceneNodeUID& uid,
                                 const char* name_child = "material_name",
                                 const char* uid_child = "material_uid") const;

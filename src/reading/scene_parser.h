@@ -3,6 +3,7 @@
 
 #include "foundation/ref_counted.h"
 #include "foundation/string.h"
+#include "reading/include_stack.h"
 #include "reading/parser_state.h"
 #include "scene/scene_node_render_settings.h"
 #include "scene/scene_node_root.h"
@@ -22,9 +23,11 @@ public:
 
     /// Makes the scene of the file. References by UID are bound and mesh files loaded by
     /// SceneNodeRoot::finalise alone. The root has background settings and settings, default ones if need be.
+    /// `root` is set when all is read.
     ///
     /// Settings come in layers: the library's defaults, then `inifile.xml`, then the scene's, then
-    /// `extra_settings`, which is the inside of a `renderer_settings` element or empty.
+    /// `extra_settings`, which is the inside of a `renderer_settings` element or empty. A scene with several
+    /// `renderer_settings` has as many layers, the later above the earlier; they become one node.
     void parseScene(Ref<SceneNodeRoot>& root, const String& scene_path, const Context& context,
                     const String& extra_settings);
 
@@ -36,15 +39,18 @@ public:
     /// added to. Also for the children of material files.
     void parseElement(const TiXmlElement& element, NodeList& nodes);
 
-    /// For callers that read the document themselves: the folder of that file, for relative paths.
-    void setBaseDirectory(const String& directory) { state_.base_dir = directory; }
-
-    const ParserState& state() const { return state_; }
+    /// For callers that read the document themselves: its path, for relative paths in it.
+    void setScenePath(const String& path);
 
 private:
-    void parseElementUnchecked(const TiXmlElement& element, NodeList& nodes);
+    NodeList readSceneFile(const String& scene_path);
+    void readElement(const TiXmlElement& element, NodeList& nodes);
+    Ref<SceneNodeRenderSettings> readIniSettings(const String& directory);
+    Ref<SceneNodeRenderSettings> readExtraSettings(const String& text);
+    void completeSettings(NodeList& nodes, const Context& context, const String& extra_settings);
 
     ParserState state_;
+    IncludeStack includes_;
 };
 
 } // namespace Quenza
