@@ -112,8 +112,7 @@ void MaterialReader::medium(Ref<SceneNodeMedium>& node, SceneNodeUID& uid) {
         return;
     const auto found = state_.media.find(name);
     if (found == state_.media.end())
-        throwParserError("Medium '" + name + "' is not defined. ",
-                         childElement(element_, MEDIUM_REFERENCE.name));
+        throwParserError("Medium '" + name + "' is not defined. ", element_);
     node = found->second;
 }
 

@@ -46,6 +46,106 @@ Ref<M> makeSurface() {
     return material;
 }
 
+/// A material of each class with fields of its own, all set but what excludes another.
+inline Ref<Material> makeDiffuse() {
+    auto m = makeSurface<DiffuseMaterial>();
+    m->albedo = spectral(1);
+    m->random_triangle_colours = true;
+    return m;
+}
+
+inline Ref<Material> makeTransmitter() {
+    auto m = makeSurface<DiffuseTransmitter>();
+    m->albedo = spectral(1);
+    m->internal_medium_uid = SceneNodeUID(55);
+    return m;
+}
+
+inline Ref<Material> makeOrenNayar() {
+    auto m = makeSurface<OrenNayarMaterial>();
+    m->albedo = spectral(1);
+    m->sigma = scalar(2);
+    return m;
+}
+
+inline Ref<Material> makePhong() {
+    auto m = makeSurface<PhongMaterial>();
+    m->diffuse_albedo = spectral(1);
+    m->specular_reflectivity = spectral(2);
+    m->exponent = scalar(3);
+    m->fresnel_scale = scalar(4);
+    m->ior = 1.6;
+    m->nk_data = "nkdata/Au.nk";
+    return m;
+}
+
+inline Ref<Material> makeSpecular() {
+    auto m = makeSurface<SpecularMaterial>();
+    m->internal_medium_uid = SceneNodeUID(55);
+    m->transparent = false;
+    m->absorption_layer_transmittance = spectral(1);
+    m->tabulated_internal_reflection_coefficient = new TabulatedSpectralData;
+    m->private_data = "x<y";
+    return m;
+}
+
+inline Ref<Material> makeGlossy() {
+    auto m = makeSurface<GlossyTransparent>();
+    m->internal_medium_uid = SceneNodeUID(55);
+    m->exponent = scalar(1);
+    m->absorption_layer_transmittance = spectral(2);
+    return m;
+}
+
+inline Ref<Material> makeCoating() {
+    auto m = makeSurface<CoatingMaterial>();
+    m->absorption = spectral(1);
+    m->thickness = scalar(2);
+    m->roughness = scalar(3);
+    m->fresnel_scale = scalar(4);
+    m->interference = true;
+    m->substrate_material_uid = SceneNodeUID(66);
+    return m;
+}
+
+inline Ref<Material> makeThin() {
+    auto m = makeSurface<DoubleSidedThinMaterial>();
+    m->front_material_uid = SceneNodeUID(66);
+    m->back_material_uid = SceneNodeUID(67);
+    m->r_f = scalar(1);
+    m->transmittance = spectral(2);
+    m->front_roughness = scalar(3);
+    m->back_roughness = scalar(4);
+    m->front_fresnel_scale = scalar(5);
+    m->back_fresnel_scale = scalar(6);
+    return m;
+}
+
+inline Ref<Material> makeBlend() {
+    Ref<BlendMaterial> m = new BlendMaterial;
+    m->a_mat_uid = SceneNodeUID(66);
+    m->b_mat_uid = SceneNodeUID(67);
+    m->blend = height(1);
+    m->step_blend = true;
+    return m;
+}
+
+inline Ref<Material> makeSunSky() {
+    Ref<SunSkyMaterial> m = new SunSkyMaterial;
+    m->sundir = {1, 0.5, 0};
+    m->sky_layer = 3;
+    m->sun_layer = 2;
+    return m;
+}
+
+inline Ref<Material> makePlugin() {
+    Ref<PluginMaterial> m = new PluginMaterial;
+    m->layer = 4;
+    m->plugin_name = "p";
+    m->material_name = "m";
+    return m;
+}
+
 inline Ref<SceneNodeMaterial> makeNode(const Ref<Material>& material, u32 uid, const char* name) {
     Ref<SceneNodeMaterial> node = new SceneNodeMaterial(material);
     node->setUID(SceneNodeUID(uid));
