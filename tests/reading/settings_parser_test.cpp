@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+#include "reading/settings_parser.h"
+
+#include "reading/parsed_element.h"
+#include "scene/xml_text.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace Quenza {
+namespace {
+
+std::string settings(const std::string& children) {
+    return "<renderer_settings>\n" + children + "\n</renderer_settings>";
+}
+
+Ref<SceneNodeRenderSettings> read(const std::string& text) {
+    return parseRenderSettings(ParserState(), ParsedElement(text));
+}
+
+/// What a new node with these layers on top writes.
+template <class... Texts>
+std::string merged(const Texts&... layers) {
+    SceneNodeRenderSettings node;
+    (mergeSettings(node, *read(settings(layers))), ...);
+    return xmlText(node);
+}
+
+/// The row's value that isn't the default one.
+SettingValue changed(const SettingValue& value) {
+    if (const i32* number = std::get_if<i32>(&value))
+        return *number + 7;
+    if (const bool* flag = std::get_if<bool>(&value))
+        return !*flag;
+    return std::get<double>(value) + 0.125;
+}
+
+Ref<SceneNodeRenderSettings> fullSettings() {
+    const Ref<SceneNodeRenderSettings> node = new SceneNodeRenderSettings;
+    for (const SettingRow& row : DEFAULT_SETTING_ROWS)
+        node->setValue(row.key, changed(row.value));
+    node->setDouble("display_period", 30);
+    node->setBool("polarisation", true);
+    const Ref<RenderRegion> region = new RenderRegion;
+    region->x1 = 1;
+    region->x2 = 2;
+    region->y1 = -3;
+    region->y2 = 4;
+    node->render_region = region;
+    node->setWhitePoint(new WhitePoint(0.25, 0.125));
+    const Ref<LayerSetting> key = new LayerSetting("Key  light");
+    key->xyz = {1, 0.5, 2};
+    key->gain = 0.25;
+    node->addLayer(key);
+    node->addLayer(new LayerSetting("Fill"));
+    const Ref<GPUDeviceSettings> device = new GPUDeviceSettings;
+    device->device_name = "Card 1";
+    device->subsystem = GPUDeviceSettings::CUDA;
+    node->gpu_device = device;
+    return node;
+}
+
+/// What a new node writes that takes everything from the written text of `node`.
+std::string readAgain(SceneNodeRenderSettings& node) {
+    SceneNodeRenderSettings again;
+    again.uid = node.uid;
+    mergeSettings(again, *read(xmlText(node)));
+    return xmlText(again);
+}
+
+TEST(SettingsParser, readsWhatIsWritten) {
+    SceneNodeRenderSettings fresh;
+    EXPECT_EQ(readAgain(fresh), xmlText(fresh));
+
+    const Ref<SceneNodeRenderSettings> node = fullSettings();
+    const Ref<SplatFilterMNCubic> splat_cubic = new SplatFilterMNCubic;
+    splat_cubic->blur = 0.375;
+    splat_cubic->ring = 0.75;
+    const Ref<DownsizeFilterMNCubic> downsize_cubic = new DownsizeFilterMNCubic;
+    downsize_cubic->blur = 0.5;
+    downsize_cubic->ring = 0.25;
+    downsize_cubic->radius = 2;
+    const Ref<SplatFilter> splats[] = {new SplatFilterFastBox, new SplatFilterRadial, new SplatFilterBox,
+                                       splat_cubic};
+    for (const Ref<SplatFilter>& splat : splats) {
+        node->setSplatFilter(splat);
+        EXPECT_EQ(readAgain(*node), xmlText(*node));
+    }
+    const Ref<DownsizeFilter> downsizes[] = {new DownsizeFilterGaussian, new DownsizeFilterSharp,
+                                             downsize_cubic};
+    for (const Ref<DownsizeFilter>& downsize : downsizes) {
+        node->setDownsizeFilter(downsize);
+        EXPECT_EQ(readAgain(*node), xmlText(*node));
+    }
+}
+
+TEST(SettingsParser, holdsOnlyWhatTheElementSets) {
+    const Ref<SceneNodeRenderSettings> layer =
+        read(settings("<uid>6</uid><name>Preset</name><gpu_path_tracing>true</gpu_path_tracing>"));
+    EXPECT_EQ(layer->uid, SceneNodeUID(6));
+    EXPECT_EQ(layer->name, "Preset");
+    EXPECT_EQ(layer->settings.size(), 1u);
+    EXPECT_TRUE(layer->getBool("gpu_path_tracing"));
+    EXPECT_TRUE(layer->splat_filter.isNull() && layer->downsize_filter.isNull());
+    EXPECT_TRUE(layer->white_point.isNull() && layer->render_region.isNull() && layer->gpu_device.isNull());
+    EXPECT_TRUE(layer->layer_settings.empty());
+}
+
+TEST(SettingsParser, takesDefaultsWithinAPart) {
+    EXPECT_EQ(merged("<splat_filter><mn_cubic/></splat_filter><layer_setting/>"
+                     "<selected_gpu_device><device_name>Card</device_name></selected_gpu_device>"),
+              merged("<splat_filter><mn_cubic><blur>0.2</blur><ring>0.6</ring></mn_cubic></splat_filter>"
+                     "<layer_setting><name></name><xyz>1 1 1</xyz><gain>1</gain></layer_setting>"
+                     "<selected_gpu_device><device_name>Card</device_name><subsystem>Metal</subsystem>"
+                     "</selected_gpu_device>"));
+    EXPECT_EQ(read(settings("<white_point>D50</white_point>"))->white_point->y, double(0.3585f));
+}
+
+TEST(SettingsParser, letsTheUpperLayerWinForWhatItSets) {
+    const std::string sun = "<layer_setting><name>Sun</name></layer_setting>";
+    const std::string sky = "<layer_setting><name>Sky</name></layer_setting>";
+    const std::string lower =
+        "<width>100</width><height>50</height><splat_filter><box/></splat_filter>" + sun + sky;
+    EXPECT_EQ(merged(lower, "<width>7</width>"),
+              merged("<width>7</width><height>50</height><splat_filter><box/></splat_filter>" + sun + sky));
+    EXPECT_EQ(merged(lower, "<splat_filter><radial/></splat_filter>" + sky),
+              merged("<width>100</width><height>50</height><splat_filter><radial/></splat_filter>" + sky));
+    EXPECT_EQ(merged(lower, ""), merged(lower));
+}
+
+TEST(SettingsParser, leavesLayersIndependentOfWhatTheyWereMergedInto) {
+    const Ref<SceneNodeRenderSettings> layer = fullSettings();
+    const std::string before = xmlText(*layer);
+    SceneNodeRenderSettings base;
+    mergeSettings(base, *layer);
+    base.white_point->x = 0.5;
+    base.render_region->x1 = 9;
+    base.layer_settings[0]->gain = 9;
+    base.gpu_device->device_name = "Other";
+    static_cast<DownsizeFilterMNCubic&>(*base.downsize_filter).blur = 9;
+    static_cast<IntSetting&>(**base.settings.find("width")).value = 9;
+    EXPECT_EQ(xmlText(*layer), before);
+}
+
+TEST(SettingsParser, refusesWhatIsWrong) {
+    const BadElement rows[] = {
+        {"<colour>red</colour>",
+         "Found unexpected element 'colour'  (In element 'colour', around line 2, column 1)"},
+        {"<width>-1</width>", "width must be >= 0.    (In element 'width', around line 2, column 1)"},
+        {"<height>-1</height>", "height must be >= 0.    (In element 'height', around line 2, column 1)"},
+        {"<width>1.5</width>",
+         "Parse error while parsing integer from '1.5'  (In element 'width', around line 2, column 1)"},
+        {"<max_depth>4294967296</max_depth>",
+         "Failed to parse integer from '4294967296'  (In element 'max_depth', around line 2, column 1)"},
+        {"<gpu>TRUE</gpu>",
+         "Invalid boolean value (Should be 'true' or 'false').  (In element 'gpu', around line 2, column 1)"},
+        {"<halt_time>soon</halt_time>",
+         "Failed to parse double from 'soon'  (In element 'halt_time', around line 2, column 1)"},
+        {"<render_region><x1>0</x1><y1>0</y1><x2>4</x2></render_region>",
+         "could not find element 'y2'  (In element 'render_region', around line 2, column 1)"},
+        {"<splat_filter><sharp/></splat_filter>",
+         "Found unexpected element 'sharp'  (In element 'sharp', around line 2, column 15)"},
+        {"<splat_filter/>", "Failed to find child for element 'splat_filter' - Child should be one of "
+                            "'fastbox', 'box', 'radial', "
+                            "'mn_cubic'  (In element 'splat_filter', around line 2, column 1)"},
+        {"<splat_filter><mn_cubic><radius>1</radius></mn_cubic></splat_filter>",
+         "Found unexpected element 'radius'  (In element 'radius', around line 2, column 25)"},
+        {"<splat_filter><box><blur/></box></splat_filter>",
+         "Found unexpected element 'blur'  (In element 'blur', around line 2, column 20)"},
+        {"<downsize_filter/>",
+         "Failed to find child for element 'downsize_filter' - Child should be one of 'mn_cubic', 'sharp', "
+         "'gaussian'  (In element 'downsize_filter', around line 2, column 1)"},
+        {"<downsize_filter><sharp/><sharp/></downsize_filter>",
+         "Found unexpected element 'sharp',  already parsed mutually exclusive element 'sharp'  (In element "
+         "'sharp', around line 2, column 26)"},
+        {"<downsize_filter><gaussian><radius/></gaussian></downsize_filter>",
+         "Found unexpected element 'radius'  (In element 'radius', around line 2, column 28)"},
+        {"<white_point><chromaticity_coordinates>0.3</chromaticity_coordinates></white_point>",
+         "Failed to parse Vec2 from '0.3'  (In element 'chromaticity_coordinates', around line 2, column "
+         "14)"},
+        {"<layer_setting><gain>1</gain><weight>1</weight></layer_setting>",
+         "Found unexpected element 'weight'  (In element 'weight', around line 2, column 30)"},
+        {"<selected_gpu_device/>",
+         "could not find element 'device_name'  (In element 'selected_gpu_device', around line 2, column 1)"},
+    };
+    const auto reader = [](const TiXmlElement& element) { parseRenderSettings(ParserState(), element); };
+    for (const BadElement& row : rows)
+        EXPECT_EQ(refusal(settings(row.text), reader), row.message) << row.text;
+}
+
+} // namespace
+} // namespace Quenza
