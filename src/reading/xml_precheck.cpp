@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "reading/xml_precheck.h"
 
+#include "foundation/utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <vector>
@@ -17,50 +19,30 @@ constexpr const char* DOCUMENT_EMPTY = "Error document empty.";
 constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 constexpr u64 NONE = std::string_view::npos;
 
-bool isSpace(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+enum CharacterClass : unsigned char { SPACE = 1, NAME_BEGIN = 2, NAME_PART = 4 };
+
+/// Names begin with letters, "_" and, as TinyXML has it, everything beyond ASCII.
+constexpr std::array<unsigned char, 256> makeClasses() {
+    std::array<unsigned char, 256> classes{};
+    for (u32 c = 0; c < 256; ++c) {
+        const u32 lower = c | 0x20;
+        const bool begins_name = (lower >= 'a' && lower <= 'z') || c == '_' || c >= 127;
+        const bool is_part = (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':';
+        const bool is_space = c == ' ' || c == '\t' || c == '\n' || c == '\r';
+        classes[c] = static_cast<unsigned char>((is_space ? SPACE : 0) | (begins_name ? NAME_BEGIN : 0) |
+                                                (begins_name || is_part ? NAME_PART : 0));
+    }
+    return classes;
 }
 
-/// Letters, "_" and, as TinyXML has it, everything beyond ASCII.
-bool beginsName(char c) {
-    const char lower = char(c | 0x20);
-    return (lower >= 'a' && lower <= 'z') || c == '_' || static_cast<unsigned char>(c) >= 127;
-}
+constexpr std::array<unsigned char, 256> CLASSES = makeClasses();
 
-bool continuesName(char c) {
-    return beginsName(c) || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':';
-}
-
-/// Bytes of the character that begins with this byte; 0 for bytes that begin none.
-u64 characterLength(unsigned char lead) {
-    if (lead < 0x80)
-        return 1;
-    if (lead < 0xC2)
-        return 0;
-    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
+bool isA(CharacterClass kind, char c) {
+    return (CLASSES[static_cast<unsigned char>(c)] & kind) != 0;
 }
 
 bool isContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-}
-
-/// Offset of the first byte that is no part of a UTF-8 character, or NONE. TinyXML goes by lead bytes alone,
-/// and a cut character would make it swallow the "<" behind.
-u64 findBadCharacter(std::string_view text) {
-    u64 at = 0;
-    while (at < text.size()) {
-        const unsigned char lead = static_cast<unsigned char>(text[at]);
-        if (lead < 0x80) {
-            ++at;
-            continue;
-        }
-        const u64 length = characterLength(lead);
-        if (length == 0 || length > text.size() - at ||
-            !std::all_of(text.begin() + i64(at) + 1, text.begin() + i64(at + length), isContinuation))
-            return at;
-        at += length;
-    }
-    return NONE;
 }
 
 struct Place {
@@ -107,7 +89,8 @@ private:
     bool check() {
         if (const u64 zero = view_.find('\0'); zero != NONE)
             return fail(zero, "a zero byte stands in the text");
-        if (const u64 bad = findBadCharacter(view_); bad != NONE)
+        // TinyXML goes by lead bytes: a cut character would make it swallow the "<" behind.
+        if (const u64 bad = findInvalidUTF8(view_); bad != NONE)
             return fail(bad, "the text isn't UTF-8");
         if (view_.starts_with(BYTE_ORDER_MARK))
             at_ = BYTE_ORDER_MARK.size();
@@ -138,26 +121,23 @@ private:
     }
 
     bool isAt(std::string_view word) const { return view_.substr(at_, word.size()) == word; }
-    void skipSpace() {
-        while (at_ < view_.size() && isSpace(view_[at_]))
+    /// The byte at the cursor; the zero at the end of the text, which has no other.
+    char peek() const { return text_.c_str()[at_]; }
+    void skip(CharacterClass kind) {
+        while (isA(kind, peek()))
             ++at_;
     }
 
     bool checkCharacters() {
-        const u64 begin = at_;
-        bool blank = true;
-        for (; at_ < view_.size() && view_[at_] != '<'; ++at_) {
-            const char c = view_[at_];
-            if (blank && !isSpace(c)) {
-                blank = false;
-                if (open_.empty())
-                    return fail(at_, "there is text outside of the root element");
-            }
-            if (c == '&' && !checkReference(at_))
-                return false;
+        skip(SPACE);
+        if (peek() != '<' && at_ < view_.size()) {
+            if (open_.empty())
+                return fail(at_, "there is text outside of the root element");
+            has_text_ = true;
         }
-        has_text_ |= !blank;
-        pieces_.push_back({begin, at_, false});
+        for (; peek() != '<' && at_ < view_.size(); ++at_)
+            if (peek() == '&' && !checkReference(at_))
+                return false;
         return true;
     }
 
@@ -184,8 +164,12 @@ private:
     }
 
     bool checkMarkup() {
-        const char next = at_ + 1 < view_.size() ? view_[at_ + 1] : '\0';
+        const char next = text_.c_str()[at_ + 1];
         had_markup_ = true;
+        if (isA(NAME_BEGIN, next))
+            return checkStartTag();
+        if (next == '/')
+            return checkEndTag();
         if (isAt("<!--"))
             return checkEnclosed("<!--", "-->", "the comment isn't closed", true);
         if (isAt("<![CDATA["))
@@ -195,10 +179,6 @@ private:
             return checkDocumentType();
         if (next == '?')
             return checkInstruction();
-        if (next == '/')
-            return checkEndTag();
-        if (beginsName(next))
-            return checkStartTag();
         return fail(at_, "the '<' begins no tag");
     }
 
@@ -206,10 +186,8 @@ private:
         const u64 found = view_.find(end, at_ + begin.size());
         if (found == NONE)
             return fail(at_, message);
-        has_comment_ |= comment;
         has_text_ |= !comment;
-        pieces_.push_back({at_, found + end.size(), comment});
-        at_ = found + end.size();
+        addPiece(found + end.size(), comment);
         return true;
     }
 
@@ -235,10 +213,16 @@ private:
         const u64 end = view_.find_first_of("<>", begin_of_content);
         if (end == NONE || view_[end] == '<' || end == begin_of_content || view_[end - 1] != '?')
             return fail(at_, "the processing instruction isn't closed");
-        has_comment_ = true;
-        pieces_.push_back({at_, end + 1, true});
-        at_ = end + 1;
+        addPiece(end + 1, true);
         return true;
+    }
+
+    /// From the cursor to `end`, behind the text that stands before the cursor.
+    void addPiece(u64 end, bool comment) {
+        pieces_.push_back({pieces_.empty() ? text_begin_ : pieces_.back().end, at_, false});
+        pieces_.push_back({at_, end, comment});
+        has_comment_ |= comment;
+        at_ = end;
     }
 
     bool checkDeclaration() {
@@ -269,29 +253,28 @@ private:
     /// Offset behind white space, NONE when there is none.
     u64 skipSpaceOver() {
         const u64 before = at_;
-        skipSpace();
+        skip(SPACE);
         return at_ == before ? NONE : at_;
     }
 
     bool skipName() {
-        if (at_ >= view_.size() || !beginsName(view_[at_]))
+        if (!isA(NAME_BEGIN, peek()))
             return false;
-        while (at_ < view_.size() && continuesName(view_[at_]))
-            ++at_;
+        skip(NAME_PART);
         return true;
     }
 
     /// The "=" between name and value.
     bool skipEquals() {
-        skipSpace();
-        if (!isAt("="))
+        skip(SPACE);
+        if (peek() != '=')
             return false;
         ++at_;
-        skipSpace();
+        skip(SPACE);
         return true;
     }
 
-    bool isAtQuote() const { return isAt("\"") || isAt("'"); }
+    bool isAtQuote() const { return peek() == '"' || peek() == '\''; }
 
     /// The text between the quotes at the cursor, which goes behind them; false when the second is missing.
     bool skipQuoted(u64& begin, u64& end) {
@@ -313,14 +296,14 @@ private:
         const std::string_view name = view_.substr(name_begin, at_ - name_begin);
         had_root_ = true;
         for (u32 attributes = 0;; ++attributes) {
-            skipSpace();
-            if (isAt("/>")) {
-                at_ += 2;
+            skip(SPACE);
+            if (peek() == '>') {
+                text_begin_ = ++at_;
+                open_.push_back(name);
                 return true;
             }
-            if (isAt(">")) {
-                ++at_;
-                open_.push_back(name);
+            if (isAt("/>")) {
+                text_begin_ = at_ += 2;
                 return true;
             }
             if (at_ >= view_.size())
@@ -360,30 +343,34 @@ private:
         at_ += 2;
         const bool matches = isAt(open_.back());
         at_ += matches ? open_.back().size() : 0;
-        skipSpace();
-        if (!matches || !isAt(">"))
+        skip(SPACE);
+        if (!matches || peek() != '>')
             return failAsTinyXML(begin, READING_END_TAG,
                                  std::min(view_.find('>', at_), view_.size() - 1) + 1);
-        ++at_;
+        text_begin_ = ++at_;
         open_.pop_back();
         return true;
     }
 
-    /// At the tag that ends a stretch of text: moves the comments of the stretch to its end.
+    /// At the tag that ends a stretch of text.
     void finishText(u64 end) {
-        if (has_comment_ && has_text_ && !open_.empty()) {
-            const u64 begin = pieces_.front().begin;
-            std::string moved;
-            moved.reserve(end - begin);
-            for (const bool comments : {false, true})
-                for (const Piece& piece : pieces_)
-                    if (piece.comment == comments)
-                        moved.append(text_, piece.begin, piece.end - piece.begin);
-            text_.replace(begin, moved.size(), moved);
-        }
+        if (has_comment_ && has_text_)
+            moveComments(end);
         pieces_.clear();
         has_comment_ = false;
         has_text_ = false;
+    }
+
+    /// To the end of their stretch of text.
+    void moveComments(u64 end) {
+        pieces_.push_back({pieces_.back().end, end, false});
+        std::string moved;
+        moved.reserve(end - text_begin_);
+        for (const bool comments : {false, true})
+            for (const Piece& piece : pieces_)
+                if (piece.comment == comments)
+                    moved.append(text_, piece.begin, piece.end - piece.begin);
+        text_.replace(text_begin_, moved.size(), moved);
     }
 
     static constexpr u64 LAST_CODE_POINT = 0x10FFFF;
@@ -392,7 +379,8 @@ private:
     const std::string_view view_; ///< Of `text_`, whose bytes stay where they are.
     u64 at_ = 0;
     std::vector<std::string_view> open_; ///< Names of the elements around the place.
-    std::vector<Piece> pieces_;          ///< Since the last tag.
+    std::vector<Piece> pieces_;          ///< Since the last tag, when there is more than text.
+    u64 text_begin_ = 0;                 ///< Offset behind the last tag.
     bool has_comment_ = false;
     bool has_text_ = false;
     bool had_root_ = false;

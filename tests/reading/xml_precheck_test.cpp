@@ -51,6 +51,7 @@ TEST(XMLPrecheck, NamesEachFaultAndItsPlace) {
         {std::string("<a>\n\0</a>", 9), "a zero byte stands in the text  (Line 2, column 1.)"},
         {"<a>\xE2</a>", "the text isn't UTF-8  (Line 1, column 4.)"},
         {"<a>\xC3\xA4 \xC3</a>", "the text isn't UTF-8  (Line 1, column 6.)"},
+        {"<a>12345678\xE2\x82\xAC\xF0\x9F\x99</a>", "the text isn't UTF-8  (Line 1, column 13.)"},
         {"<a>\x80</a>", "the text isn't UTF-8  (Line 1, column 4.)"},
         {"", "Error document empty.  (Line 1, column 1.)"},
         {" \n\t", "Error document empty.  (Line 2, column 5.)"},
