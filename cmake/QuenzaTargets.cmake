@@ -28,6 +28,10 @@ if(QUENZA_SANITIZE)
   target_compile_definitions(quenza_options INTERFACE _GLIBCXX_ASSERTIONS)
 endif()
 
+if(QUENZA_FUZZ)
+  target_compile_options(quenza_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # quenza_library(NAME [DEPENDS target...]): a static library of all sources below the current folder.
 # Folder and target go together: what a folder may include is what its target links.
 # A folder without a .cpp file becomes an interface library, which passes its dependencies on.
