@@ -9,10 +9,9 @@ class TiXmlElement;
 
 namespace Quenza {
 
-/// Reads a `renderer_settings` into a node that holds what the element sets and nothing else: the filters and
-/// the white point of the element's node are null where the element has none. Such a node is a layer for
-/// mergeSettings; it can be neither written nor cloned. Throws QuenzaModelParserExcep or
-/// SceneParseUtilsExcep.
+/// Reads a `renderer_settings` into a node that holds what the element sets and nothing else: filters and
+/// white point are null where the element has none. Such a node is a layer for mergeSettings. Throws
+/// QuenzaModelParserExcep or SceneParseUtilsExcep.
 Ref<SceneNodeRenderSettings> parseRenderSettings(const ParserState& state, const TiXmlElement& element);
 
 /// Sets in `base` all that `layer` holds: each row, filter and so on by itself, the light layers as one list.

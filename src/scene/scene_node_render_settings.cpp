@@ -28,13 +28,15 @@ const Setting& requireSetting(const Map<String, Ref<BaseSetting>>& settings, con
 
 /// Unlike all other numbers these take the form of the stream, which in a file has six digits. The line ends
 /// with its own indent: readers skip blanks, and files stay comparable with those of earlier versions.
-void writeWhitePointLine(OStream& stream, u32 depth, const WhitePoint& point) {
-    writeIndent(stream, depth);
+void writeWhitePoint(OStream& stream, u32 depth, const WhitePoint& point) {
+    writeOpenTag(stream, depth, "white_point");
+    writeIndent(stream, depth + 1);
     stream.writeDouble(point.x);
     stream.writeString(" ");
     stream.writeDouble(point.y);
-    writeIndent(stream, depth);
+    writeIndent(stream, depth + 1);
     stream.writeString("\n");
+    writeCloseTag(stream, depth, "white_point");
 }
 
 void writeRegion(OStream& stream, u32 depth, const RenderRegion& region) {
@@ -79,9 +81,9 @@ Ref<SceneNode> SceneNodeRenderSettings::clone() const {
     settings.forEach([&](const String& key, const Ref<BaseSetting>& setting) {
         copy->settings.insert(key, setting->clone());
     });
-    copy->splat_filter = splat_filter->clone();
-    copy->downsize_filter = downsize_filter->clone();
-    copy->white_point = new WhitePoint(*white_point);
+    copy->splat_filter = splat_filter ? splat_filter->clone() : nullptr;
+    copy->downsize_filter = downsize_filter ? downsize_filter->clone() : nullptr;
+    copy->white_point = white_point ? new WhitePoint(*white_point) : nullptr;
     copy->render_region = render_region ? new RenderRegion(*render_region) : nullptr;
     for (const Ref<LayerSetting>& layer : layer_settings)
         copy->addLayer(layer ? new LayerSetting(*layer) : nullptr);
@@ -106,11 +108,12 @@ void SceneNodeRenderSettings::writeToXML(OStream& stream, u32 depth, const XMLWr
 void SceneNodeRenderSettings::writePartsToXML(OStream& stream, u32 depth) const {
     if (render_region)
         writeRegion(stream, depth, *render_region);
-    splat_filter->writeToXML(stream, depth);
-    downsize_filter->writeToXML(stream, depth);
-    writeOpenTag(stream, depth, "white_point");
-    writeWhitePointLine(stream, depth + 1, *white_point);
-    writeCloseTag(stream, depth, "white_point");
+    if (splat_filter)
+        splat_filter->writeToXML(stream, depth);
+    if (downsize_filter)
+        downsize_filter->writeToXML(stream, depth);
+    if (white_point)
+        writeWhitePoint(stream, depth, *white_point);
     for (const Ref<LayerSetting>& layer : layer_settings)
         if (layer)
             writeLayer(stream, depth, *layer);

@@ -10,7 +10,8 @@
 namespace Quenza {
 
 /// The renderer's settings. A scene has at most one such node. Most settings are rows of a table from key to
-/// value; a new node has all keys that the renderer knows with their defaults.
+/// value; a new node has all keys that the renderer knows with their defaults. A node that is a mere layer of
+/// settings may lack rows, filters and white point.
 class SceneNodeRenderSettings : public SceneNode {
 public:
     SceneNodeRenderSettings();
@@ -32,7 +33,6 @@ public:
     void setDouble(const String& key, double value);
     void setValue(const String& key, const SettingValue& value);
 
-    /// None of these may be null.
     void setSplatFilter(const Ref<SplatFilter>& filter) { splat_filter = filter; }
     void setDownsizeFilter(const Ref<DownsizeFilter>& filter) { downsize_filter = filter; }
     void setWhitePoint(const Ref<WhitePoint>& point) { white_point = point; }

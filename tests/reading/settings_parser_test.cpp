@@ -95,15 +95,13 @@ TEST(SettingsParser, readsWhatIsWritten) {
 }
 
 TEST(SettingsParser, holdsOnlyWhatTheElementSets) {
-    const Ref<SceneNodeRenderSettings> layer =
-        read(settings("<uid>6</uid><name>Preset</name><gpu_path_tracing>true</gpu_path_tracing>"));
-    EXPECT_EQ(layer->uid, SceneNodeUID(6));
-    EXPECT_EQ(layer->name, "Preset");
-    EXPECT_EQ(layer->settings.size(), 1u);
+    const Ref<SceneNodeRenderSettings> layer = read(
+        settings("<uid>6</uid><name>Preset</name><gpu_path_tracing>true</gpu_path_tracing><gpu>true</gpu>"));
     EXPECT_TRUE(layer->getBool("gpu_path_tracing"));
-    EXPECT_TRUE(layer->splat_filter.isNull() && layer->downsize_filter.isNull());
-    EXPECT_TRUE(layer->white_point.isNull() && layer->render_region.isNull() && layer->gpu_device.isNull());
-    EXPECT_TRUE(layer->layer_settings.empty());
+    const std::string text = "<renderer_settings>\n\t<uid>6</uid>\n\t<name>Preset</name>\n\t<gpu>true</gpu>\n"
+                             "</renderer_settings>\n";
+    EXPECT_EQ(xmlText(*layer), text);
+    EXPECT_EQ(xmlText(*layer->clone()), text);
 }
 
 TEST(SettingsParser, takesDefaultsWithinAPart) {
