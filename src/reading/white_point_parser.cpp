@@ -25,8 +25,17 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(WHITESPACE) - first + 1);
 }
 
-Ref<WhitePoint> toWhitePoint(const Vec2d& chromaticity) {
+Ref<WhitePoint> parseTwoNumbers(const TiXmlElement& element) {
+    const Vec2d chromaticity = xml::parseVec2Text(element);
     return new WhitePoint(chromaticity.x, chromaticity.y);
+}
+
+Ref<WhitePoint> parseCoordinates(const TiXmlElement& element) {
+    constexpr const char* names[] = {"x", "y"};
+    xml::checkChildrenAreInOnce(element, names);
+    if (!element.FirstChildElement())
+        return parseTwoNumbers(element);
+    return new WhitePoint(xml::parseDouble(element, "x"), xml::parseDouble(element, "y"));
 }
 
 } // namespace
@@ -34,13 +43,13 @@ Ref<WhitePoint> toWhitePoint(const Vec2d& chromaticity) {
 Ref<WhitePoint> parseWhitePoint(const TiXmlElement& element) {
     constexpr const char* names[] = {"chromaticity_coordinates"};
     xml::checkChildrenAreInOnce(element, names);
-    if (xml::optionalChildElement(element, names[0]))
-        return toWhitePoint(xml::parseVec2(element, names[0]));
+    if (const TiXmlElement* const coordinates = xml::optionalChildElement(element, names[0]))
+        return parseCoordinates(*coordinates);
     const std::string text = xml::elementText(element);
     const std::string_view words = trimmed(text);
     // A name is a single word; "9300" is one of them.
     if (words.find_first_of(WHITESPACE) != std::string_view::npos)
-        return toWhitePoint(xml::parseVec2Text(element));
+        return parseTwoNumbers(element);
     try {
         return whitePointFromName(String(words));
     } catch (const QuenzaException& e) {

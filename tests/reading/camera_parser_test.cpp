@@ -108,6 +108,7 @@ TEST(CameraParser, givesItsWhitePointToTheWholeScene) {
         {"D65", 0.31273f, 0.32902f},
         {" 9300\n", 0.2848f, 0.2932f},
         {"<chromaticity_coordinates>0.25 0.5</chromaticity_coordinates>", 0.25, 0.5},
+        {"<chromaticity_coordinates><y>0.5</y><x>0.25</x></chromaticity_coordinates>", 0.25, 0.5},
         {"\n\t0.125 <!-- y --> 0.75\t\n", 0.125, 0.75},
     };
     for (const auto& row : rows) {
@@ -147,6 +148,8 @@ TEST(CameraParser, refusesWhatIsWrongInACamera) {
          "'white_point', around line 2, column 1)"},
         {"<white_point>0.3 x</white_point>",
          "Failed to parse Vec2 from '0.3 x'  (In element 'white_point', around line 2, column 1)"},
+        {"<white_point><chromaticity_coordinates><x>0.3</x></chromaticity_coordinates></white_point>",
+         "could not find element 'y'  (In element 'chromaticity_coordinates', around line 2, column 14)"},
         {"<white_point><name>D65</name></white_point>",
          "Found unexpected element 'name'  (In element 'name', around line 2, column 14)"},
     };
