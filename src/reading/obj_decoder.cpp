@@ -5,19 +5,34 @@
 #include "foundation/string_utils.h"
 #include "foundation/text_cursor.h"
 #include "reading/obj_corner_merge.h"
-#include "reading/utf16_text.h"
 
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 namespace Quenza {
 
 namespace {
 
+constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+
 /// Corners that are read of a face; it's refused anyway.
 constexpr u32 MAX_CORNERS = 256;
+
+/// A normal that the mesh can take: extreme lengths are made 1, and one without a direction, which files of
+/// many exporters have at collapsed faces, becomes (1, 0, 0) as in the export.
+Vec3f usableNormal(const Vec3f& n) {
+    const f32 squared = n.x * n.x + n.y * n.y + n.z * n.z;
+    if (squared >= std::numeric_limits<f32>::min() && squared <= std::numeric_limits<f32>::max())
+        return n;
+    const double length = std::hypot(double(n.x), double(n.y), double(n.z));
+    if (length == 0)
+        return {1, 0, 0};
+    return {f32(double(n.x) / length), f32(double(n.y) / length), f32(double(n.z) / length)};
+}
 
 class ObjReader {
 public:
@@ -123,7 +138,7 @@ void ObjReader::readNormal() {
     f32 n[3];
     if (!readNumbers(n, 3))
         throw ModelLoaderExcep("Parse error while reading normal on line " + lineNumber());
-    merge_.normals.push_back({n[0], n[1], n[2]});
+    merge_.normals.push_back(usableNormal({n[0], n[1], n[2]}));
 }
 
 void ObjReader::readMaterial() {
@@ -211,8 +226,10 @@ void clearUVIndices(Mesh& mesh) {
 
 void FormatDecoderObj::streamModel(const String& path, Mesh& mesh, double scale) {
     const MappedFile file(path);
-    std::string converted;
-    ObjReader(textOfFile(file.bytes(), converted), mesh, scale).read();
+    std::string_view text = file.bytes();
+    if (text.starts_with(BYTE_ORDER_MARK))
+        text.remove_prefix(BYTE_ORDER_MARK.size());
+    ObjReader(text, mesh, scale).read();
     if (mesh.num_uv_mappings == 0)
         clearUVIndices(mesh);
     mesh.endOfModel();

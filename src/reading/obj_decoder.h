@@ -5,8 +5,8 @@
 
 namespace Quenza {
 
-/// Wavefront OBJ: the lines "v", "vt", "vn", "f" and "usemtl"; all others are ignored. Text is taken as
-/// UTF-8, or as UTF-16 where the file begins with that form's byte order mark.
+/// Wavefront OBJ: the lines "v", "vt", "vn", "f" and "usemtl"; all others are ignored.
+/// Texts are UTF-8, with or without a mark at the start of the file.
 ///
 /// Each distinct combination of indices becomes a vertex with, where the file has them, a normal and a UV
 /// entry of its own. So normals are the file's own, corner by corner; the mesh takes normals for all vertices
