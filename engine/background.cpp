@@ -112,7 +112,7 @@ LayeredRadiance Background::sun(const Vec& direction) const {
 void Background::sampleSurround(Random& random, LightSample& sample) const {
     const u64 cell = cells_.sample(random.next());
     sample.direction = directionIn(cell, random.next(), random.next());
-    sample.distance = INFINITY;
+    sample.infinite = true;
     sample.pdf = float(cells_.probability(cell)) / CELL_ANGLE;
     sample.radiance = surround(sample.direction);
 }
@@ -124,7 +124,7 @@ float Background::surroundPdf(const Vec& direction) const {
 void Background::sampleSun(Random& random, LightSample& sample) const {
     const float versine = 1.0f - sun_sky_->sunCosAngle();
     sample.direction = normalise(Frame(sun_sky_->sunDirection()).toWorld(sampleCone(versine, random)));
-    sample.distance = INFINITY;
+    sample.infinite = true;
     sample.pdf = 1.0f / (2 * PI * versine);
     sample.radiance = LayeredRadiance();
     sample.radiance.add(sun_sky_->sunRadiance(), sun_sky_->sunLayer());

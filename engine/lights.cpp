@@ -165,16 +165,17 @@ bool Lights::sampleTriangle(const Emitter& emitter, const Vec& from, float time,
     const SurfacePoint point =
         pointOnTriangle(*emitter.instance, emitter.triangle, u, v, emitter.instance->transform.at(time));
     const Vec way = point.position - from;
-    sample.distance = length(way);
+    const float distance = length(way);
     sample.direction = normalise(way);
+    sample.infinite = false;
     const float cosine = std::abs(dot(point.normal, sample.direction));
-    if (!(cosine > 0.0f) || !(sample.distance > 0.0f)) {
+    if (!(cosine > 0.0f) || !(distance > 0.0f)) {
         return false;
     }
     const EmissionProfile& profile = *emitter.instance->emission[point.material];
-    sample.pdf = profile.pick_density * sample.distance * sample.distance / cosine;
+    sample.pdf = profile.pick_density * distance * distance / cosine;
     sample.radiance = profile.emitted(point, -sample.direction);
-    sample.distance = std::max(0.0f, sample.distance - 2.0f * point.error / cosine);
+    sample.target = point.leave(-sample.direction);
     return !sample.radiance.empty();
 }
 
@@ -190,14 +191,14 @@ bool Lights::sampleSphere(const Emitter& emitter, const Vec& from, float time, R
     const Vec nearest = from + sample.direction * along - (from + view.axis * view.distance);
     const float half = std::sqrt(std::max(0.0f, view.radius * view.radius - dot(nearest, nearest)));
     const bool outside = view.distance > view.radius;
-    sample.distance = outside ? along - half : along + half;
+    const float distance = outside ? along - half : along + half;
+    sample.infinite = false;
     const Affine place = instance.transform.at(time);
-    const Vec world = from + sample.direction * sample.distance - place.origin;
+    const Vec world = from + sample.direction * distance - place.origin;
     const SurfacePoint point =
         pointOnSphere(instance, {dot(world, place.x), dot(world, place.y), dot(world, place.z)}, place);
     sample.radiance = profile.emitted(point, -sample.direction);
-    sample.distance =
-        std::max(0.0f, sample.distance * (1 - 1e-5f) - 4.0f * point.error - 1e-3f * view.radius);
+    sample.target = point.leave(-sample.direction);
     return !sample.radiance.empty();
 }
 

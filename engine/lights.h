@@ -18,8 +18,9 @@ namespace engine {
 /// Light that reaches a point from a direction that was drawn at random.
 struct LightSample {
     Vec direction;
-    float distance = 0; ///< Infinite for the background.
-    float pdf = 0;      ///< Per steradian.
+    bool infinite = false; ///< From the background.
+    Vec target;            ///< Else where it comes from, a little before the lamp's surface.
+    float pdf = 0;         ///< Per steradian.
     LayeredRadiance radiance;
 };
 

@@ -1,12 +1,44 @@
 // SPDX-License-Identifier: MIT
 #include "engine/options.h"
+#include "engine/render_job.h"
 #include "engine/report.h"
+#include "foundation/platform.h"
 #include "foundation/safe_file.h"
 
+#include <algorithm>
+#include <atomic>
+#include <csignal>
 #include <cstdio>
 #include <exception>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
+
+std::atomic<bool> stop{false};
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal's handler sets it");
+
+/// The first Ctrl-C ends the render with what there is; a second one ends the program as usual.
+void stopRendering(int signal) {
+    stop = true;
+    std::signal(signal, SIG_DFL);
+}
+
+/// Every picture is tried, also behind one that fails.
+bool renderAll(const engine::Options& options) {
+    std::signal(SIGINT, stopRendering);
+    std::signal(SIGTERM, stopRendering);
+    const std::string folder = Quenza::PlatformUtils::getProgramDirectory().toStdString();
+    bool all = true;
+    for (const engine::RenderJob& job : engine::makeJobs(options)) {
+        if (stop) {
+            return all;
+        }
+        all = engine::render(job, options, folder, stop) && all;
+    }
+    return all;
+}
 
 int run(int argc, char** argv) {
     const std::string program = argc > 0 ? argv[0] : "quenza.exe";
@@ -31,7 +63,12 @@ int run(int argc, char** argv) {
                      file.failureReason().toStdString().c_str());
         return 1;
     }
-    return report.faults.empty() ? 0 : 1;
+    const std::pair<std::string, std::string> low("--thread_priority", "belownormal");
+    if (std::find(options.switches.begin(), options.switches.end(), low) != options.switches.end()) {
+        Quenza::PlatformUtils::lowerPriority();
+    }
+    const bool rendered = renderAll(options);
+    return rendered && report.faults.empty() ? 0 : 1;
 }
 
 } // namespace

@@ -8,7 +8,7 @@ namespace engine {
 
 namespace {
 
-enum class Value { INTEGER, PORT, PATH, PRIORITY, NETWORK_MODE };
+enum class Value { INTEGER, PORT, PATH, PRIORITY, NETWORK_MODE, TEXT };
 
 struct Switch {
     const char* name;
@@ -26,6 +26,7 @@ constexpr Switch SWITCHES[] = {
     {"-qzio", Value::PATH, "FILE.qzi", "image with its light layers"},
     {"-uexro", Value::PATH, "FILE.exr", "image before tone mapping"},
     {"-texro", Value::PATH, "FILE.exr", "image after tone mapping"},
+    {"--settings", Value::TEXT, "XML", "elements that win over the scene's renderer_settings"},
 };
 
 const Switch* findSwitch(const std::string& name) {
@@ -51,6 +52,8 @@ bool isValid(Value kind, const std::string& value) {
         return isIntegerIn(value, 1, 65535);
     case Value::PATH:
         return !value.empty();
+    case Value::TEXT:
+        return true;
     case Value::PRIORITY:
         return value == "normal" || value == "belownormal";
     case Value::NETWORK_MODE:
@@ -68,9 +71,14 @@ std::string usage(const std::string& program) {
         line.resize(std::max<size_t>(line.size() + 2, 40), ' ');
         text += line + entry.help + "\n";
     }
-    return text + "  --help                                this text\n\n"
-                  "Writes a report of the scene to the console and beside it (SCENE.report.txt).\n"
-                  "Ends with 0, with 1 when the report names faults, with 2 for a bad command line.\n";
+    return text +
+           "  --help                                this text\n\n"
+           "Writes a report of the scene to the console and beside it (SCENE.report.txt), then renders it:\n"
+           "to the files that the switches name, else to SCENE.png. The image is written anew as it\n"
+           "grows. It ends at the halt time or halt samples of the scene or queue, without such limits\n"
+           "after 60 seconds or 256 samples per pixel, and by Ctrl-C.\n"
+           "Ends with 0, with 1 when the report names faults or an image can't be made, with 2 for a\n"
+           "bad command line.\n";
 }
 
 bool parseOptions(const std::vector<std::string>& arguments, Options& options, std::string& fault) {

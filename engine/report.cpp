@@ -3,6 +3,7 @@
 
 #include "foundation/file_utils.h"
 #include "foundation/string_utils.h"
+#include "reading/queue_report.h"
 #include "reading/scene_report.h"
 
 namespace engine {
@@ -53,10 +54,6 @@ std::string describeScene(const Quenza::SceneSummary& scene) {
     return text + "\n";
 }
 
-bool isQueue(const std::string& path) {
-    return path.size() >= 4 && Quenza::toLowerCase(path.substr(path.size() - 4)) == ".qzq";
-}
-
 void addScene(const std::string& path, Report& report, bool named) {
     const Quenza::SceneSummary scene = Quenza::summariseScene(path);
     report.text += describeScene(scene);
@@ -78,6 +75,10 @@ void addQueue(const std::string& path, Report& report) {
 }
 
 } // namespace
+
+bool isQueue(const std::string& path) {
+    return path.size() >= 4 && Quenza::toLowerCase(path.substr(path.size() - 4)) == ".qzq";
+}
 
 std::string reportPath(const std::string& input) {
     return Quenza::FileUtils::removeExtension(input).toStdString() + ".report.txt";

@@ -17,6 +17,9 @@ struct Report {
 /// Looks through the scene, or through every scene of the queue.
 Report makeReport(const Options& options);
 
+/// True for the name of a render queue.
+bool isQueue(const std::string& path);
+
 /// "<input without suffix>.report.txt".
 std::string reportPath(const std::string& input);
 

@@ -181,7 +181,12 @@ void Tracer::addLight(const Path& path, const SurfacePoint& point, const BSDF& b
     Ray shadow;
     shadow.origin = point.leave(sample.direction);
     shadow.direction = sample.direction;
-    shadow.far = sample.distance;
+    if (!sample.infinite) {
+        // Both ends keep off their surfaces, which turns the way between them by a trifle.
+        const Vec way = sample.target - shadow.origin;
+        shadow.far = length(way);
+        shadow.direction = normalise(way);
+    }
     shadow.time = path.ray.time;
     const RGB seen = transmittance(shadow, path.media.current());
     if (!isBlack(seen)) {

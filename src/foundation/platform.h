@@ -48,6 +48,12 @@ String getTempDirectory();
 /// split at blanks outside of double quotes. Returns false when the program couldn't be started.
 bool createProcess(const String& executablePath, const String& commandLine, bool lowPriority);
 
+/// Folder of the running program, or "" when the system doesn't tell.
+String getProgramDirectory();
+
+/// Lets other programs go before this one from now on. False when the system refuses.
+bool lowerPriority();
+
 /// Text of the system's last error, or of a given one.
 String lastErrorText();
 String errorText(int code);

@@ -6,9 +6,11 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <filesystem>
 #include <string>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <system_error>
 #include <unistd.h>
 #include <vector>
 
@@ -125,6 +127,16 @@ bool createProcess(const String& executablePath, const String& commandLine, bool
     }
     close(status[0]);
     return started;
+}
+
+String getProgramDirectory() {
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? String() : String(program.parent_path().string());
+}
+
+bool lowerPriority() {
+    return setpriority(PRIO_PROCESS, 0, LOW_PRIORITY_NICE) == 0;
 }
 
 } // namespace Quenza::PlatformUtils

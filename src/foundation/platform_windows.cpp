@@ -111,6 +111,18 @@ bool createProcess(const String& executablePath, const String& commandLine, bool
     return true;
 }
 
+String getProgramDirectory() {
+    std::vector<wchar_t> path(32768); // no path is longer
+    const DWORD length = GetModuleFileNameW(nullptr, path.data(), DWORD(path.size()));
+    const std::wstring program(path.data(), length);
+    const std::size_t end = program.find_last_of(L'\\');
+    return end == std::wstring::npos ? String() : toUtf8(program.substr(0, end));
+}
+
+bool lowerPriority() {
+    return SetPriorityClass(GetCurrentProcess(), BELOW_NORMAL_PRIORITY_CLASS) != 0;
+}
+
 String errorText(int code) {
     wchar_t* buffer = nullptr;
     const DWORD length = FormatMessageW(
