@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+#include "tools/tool_fixture.h"
+
+#include <limits>
+
+namespace {
+
+/// One edit of the sound scene, and what `check` must say of it.
+struct Damage {
+    const char* name;
+    std::string from;
+    std::string to;
+    const char* fault;
+};
+
+const Damage DAMAGES[] = {
+    // The document
+    {"root_is_no_scene", "<scene>\n", "<scenery>\n", "Error reading end tag."},
+    {"end_tag_of_another_element", "</reinhard>", "</linear>", "Error reading end tag."},
+    {"text_behind_the_end", "</scene>\n", "</scene>\nmore", "text outside of the root element"},
+    {"zero_byte", "A test", std::string("A\0test", 6), "a zero byte stands in the text"},
+    {"comment_not_closed", "<metadata>", "<!-- <metadata>", "the comment isn't closed"},
+    {"lone_less_than", "A test", "A < test", "'<'"},
+    // Elements and values
+    {"unknown_node", "<sphere>", "<cube></cube><sphere>", "Unknown element type"},
+    {"unknown_child", "<radius>0.5</radius>", "<radius>0.5</radius><colour>1</colour>", "element 'colour'"},
+    {"child_missing", "<radius>0.5</radius>", "", "'radius'"},
+    {"no_number", "<width>320", "<width>wide", "from 'wide'"},
+    {"not_a_number", "<focus_distance>20", "<focus_distance>NaN", "from 'NaN'"},
+    {"no_boolean", "<gpu>false", "<gpu>no", "Invalid boolean value (Should be 'true' or 'false')."},
+    {"vector_too_short", "<pos>0 -10 1.5</pos>", "<pos>0 -10</pos>", "In element 'pos'"},
+    {"matrix_too_short", "1 0 0 0 1 0 0 0 1", "1 0 0 0 1 0 0 0", "syntax error while parsing Matrix."},
+    {"negative_width", "<width>320", "<width>-320", "width must be >= 0.  "},
+    {"unknown_filter", "<box/>", "<triangle/>", "triangle"},
+    {"aperture_closed", "<aperture_radius>0.002", "<aperture_radius>-0.002",
+     "Aperture_radius must be greater than zero (e.g. 0.001) "},
+    {"two_blades", "<num_blades>8", "<num_blades>2", "num_blades must be >= 3"},
+    {"unknown_camera", ">thin-lens-perspective<", ">fisheye<", "Unknown camera type 'fisheye'"},
+    {"no_burn", "<burn>10", "<burn>0", "Burn must be greater than 0.0 "},
+    {"no_tone_mapping",
+     "<reinhard>\n\t\t\t<pre_scale>3</pre_scale>\n\t\t\t<post_scale>1</post_scale>\n\t\t\t<burn>10</"
+     "burn>\n\t\t"
+     "</reinhard>",
+     "", "Failed to find tonemapping child."},
+    {"material_of_no_type", "<diffuse>", "<velvet>", "Error reading end tag."},
+    {"texture_index_out_of_bounds", "<texture_index>0", "<texture_index>1",
+     "Texture index '1' is out of bounds: this material has 1 textures."},
+    {"unknown_measure", "luminous_flux", "brightness", "No such measure 'brightness'"},
+    {"spectrum_of_one_value", "<uniform>\n\t\t\t\t\t\t<value>0.5</value>\n\t\t\t\t\t</uniform>",
+     "<regular_tabulated><start_wavelength>0.0000003</start_wavelength><end_wavelength>0.0000008"
+     "</end_wavelength><num_values>1</num_values><values>1</values></regular_tabulated>",
+     "num_values must be >= 2."},
+    {"mesh_of_nothing", "<external>\n\t\t\t<path>scene_meshes/square.qzmesh</path>\n\t\t</external>", "",
+     "Mesh not created. (missing 'embedded', 'embedded_2' or 'external' element) "},
+    {"mesh_index_out_of_bounds", "<external>\n\t\t\t<path>scene_meshes/square.qzmesh</path>\n\t\t</external>",
+     "<embedded_2><used_material_name>m</used_material_name><vertex pos=\"0 0 0\"/><vertex pos=\"1 0 0\"/>"
+     "<vertex pos=\"0 1 0\"/><triangle v=\"0 1 3\" m=\"0\"/></embedded_2>",
+     "vertex index is out of bounds. (vertex index=3)"},
+    {"include_that_is_missing", "<metadata>", "<include><pathname>more.qzs</pathname></include><metadata>",
+     "more.qzs"},
+    {"include_of_itself", "<metadata>", "<include><pathname>damaged.qzs</pathname></include><metadata>",
+     "damaged.qzs"},
+    {"alias_of_nothing", "<metadata>",
+     "<alias_material><current_name>Blue</current_name><new_name>B</new_name></alias_material><metadata>",
+     "Tried to create an alias for the material with name 'Blue', which has not been defined.  "},
+    {"second_mesh_of_a_name", "<model2>",
+     "<mesh><name>Square</name><external><path>scene_meshes/square.qzmesh</path></external></mesh><model2>",
+     "Mesh with name 'Square' already defined; mesh names must be unique. "},
+    // Nodes and their references
+    {"uid_twice", "<uid>10</uid>", "<uid>8</uid>", "sphere \"Ball\": UID 8 is in use by mesh \"Square\""},
+    {"two_cameras", "<tonemapping>",
+     "<camera><aperture_radius>1</aperture_radius><focus_distance>1</focus_distance><sensor_width>1"
+     "</sensor_width><lens_sensor_dist>1</lens_sensor_dist><up>0 0 1</up><forwards>0 1 0</forwards><keyframe>"
+     "<time>0</time><pos>0 0 0</pos><rotation_quaternion><axis>0 0 1</axis><angle>0</angle>"
+     "</rotation_quaternion></keyframe><camera_type>spherical</camera_type></camera><tonemapping>",
+     "camera \"\": this is the second node of its type; a scene has one at most"},
+    {"geometry_of_nothing", "<geometry_uid>8", "<geometry_uid>99",
+     "model2 \"Floor\": \"geometry_uid\" 99 leads to no node"},
+    {"geometry_that_is_none", "<geometry_uid>8", "<geometry_uid>6",
+     "model2 \"Floor\": \"geometry_uid\" 6 leads to a \"material\" node"},
+    {"material_of_nothing", "<material_uid>7", "<material_uid>99",
+     "model2 \"Floor\": \"material_uid\" 99 leads to no node"},
+    {"too_few_materials", "<material_uid>7</material_uid>", "",
+     "model2 \"Floor\": the mesh refers to 2 materials and the model has 1"},
+    {"sphere_without_material", "<radius>0.5</radius>\n\t\t<material_uid>6",
+     "<radius>0.5</radius>\n\t\t<material_uid>8",
+     "sphere \"Ball\": \"material_uid\" 8 leads to a \"mesh\" node"},
+    {"emission_of_no_material", "<emission_scale>\n\t\t\t<material_uid>6",
+     "<emission_scale>\n\t\t\t<material_uid>60", "model2 \"Floor\": Failed to find node with UID 60"},
+    {"section_of_nothing", "<object_list>\n\t\t\t<uid>9", "<object_list>\n\t\t\t<uid>90",
+     "section_plane \"\": \"object_list\" 90 leads to no node"},
+    // Files
+    {"image_missing", "images/wood.png", "images/oak.png",
+     "material \"Wood\": file 'images/oak.png' is missing"},
+    {"obstacle_missing", "<aperture_shape>",
+     "<obstacle_map><path>dust.png</path></obstacle_map><aperture_shape>",
+     "camera \"Eye\": file 'dust.png' is missing"},
+    {"image_is_a_folder", "images/wood.png", "images", "material \"Wood\": 'images' is no ordinary file"},
+    {"mesh_missing", "square.qzmesh", "circle.qzmesh",
+     "mesh \"Square\": file 'scene_meshes/circle.qzmesh' is missing"},
+    {"mesh_of_unknown_format", "scene_meshes/square.qzmesh", "images/wood.png", "key 'png' not found"},
+};
+
+TEST_F(Tool, CheckNamesTheFaultOfEachDamagedScene) {
+    for (const Damage& damage : DAMAGES) {
+        SCOPED_TRACE(damage.name);
+        write("damaged.qzs", edited(damage.from, damage.to));
+        const Outcome outcome = run({"check", path("damaged.qzs")});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_NE(outcome.out.find(damage.fault), std::string::npos) << outcome.out;
+        EXPECT_EQ(outcome.errors, "");
+    }
+}
+
+TEST_F(Tool, CheckNamesTheFaultOfEachCutScene) {
+    const std::string text = soundScene();
+    for (const size_t length : {size_t(0), size_t(20), text.find("<camera>") + 4, text.size() - 4}) {
+        write("damaged.qzs", text.substr(0, length));
+        const Outcome outcome = run({"check", path("damaged.qzs")});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_NE(outcome.out.find(": 1 fault\n"), std::string::npos) << outcome.out;
+    }
+    EXPECT_NE(run({"check", path("none.qzs")}).out.find("'" + path("none.qzs") + "'"), std::string::npos);
+}
+
+TEST_F(Tool, CheckNamesTheFaultOfEachDamagedMesh) {
+    const std::string sound = read("scene_meshes/square.qzmesh");
+    const auto with = [&](size_t offset, const std::string& bytes) {
+        std::string damaged = sound;
+        return damaged.replace(offset, bytes.size(), bytes);
+    };
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const std::string nan_bytes(reinterpret_cast<const char*>(&nan), sizeof nan);
+    // magic, version, UV sets, names, no set names, count of vertices
+    const size_t vertices = 12 + 4 + 4 + 5 + 4 + 10 + 4 + 4;
+    const struct {
+        const char* name;
+        std::string bytes;
+        const char* fault;
+    } cases[] = {
+        {"empty", "", "Read failed."},
+        {"cut", sound.substr(0, sound.size() - 1), "Error while reading from '"},
+        {"magic", with(0, "x"), "Invalid magic number."},
+        {"version", with(4, "\x04"), "Unsupported format version."},
+        {"count", with(vertices - 4, "\xFF\xFF\xFF\x7F"), "Read failed."},
+        {"nan", with(vertices + 12, nan_bytes), "vertex 1 isn't finite"},
+        {"index", with(sound.size() - 36, "\x09"), "Quad vertex index is out of bounds. (vertex index=9)"},
+    };
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.name);
+        write("scene_meshes/square.qzmesh", test.bytes);
+        const Outcome outcome = run({"check", path("scene.qzs")});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_NE(
+            outcome.out.find(std::string("mesh \"Square\": 'scene_meshes/square.qzmesh': ") + test.fault),
+            std::string::npos)
+            << outcome.out;
+    }
+}
+
+} // namespace
