@@ -1,14 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "reading/scene_report.h"
 
-#include "foundation/exceptions.h"
 #include "foundation/file_utils.h"
+#include "foundation/platform.h"
+#include "foundation/string_utils.h"
 #include "reading/mesh_check.h"
-#include "reading/xml_file.h"
-#include "scene/mesh.h"
+#include "reading/model_loader.h"
+#include "reading/node_check.h"
+#include "reading/node_elements.h"
+#include "reading/scene_parser.h"
+#include "reading/xml_document.h"
+#include "reading/xml_values.h"
+#include "scene/material.h"
+#include "scene/mesh_loader.h"
+#include "scene/scene_node_material.h"
+#include "scene/scene_node_mesh.h"
+#include "scene/scene_visitor.h"
 
-#include <cstdlib>
-#include <cstring>
+#include <algorithm>
+#include <new>
+#include <set>
 #include <tinyxml.h>
 #include <unordered_map>
 
@@ -16,254 +27,216 @@ namespace Quenza {
 
 namespace {
 
-struct Node {
-    const TiXmlElement* element;
-    /// Of a mesh that was read: how many materials a model of it needs.
-    u32 materials = 0;
+/// Where in the scene file a node comes from; for nodes of included files the `include`.
+struct Place {
+    int row = 0;
+    int column = 0;
+
+    std::string text() const {
+        return "line " + std::to_string(row) + ", column " + std::to_string(column) + ": ";
+    }
 };
 
-bool parseUID(const TiXmlElement& parent, const char* child, u32& uid) {
-    const TiXmlElement* const element = parent.FirstChildElement(child);
-    const char* const text = element ? element->GetText() : nullptr;
-    if (!text || *text < '0' || *text > '9') {
-        return false;
-    }
-    char* end = nullptr;
-    const unsigned long long value = std::strtoull(text, &end, 10);
-    uid = static_cast<u32>(value);
-    return *end == '\0' && value <= 0xFFFFFFFFull;
+u64 memoryOf(const Mesh& mesh) {
+    return mesh.vert_positions.size() * sizeof(Vec3f) + mesh.vert_normals.size() * sizeof(Vec3f) +
+           mesh.uv_pairs.size() * sizeof(Vec2f) + mesh.triangles.size() * sizeof(MeshTriangle) +
+           mesh.quads.size() * sizeof(MeshQuad);
 }
 
-std::string childText(const TiXmlElement& parent, const char* child) {
-    const TiXmlElement* const element = parent.FirstChildElement(child);
-    const char* const text = element ? element->GetText() : nullptr;
-    return text ? text : "";
-}
-
-bool isElement(const TiXmlElement& element, const char* name) {
-    return std::strcmp(element.Value(), name) == 0;
+/// What binding a model asks of its mesh: names and number of materials, without the arrays.
+Ref<Mesh> withoutArrays(const Mesh& mesh) {
+    const Ref<Mesh> light = new Mesh;
+    light->used_materials = mesh.used_materials;
+    light->num_materials_referenced = mesh.num_materials_referenced;
+    return light;
 }
 
 /// Goes over one scene; each step appends to the summary.
 class SceneCheck {
 public:
-    explicit SceneCheck(SceneSummary& summary) : summary_(summary) {}
+    explicit SceneCheck(SceneSummary& summary)
+        : summary_(summary), base_dir_(FileUtils::getDirectory(summary.path)), root_(new SceneNodeRoot) {}
 
     void run() {
-        TiXmlDocument document;
-        std::string fault;
-        if (!loadXMLFile(summary_.path, document, fault)) {
-            summary_.faults.push_back(fault);
+        XMLDocument document;
+        try {
+            document.loadDocument(summary_.path);
+            parser_.setScenePath(summary_.path);
+            const TiXmlElement& scene = document.rootElement();
+            if (scene.ValueStr() != "scene")
+                throw QuenzaModelParserExcep("Invalid root element '" + scene.ValueStr() + "'");
+            addNodes(parseElements(scene));
+        } catch (const MessageExcep& excep) {
+            summary_.faults.push_back(oneLine(excep.what()));
             return;
         }
-        const TiXmlElement* const scene = document.FirstChildElement("scene");
-        if (!scene) {
-            summary_.faults.push_back("the file has no \"scene\" element");
-            return;
-        }
-        collectNodes(*scene);
-        for (const TiXmlElement* element = scene->FirstChildElement(); element;
-             element = element->NextSiblingElement()) {
-            checkReferences(*element);
-            checkFiles(*element);
-        }
-        static constexpr const char* SINGLE[] = {"renderer_settings", "tonemapping", "camera",
-                                                 "background_settings", "metadata"};
-        for (const char* const name : SINGLE) {
-            const auto found = summary_.nodes.find(name);
-            if (found != summary_.nodes.end() && found->second > 1) {
-                summary_.faults.push_back("the scene has " + std::to_string(found->second) + " \"" + name +
-                                          "\" nodes; one is allowed");
-            }
-        }
+        checkUIDs();
+        const Vector<Ref<SceneNode>>& nodes = root_->getChildren();
+        // Models look at the materials of their meshes.
+        for (u64 i = 0; i < nodes.size(); ++i)
+            if (nodes[i]->getType() == NODE_MESH)
+                readMesh(static_cast<SceneNodeMesh&>(*nodes[i]), i);
+        for (u64 i = 0; i < nodes.size(); ++i)
+            checkNode(*nodes[i], i);
+        summarise();
     }
 
 private:
-    void fault(const TiXmlElement& element, const std::string& text) {
-        summary_.faults.push_back(placeOf(element) + element.Value() + " \"" + childText(element, "name") +
-                                  "\": " + text);
+    static std::string oneLine(std::string text) {
+        std::replace(text.begin(), text.end(), '\n', ' ');
+        return text;
     }
 
-    void collectNodes(const TiXmlElement& scene) {
+    void fault(u64 index, const std::string& text) {
+        const SceneNode& node = *root_->getChildren()[index];
+        summary_.faults.push_back(oneLine(places_[index].text() + nodeElementName(node.getType()) + " \"" +
+                                          node.getName().toStdString() + "\": " + text));
+    }
+
+    NodeList parseElements(const TiXmlElement& scene) {
+        NodeList nodes;
         for (const TiXmlElement* element = scene.FirstChildElement(); element;
              element = element->NextSiblingElement()) {
-            ++summary_.nodes[element->Value()];
-            Node node{element, 0};
-            if (isElement(*element, "mesh")) {
-                node.materials = readMesh(*element);
+            try {
+                NodeList of_element;
+                parser_.parseElement(*element, of_element);
+                nodes.append(of_element.data(), of_element.size());
+            } catch (const MessageExcep& excep) {
+                summary_.faults.push_back(oneLine(excep.what()));
+                ++summary_.unread_elements;
+                noteUnread(*element);
             }
-            u32 uid = 0;
-            if (!parseUID(*element, "uid", uid)) {
-                fault(*element, "the node has no valid \"uid\"");
-            } else if (!nodes_.emplace(uid, node).second) {
-                fault(*element, "UID " + std::to_string(uid) + " is in use by another node");
-            }
+            places_.resize(nodes.size(), {element->Row(), element->Column()});
         }
+        return nodes;
     }
 
-    std::string resolve(const std::string& path) const {
-        return FileUtils::join(FileUtils::getDirectory(summary_.path), path).toStdString();
+    /// Nodes without a UID are numbered behind those that have one.
+    void addNodes(const NodeList& nodes) {
+        u32 highest = 0;
+        for (const Ref<SceneNode>& node : nodes)
+            if (node->getUID().isValid())
+                highest = std::max(highest, node->getUID().value());
+        root_->setNextUID(highest);
+        for (const Ref<SceneNode>& node : nodes)
+            root_->addChild(node);
     }
 
-    u32 readMesh(const TiXmlElement& element) {
-        const TiXmlElement* const external = element.FirstChildElement("external");
-        if (!external) {
-            fault(element, "the mesh names no file");
-            return 0;
-        }
-        MeshSummary mesh;
-        mesh.name = childText(element, "name");
-        mesh.path = childText(*external, "path");
-        const std::string path = resolve(mesh.path);
-        if (!FileUtils::fileExists(path)) {
-            missing(element, mesh.path);
-            return 0;
-        }
+    /// References to an element that can't be read are no fault of their own.
+    void noteUnread(const TiXmlElement& element) {
         try {
-            Mesh data;
-            Mesh::readFromFile(path, data);
-            data.endOfModel();
-            const std::string unsound = checkMesh(data);
-            if (!unsound.empty()) {
-                fault(element, "'" + mesh.path + "': " + unsound);
-                return 0;
-            }
-            summarise(data, mesh);
-        } catch (const QuenzaException& excep) {
-            fault(element, "'" + mesh.path + "': " + excep.what());
-            return 0;
+            const u32 uid = SceneParseUtils::parseOptionalUInt(element, "uid", SceneNodeUID::INVALID_VALUE);
+            if (uid != SceneNodeUID::INVALID_VALUE)
+                unread_uids_.insert(uid);
+        } catch (const SceneParseUtils::SceneParseUtilsExcep&) {
+            // It has no UID that anybody could name.
         }
-        summary_.meshes.push_back(mesh);
-        return mesh.materials;
     }
 
-    static void summarise(const Mesh& data, MeshSummary& mesh) {
+    void checkUIDs() {
+        std::unordered_map<u32, u64> owners;
+        std::map<u32, u64> counts;
+        const Vector<Ref<SceneNode>>& nodes = root_->getChildren();
+        for (u64 i = 0; i < nodes.size(); ++i) {
+            const u32 uid = nodes[i]->getUID().value();
+            const auto [owner, is_new] = owners.emplace(uid, i);
+            if (!is_new)
+                fault(i, "UID " + toString(uid) + " is in use by " +
+                             nodeElementName(nodes[owner->second]->getType()) + " \"" +
+                             nodes[owner->second]->getName().toStdString() + "\"");
+            // Several settings are layers of one.
+            if (isSingleNodeType(nodes[i]->getType()) && nodes[i]->getType() != NODE_RENDER_SETTINGS &&
+                ++counts[nodes[i]->getType()] == 2)
+                fault(i, "this is the second node of its type; a scene has one at most");
+        }
+    }
+
+    std::string resolve(const String& path) const { return FileUtils::join(base_dir_, path).toStdString(); }
+
+    void readMesh(SceneNodeMesh& node, u64 index) {
+        const std::string path = node.path.toStdString();
+        const std::string file = path.empty() ? "" : "'" + path + "': ";
+        try {
+            if (!node.mesh) {
+                if (!FileUtils::fileExists(resolve(node.path)) ||
+                    PlatformUtils::isSpecialFile(resolve(node.path)))
+                    return; // told with the other files
+                const Ref<Mesh> mesh = new Mesh;
+                getMeshLoader()(resolve(node.path), *mesh, node.scale);
+                node.mesh = mesh;
+            }
+            node.mesh->endOfModel();
+            const std::string unsound = checkMesh(*node.mesh);
+            if (unsound.empty())
+                summariseMesh(node);
+            else
+                fault(index, file + unsound);
+            node.mesh = withoutArrays(*node.mesh);
+        } catch (const MessageExcep& excep) {
+            fault(index, file + excep.what());
+        } catch (const std::bad_alloc&) {
+            fault(index, file + "there isn't enough memory for it");
+        }
+    }
+
+    void summariseMesh(const SceneNodeMesh& node) {
+        const Mesh& data = *node.mesh;
+        MeshSummary mesh;
+        mesh.name = node.getName().toStdString();
+        mesh.path = node.path.toStdString();
         mesh.vertices = data.vert_positions.size();
         mesh.triangles = data.triangles.size();
         mesh.quads = data.quads.size();
-        mesh.uvs = data.num_uv_mappings ? data.uv_pairs.size() / data.num_uv_mappings : 0;
+        mesh.uvs = data.num_uv_mappings ? data.getNumUVs() : 0;
         mesh.materials = data.num_materials_referenced;
+        mesh.memory = memoryOf(data);
         mesh.bounds_min = data.aabb_min;
         mesh.bounds_max = data.aabb_max;
+        summary_.meshes.push_back(mesh);
     }
 
-    void missing(const TiXmlElement& element, const std::string& path) {
-        summary_.missing_files.push_back(path);
-        fault(element, "file '" + path + "' is missing");
+    void checkNode(SceneNode& node, u64 index) {
+        for (const std::string& text : NodeCheck(*root_, unread_uids_).faultsOf(node))
+            fault(index, text);
+        SceneVisitor collecting;
+        collecting.mode = SceneVisitor::COLLECT_DEPENDENCIES;
+        node.doVisit(collecting);
+        for (const String& dependency : collecting.dependencies)
+            checkFile(dependency.toStdString(), index);
     }
 
-    const Node* expect(const TiXmlElement& element, const char* child,
-                       std::initializer_list<const char*> types) {
-        u32 uid = 0;
-        if (!parseUID(element, child, uid)) {
-            fault(element, std::string("\"") + child + "\" is missing or not a number");
-            return nullptr;
+    /// Several nodes may name a file; the first is told.
+    void checkFile(const std::string& path, u64 index) {
+        if (path.empty() || !known_files_.insert(path).second)
+            return;
+        summary_.files.push_back(path);
+        if (!FileUtils::fileExists(resolve(path))) {
+            summary_.missing_files.push_back(path);
+            fault(index, "file '" + path + "' is missing");
+        } else if (PlatformUtils::isSpecialFile(resolve(path))) {
+            fault(index, "'" + path + "' is no ordinary file");
         }
-        return expectUID(element, child, uid, types);
     }
 
-    const Node* expectUID(const TiXmlElement& element, const char* child, u32 uid,
-                          std::initializer_list<const char*> types) {
-        const auto found = nodes_.find(uid);
-        if (found == nodes_.end()) {
-            fault(element, std::string("\"") + child + "\" " + std::to_string(uid) + " leads to no node");
-            return nullptr;
-        }
-        for (const char* const type : types) {
-            if (isElement(*found->second.element, type)) {
-                return &found->second;
-            }
-        }
-        fault(element, std::string("\"") + child + "\" " + std::to_string(uid) + " leads to a \"" +
-                           found->second.element->Value() + "\" node");
-        return nullptr;
-    }
-
-    /// Number of material references.
-    u32 checkMaterials(const TiXmlElement& element) {
-        const TiXmlElement* const materials = element.FirstChildElement("materials");
-        u32 count = 0;
-        for (const TiXmlElement* child = materials ? materials->FirstChildElement() : nullptr; child;
-             child = child->NextSiblingElement(), ++count) {
-            u32 uid = 0;
-            const char* const text = child->GetText();
-            if (!text || std::sscanf(text, "%u", &uid) != 1) {
-                fault(element, "a material reference isn't a number");
+    void summarise() {
+        for (const Ref<SceneNode>& node : root_->getChildren()) {
+            ++summary_.nodes[nodeElementName(node->getType())];
+            if (node->getType() != NODE_MATERIAL)
                 continue;
-            }
-            expectUID(element, "material_uid", uid, {"material"});
-        }
-        return count;
-    }
-
-    void checkReferences(const TiXmlElement& element) {
-        if (isElement(element, "model2")) {
-            const Node* const geometry = expect(element, "geometry_uid", {"mesh", "parametric_surface"});
-            const u32 materials = checkMaterials(element);
-            if (geometry && geometry->materials > materials) {
-                fault(element, "the mesh refers to " + std::to_string(geometry->materials) +
-                                   " materials and the model has " + std::to_string(materials));
-            }
-            if (!element.FirstChildElement("rotation")) {
-                fault(element, "\"rotation\" is missing");
-            }
-        } else if (isElement(element, "sphere")) {
-            expect(element, "material_uid", {"material"});
-        } else if (isElement(element, "camera")) {
-            checkCamera(element);
-        } else if (isElement(element, "section_plane")) {
-            const TiXmlElement* const list = element.FirstChildElement("object_list");
-            for (const TiXmlElement* uid = list ? list->FirstChildElement("uid") : nullptr; uid;
-                 uid = uid->NextSiblingElement("uid")) {
-                const char* const text = uid->GetText();
-                expectUID(element, "object_list",
-                          text ? static_cast<u32>(std::strtoul(text, nullptr, 10)) : 0, {"model2"});
-            }
-            return;
-        } else {
-            return;
-        }
-        if (!element.FirstChildElement("keyframe")) {
-            fault(element, "there is no keyframe");
-        }
-    }
-
-    void checkCamera(const TiXmlElement& element) {
-        // Not "<=": the text may be "NaN".
-        if (!(std::atof(childText(element, "aperture_radius").c_str()) > 0.0)) {
-            fault(element, "\"aperture_radius\" must be greater than zero");
-        }
-        const std::string type = childText(element, "camera_type");
-        if (type != "thin-lens-perspective" && type != "orthographic" && type != "spherical") {
-            fault(element, "\"camera_type\" '" + type + "' is unknown");
-        }
-    }
-
-    /// Textures, profiles and the like: every "path" below the node but a mesh's own.
-    void checkFiles(const TiXmlElement& node) {
-        if (isElement(node, "mesh")) {
-            return;
-        }
-        const TiXmlNode* at = &node;
-        while (at) {
-            const TiXmlElement* const element = at->ToElement();
-            if (element && isElement(*element, "path")) {
-                const char* const path = element->GetText();
-                if (path && !FileUtils::fileExists(resolve(path))) {
-                    missing(node, path);
-                }
-            }
-            const TiXmlNode* next = at->FirstChild();
-            while (!next && at != &node) {
-                next = at->NextSibling();
-                at = next ? at : at->Parent();
-            }
-            at = next;
+            const auto& material = static_cast<const SceneNodeMaterial&>(*node);
+            summary_.materials.push_back(
+                {node->getName().toStdString(), node->getUID().value(),
+                 material.material ? material.material->getTypeName().toStdString() : std::string()});
         }
     }
 
     SceneSummary& summary_;
-    std::unordered_map<u32, Node> nodes_;
+    String base_dir_;
+    QuenzaModelParser parser_;
+    Ref<SceneNodeRoot> root_;
+    std::vector<Place> places_; ///< Of the root's children.
+    std::set<u32> unread_uids_;
+    std::set<std::string> known_files_;
 };
 
 } // namespace
@@ -271,40 +244,8 @@ private:
 SceneSummary summariseScene(const std::string& path) {
     SceneSummary summary;
     summary.path = path;
+    installModelLoader();
     SceneCheck(summary).run();
-    return summary;
-}
-
-QueueSummary summariseQueue(const std::string& path) {
-    QueueSummary summary;
-    summary.path = path;
-    TiXmlDocument document;
-    std::string fault;
-    if (!loadXMLFile(path, document, fault)) {
-        summary.faults.push_back(fault);
-        return summary;
-    }
-    const TiXmlElement* const queue = document.FirstChildElement("render_queue");
-    if (!queue) {
-        summary.faults.push_back("the file has no \"render_queue\" element");
-        return summary;
-    }
-    for (const TiXmlElement* element = queue->FirstChildElement("item"); element;
-         element = element->NextSiblingElement("item")) {
-        QueueItem item;
-        item.scene_path = childText(*element, "scene_path");
-        item.output_path = childText(*element, "output_path");
-        item.halt_time = std::atof(childText(*element, "halt_time").c_str());
-        item.halt_spp = std::atof(childText(*element, "halt_spp").c_str());
-        item.seed = childText(*element, "seed");
-        if (item.scene_path.empty()) {
-            summary.faults.push_back(placeOf(*element) + "the item names no scene");
-        }
-        summary.items.push_back(item);
-    }
-    if (summary.items.empty()) {
-        summary.faults.push_back("the queue has no item");
-    }
     return summary;
 }
 

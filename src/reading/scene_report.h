@@ -13,49 +13,47 @@ namespace Quenza {
 /// What a mesh of a scene holds. Bounds are in the mesh's space, in metres.
 struct MeshSummary {
     std::string name;
-    std::string path;
+    std::string path; ///< Empty for a mesh in the scene itself.
     u64 vertices = 0;
     u64 triangles = 0;
     u64 quads = 0;
     u64 uvs = 0;
     u32 materials = 0;
+    u64 memory = 0; ///< Of its arrays, in bytes.
     Vec3f bounds_min{};
     Vec3f bounds_max{};
+};
+
+struct MaterialSummary {
+    std::string name;
+    u32 uid = 0;
+    /// Element name of its class ("phong"), empty for a node without a material.
+    std::string type;
 };
 
 /// What a scene file holds and what is wrong with it.
 struct SceneSummary {
     std::string path;
-    /// Element name of the node to how many there are.
+    /// Element name of the node to how many there are, those of included files too.
     std::map<std::string, u64> nodes;
+    std::vector<MaterialSummary> materials;
     std::vector<MeshSummary> meshes;
-    /// Paths that the scene names and that aren't there; each is a fault as well.
+    /// Files that the scene names, meshes among them, each once, as it names them.
+    std::vector<std::string> files;
+    /// Those of them that aren't there; each is a fault as well.
     std::vector<std::string> missing_files;
     /// One line each; with line and column of the scene file where there is a place to tell.
     std::vector<std::string> faults;
+    /// Elements of the scene that could not be read: reading an element stops at its first fault, so there
+    /// may be more in each of them.
+    u64 unread_elements = 0;
 };
 
-/// Reads a scene and its meshes and checks what a renderer relies on: that the document is whole, that UIDs
-/// are unique and references lead to nodes of the right type, that meshes read and index within their arrays,
-/// and that files exist. Never throws for a bad scene: the summary then tells its faults.
+/// Reads a scene element by element, and its meshes, and checks what a renderer relies on: that the document
+/// is whole and every element says what it may, that UIDs are unique and references lead to nodes of the
+/// right type, that meshes read and index within their arrays, and that files exist. An element that can't be
+/// read costs only what it holds itself; nodes that refer to it aren't blamed. Never throws for a bad scene:
+/// the summary then tells its faults. Meshes are held one at a time.
 SceneSummary summariseScene(const std::string& path);
-
-/// One frame of a render queue.
-struct QueueItem {
-    std::string scene_path;
-    std::string output_path;
-    double halt_time = -1;
-    double halt_spp = -1;
-    std::string seed;
-};
-
-struct QueueSummary {
-    std::string path;
-    std::vector<QueueItem> items;
-    std::vector<std::string> faults;
-};
-
-/// Reads a render queue; the scenes that it names aren't opened.
-QueueSummary summariseQueue(const std::string& path);
 
 } // namespace Quenza
