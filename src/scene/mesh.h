@@ -61,6 +61,8 @@ public:
 
     /// Checks the invariants and works out the bounds and the number of materials, which it returns.
     u32 endOfModel();
+    /// endOfModel of a mesh whose faces nobody has looked at, with checkAllIndices in one go.
+    u32 endOfUncheckedModel();
     /// What endOfModel and the writer of mesh files require: whole UV entries, and no normals or one a
     /// vertex.
     void checkInvariants() const;

@@ -31,13 +31,11 @@ void loadMeshFile(const String& path, Mesh& mesh, double scale) {
     if (extension != "qzmesh")
         throw QuenzaException("key '" + extension + "' not found");
     Mesh::readFromFile(path, mesh);
-    mesh.checkInvariants();
-    mesh.checkAllIndices();
     const f32 factor = f32(scale);
     if (factor != 1.0f)
         for (Vec3f& v : mesh.vert_positions)
             v = Vec3f{v.x * factor, v.y * factor, v.z * factor};
-    mesh.endOfModel();
+    mesh.endOfUncheckedModel();
 }
 
 } // namespace Quenza
