@@ -3,6 +3,7 @@
 
 #include "scene/emission.h"
 #include "scene/materials/sun_sky_material.h"
+#include "scene/spectrum.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,6 +40,11 @@ u64 cellOf(const Vec& direction) {
 Background::Background(const Quenza::SceneNodeBackgroundSettings* settings, MaterialCompiler& materials,
                        Notices& notices) {
     if (!settings || !settings->background_material) {
+        if (!materials.hasEmitters()) {
+            notices.tell("The scene has no light; it is shown under an even white sky.");
+            plain_ = radianceOf(Quenza::UniformSpectrum(1.0));
+            tabulate();
+        }
         return;
     }
     const Quenza::Material& material = *settings->background_material;
@@ -97,6 +103,8 @@ LayeredRadiance Background::surround(const Vec& direction) const {
         point.position = direction;
         point.normal = point.shading_normal = -direction;
         shader_->emit(point, true, scale_, sum);
+    } else if (!isBlack(plain_)) {
+        sum.add(plain_, 0);
     }
     return sum;
 }

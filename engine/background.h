@@ -15,7 +15,9 @@ namespace engine {
 /// What surrounds the scene, infinitely far away: sun and sky, or a material that emits.
 class Background {
 public:
-    /// `settings` may be null: all is black then.
+    /// `settings` may be null: all is black then. But a scene that has nothing that is meant to shine, be it
+    /// in the background or among `materials`, would show nothing at all: it gets an even white sky, of which
+    /// the user is told.
     Background(const Quenza::SceneNodeBackgroundSettings* settings, MaterialCompiler& materials,
                Notices& notices);
 
@@ -39,6 +41,7 @@ private:
     std::optional<SunSky> sun_sky_;
     const SurfaceShader* shader_ = nullptr;
     float scale_ = 1;
+    RGB plain_{0.0f}; ///< Without a material.
     /// Brightness over a grid of equal areas: columns of longitude, rows of height.
     Distribution cells_;
 };

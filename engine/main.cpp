@@ -67,6 +67,7 @@ int run(int argc, char** argv) {
     if (std::find(options.switches.begin(), options.switches.end(), low) != options.switches.end()) {
         Quenza::PlatformUtils::lowerPriority();
     }
+    std::fflush(stdout);
     const bool rendered = renderAll(options);
     return rendered && report.faults.empty() ? 0 : 1;
 }

@@ -183,7 +183,9 @@ const SurfaceShader* MaterialCompiler::compile(const Material& material) {
 const SurfaceShader* MaterialCompiler::make(const Material& material) {
     const ParamReader params(material, images_, notices_);
     const auto surface = [&](auto made) -> auto& {
-        readSurface(static_cast<const SurfaceMaterial&>(material), params, *made);
+        const auto& described = static_cast<const SurfaceMaterial&>(material);
+        readSurface(described, params, *made);
+        has_emitters_ = has_emitters_ || described.base_emission || described.emission;
         return keep(std::move(made));
     };
     if (const auto* diffuse = as<DiffuseMaterial>(material)) {

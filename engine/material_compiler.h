@@ -25,6 +25,8 @@ public:
     /// For a material without a node of its own.
     const SurfaceShader* compile(const Quenza::Material& material);
     const SurfaceShader* grey() const { return grey_; }
+    /// True when any of the materials is meant to emit, be it that it emits nothing just now.
+    bool hasEmitters() const { return has_emitters_; }
 
 private:
     const SurfaceShader* make(const Quenza::Material& material);
@@ -40,6 +42,7 @@ private:
     std::map<const Quenza::SceneNodeMedium*, std::unique_ptr<InternalMedium>> media_;
     const SurfaceShader* grey_ = nullptr;
     int depth_ = 0;
+    bool has_emitters_ = false;
 };
 
 } // namespace engine

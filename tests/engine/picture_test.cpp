@@ -1,0 +1,318 @@
+// SPDX-License-Identifier: MIT
+#include "engine/scene_builder.h"
+#include "scene/aperture_shape.h"
+#include "scene/emission.h"
+#include "scene/materials/diffuse_material.h"
+#include "scene/materials/sun_sky_material.h"
+#include "scene/rotation.h"
+#include "scene/scene_node_section_plane.h"
+#include "scene/spectrum.h"
+#include "scene/wavelength_dependent_param.h"
+
+#include <cmath>
+#include <functional>
+#include <gtest/gtest.h>
+#include <numbers>
+
+namespace {
+
+using namespace Quenza;
+using std::numbers::pi;
+
+struct Centre {
+    double x, y;
+};
+
+/// Of the brightness, in pixels from the top left corner.
+Centre centreOf(const engine::FloatImage& image) {
+    double sum = 0, x_sum = 0, y_sum = 0;
+    for (unsigned y = 0; y < image.height; ++y) {
+        for (unsigned x = 0; x < image.width; ++x) {
+            const double level = luminanceAt(image, x, y);
+            sum += level;
+            x_sum += level * (x + 0.5);
+            y_sum += level * (y + 0.5);
+        }
+    }
+    return {x_sum / sum, y_sum / sum};
+}
+
+Ref<Mesh> facingCamera(double half = 0.1) {
+    return rectangle({half, 0, 0}, {0, 0, half});
+}
+
+/// Where a lamp at `place` is seen in a picture of 32 x 16 pixels.
+Centre seenAt(const Vec3d& place, const std::function<void(SceneNodeCamera&)>& change = {},
+              double radius = 0.1) {
+    SceneBuilder scene(32, 16);
+    scene.addSphere(place, radius, scene.emitter(1));
+    if (change) {
+        change(*scene.camera);
+    }
+    return centreOf(scene.render(256)[0]);
+}
+
+void expectAt(const Centre& centre, double x, double y, const char* what) {
+    EXPECT_NEAR(centre.x, x, 0.15) << what;
+    EXPECT_NEAR(centre.y, y, 0.15) << what;
+}
+
+TEST(CameraView, RightIsRightAndUpIsUp) {
+    // At a distance of 4 the picture is 4 wide and 2 high: 8 pixels a metre.
+    expectAt(seenAt({0, 4, 0}), 16, 8, "the middle");
+    expectAt(seenAt({1, 4, 0}), 24, 8, "right");
+    expectAt(seenAt({0, 4, 0.5}), 16, 4, "up");
+    expectAt(seenAt({-1, 4, -0.5}), 8, 12, "left and down");
+    expectAt(seenAt({-4, 1, 0.5},
+                    [](SceneNodeCamera& camera) {
+                        camera.forwards = {-1, 0, 0};
+                        camera.up = {0.5, 0, 1};
+                    }),
+             24, 4, "looking along -x");
+    expectAt(seenAt({1, 4, 0}, [](SceneNodeCamera& camera) { camera.up = {0, 0, -1}; }), 8, 8, "upside down");
+    expectAt(
+        seenAt({4, 0, 0.5}, [](SceneNodeCamera& camera) { camera.keyframes[0].rotation_angle = -pi / 2; }),
+        16, 4, "turned by its keyframe");
+}
+
+TEST(CameraView, OrthographicKeepsSizes) {
+    const auto orthographic = [](SceneNodeCamera& camera) {
+        camera.camera_type = SceneNodeCamera::ORTHOGRAPHIC;
+        camera.sensor_width = 4;
+    };
+    expectAt(seenAt({1, 4, 0.5}, orthographic), 24, 4, "near");
+    expectAt(seenAt({1, 40, 0.5}, orthographic), 24, 4, "far");
+}
+
+TEST(CameraView, SphericalShowsAllDirections) {
+    const auto spherical = [](SceneNodeCamera& camera) { camera.camera_type = SceneNodeCamera::SPHERICAL; };
+    expectAt(seenAt({0, 4, 0}, spherical, 1), 16, 8, "ahead");
+    expectAt(seenAt({4, 0, 0}, spherical, 1), 24, 8, "right");
+    expectAt(seenAt({-4, 0, 0}, spherical, 1), 8, 8, "left");
+    expectAt(seenAt({0, 2.8284, 2.8284}, spherical, 0.5), 16, 4, "halfway up");
+}
+
+/// The stored position is the sensor's side of the shift: what a shifted lens adds comes on top of it.
+TEST(CameraView, ShiftedLensMovesThePicture) {
+    expectAt(seenAt({0, 4, 0},
+                    [](SceneNodeCamera& camera) {
+                        camera.lens_shift_right_distance = 0.009;
+                        camera.lens_shift_up_distance = 0.0045;
+                        camera.keyframes[0].pos = {-0.009, 0, -0.0045};
+                    }),
+             8, 12, "the view turns right and up");
+}
+
+double peakShare(double focus_distance, bool autofocus) {
+    SceneBuilder scene(16, 16);
+    scene.addSphere({0, 4, 0}, 0.1, scene.emitter(1));
+    scene.camera->aperture_radius = 0.6;
+    scene.camera->focus_distance = focus_distance;
+    scene.camera->autofocus = autofocus;
+    const engine::FloatImage image = scene.render(256)[0];
+    return meanLuminance(image, 7, 7, 9, 9) * 4 / (meanLuminance(image) * 256);
+}
+
+TEST(CameraView, FocusIsSharp) {
+    const double sharp = peakShare(4, false);
+    EXPECT_GT(sharp, 0.95);
+    EXPECT_LT(peakShare(1.5, false), 0.5 * sharp);
+    EXPECT_GT(peakShare(1.5, true), 0.95) << "the focus is where the camera looks";
+}
+
+/// What is out of focus has the aperture's form. A lamp far behind the focus isn't turned over.
+TEST(CameraView, BlurHasTheFormOfTheAperture) {
+    SceneBuilder scene(32, 32);
+    scene.addSphere({0, 1000, 0}, 50, scene.emitter(1));
+    scene.camera->aperture_radius = 0.4;
+    scene.camera->focus_distance = 1;
+    Ref<ApertureGenerated> triangle = new ApertureGenerated;
+    triangle->num_blades = 3;
+    triangle->blade_offset = 0.5;
+    triangle->blade_curvature_radius = 1000;
+    triangle->start_angle = -pi / 2; // A straight side below, a corner above.
+    scene.camera->aperture_shape = triangle;
+    const engine::FloatImage image = scene.render(400)[0];
+    const Centre centre = centreOf(image);
+    EXPECT_NEAR(centre.x, 16, 0.3);
+    EXPECT_NEAR(centre.y, 16, 0.5);
+    const auto widthOfRow = [&image](unsigned y) {
+        int width = 0;
+        for (unsigned x = 0; x < image.width; ++x) {
+            width += luminanceAt(image, x, y) > 0 ? 1 : 0;
+        }
+        return width;
+    };
+    EXPECT_GT(widthOfRow(21), widthOfRow(10) + 8) << "broad below";
+}
+
+TEST(CameraView, VignettingDimsTheEdges) {
+    const auto edge = [](bool vignetting) {
+        SceneBuilder scene(16, 16);
+        scene.setUniformBackground(1);
+        scene.settings->setBool("vignetting", vignetting);
+        const engine::FloatImage image = scene.render(16)[0];
+        return luminanceAt(image, 0, 0) / luminanceAt(image, 8, 8);
+    };
+    EXPECT_NEAR(edge(false), 1, 1e-4);
+    EXPECT_NEAR(edge(true), std::pow(std::cos(std::atan(std::hypot(0.47, 0.47))), 4), 0.02);
+}
+
+TEST(Sun, ShadowFallsAwayFromIt) {
+    // A pole on the ground, seen from above with north (y) up.
+    SceneBuilder scene(32, 32);
+    scene.camera->camera_type = SceneNodeCamera::ORTHOGRAPHIC;
+    scene.camera->sensor_width = 8;
+    scene.camera->keyframes[0].pos = {0, 0, 50};
+    scene.camera->forwards = {0, 0, -1};
+    scene.camera->up = {0, 1, 0};
+    scene.addModel(rectangle({20, 0, 0}, {0, 20, 0}), scene.diffuse(0.5), {0, 0, 0});
+    const auto pole = scene.diffuse(0);
+    scene.addSphere({0, 0, 1.5}, 0.3, pole);
+    Ref<SunSkyMaterial> sky = new SunSkyMaterial;
+    sky->sundir = {1, 0, 1};
+    sky->enable_sky = false;
+    scene.setBackground(sky);
+    const engine::FloatImage image = scene.render(64)[0];
+    const double lit = luminanceAt(image, 22, 16);
+    EXPECT_GT(lit, 0);
+    EXPECT_LT(luminanceAt(image, 10, 16), 0.02 * lit) << "1.5 to the west, away from the sun in the east";
+    EXPECT_GT(luminanceAt(image, 16, 10), 0.95 * lit);
+    EXPECT_GT(luminanceAt(image, 16, 22), 0.95 * lit);
+}
+
+TEST(MotionBlur, SpreadsOverTheWay) {
+    SceneBuilder scene(32, 8);
+    auto& model = scene.addModel(facingCamera(0.25), scene.emitter(1), {-1, 4, 0});
+    model.keyframes.push_back(keyFrame({1, 4, 0}, 1));
+    const engine::FloatImage image = scene.render(600)[0];
+    const double middle = luminanceAt(image, 16, 4);
+    // The lamp is half a metre wide and goes two: each place of its way sees it a quarter of the time.
+    EXPECT_NEAR(middle / unitLuminance(), 0.25, 0.03);
+    EXPECT_NEAR(luminanceAt(image, 11, 4) / middle, 1, 0.15);
+    EXPECT_NEAR(luminanceAt(image, 20, 4) / middle, 1, 0.15);
+    EXPECT_EQ(luminanceAt(image, 3, 4), 0);
+    expectAt(centreOf(image), 16, 4, "the middle of the way");
+}
+
+TEST(MotionBlur, TurnsAboutTheAxis) {
+    SceneBuilder scene(32, 32);
+    auto& model = scene.addModel(rectangle({0.1, 0, 0}, {0, 0, 0.1}), scene.emitter(1), {0, 4, 0});
+    model.keyframes[0].rotation_axis = {0, 1, 0};
+    model.keyframes.push_back(keyFrame({0, 4, 0}, 1));
+    model.keyframes[1].rotation_axis = {0, 1, 0};
+    model.keyframes[1].rotation_angle = pi / 2;
+    static_cast<MatrixRotation&>(*model.rotation).matrix = {{12, 0, 0, 0, 1, 0, 0, 0, 1}};
+    const engine::FloatImage image = scene.render(400)[0];
+    // A bar that turns clockwise as seen from the camera, from lying to standing: two quarters are swept.
+    EXPECT_GT(meanLuminance(image, 19, 19, 22, 22), 0);
+    EXPECT_GT(meanLuminance(image, 10, 10, 13, 13), 0);
+    EXPECT_EQ(meanLuminance(image, 19, 10, 22, 13), 0);
+    EXPECT_EQ(meanLuminance(image, 10, 19, 13, 22), 0);
+}
+
+TEST(Layers, HoldTheirOwnLightAlone) {
+    const auto render = [](bool first, bool second) {
+        SceneBuilder scene(16, 8);
+        scene.addModel(rectangle({10, 0, 0}, {0, 0, 10}), scene.diffuse(0.5), {0, 6, 0});
+        scene.addSphere({-1, 4, 0}, 0.3, scene.emitter(first ? 1 : 0, 0));
+        scene.addSphere({1, 4, 0}, 0.3, scene.emitter(second ? 3 : 0, 1));
+        return scene.render(200);
+    };
+    const auto both = render(true, true);
+    ASSERT_EQ(both.size(), 2u);
+    EXPECT_LT(centreOf(both[0]).x, 7);
+    EXPECT_GT(centreOf(both[1]).x, 9);
+    const auto alone = render(false, true);
+    EXPECT_EQ(meanLuminance(alone[0]), 0);
+    EXPECT_NEAR(meanLuminance(alone[1]) / meanLuminance(both[1]), 1, 0.03);
+}
+
+TEST(SectionPlane, CutsWhatItLists) {
+    const struct {
+        const char* what;
+        u32 type;
+        bool list_first;
+        bool enabled;
+        bool first_seen, second_seen;
+    } cases[] = {
+        {"all", SceneNodeSectionPlane::EXCLUDE, false, true, false, false},
+        {"all but the first", SceneNodeSectionPlane::EXCLUDE, true, true, true, false},
+        {"the first", SceneNodeSectionPlane::INCLUDE, true, true, false, true},
+        {"none", SceneNodeSectionPlane::EXCLUDE, false, false, true, true},
+    };
+    for (const auto& test : cases) {
+        SceneBuilder scene(16, 8);
+        const auto& first = scene.addModel(facingCamera(), scene.emitter(1), {-1, 4, 0});
+        scene.addModel(facingCamera(), scene.emitter(1), {1, 4, 0});
+        Ref<SceneNodeSectionPlane> plane = new SceneNodeSectionPlane;
+        plane->point = {0, 5, 0};
+        plane->normal = {0, -1, 0};
+        plane->enabled = test.enabled;
+        plane->object_list_type = test.type;
+        if (test.list_first) {
+            plane->object_list.push_back(first.getUID());
+        }
+        scene.root->addChild(plane);
+        const engine::FloatImage image = scene.render(64)[0];
+        EXPECT_EQ(meanLuminance(image, 0, 0, 8, 8) > 0, test.first_seen) << test.what;
+        EXPECT_EQ(meanLuminance(image, 8, 0, 16, 8) > 0, test.second_seen) << test.what;
+    }
+}
+
+TEST(Instances, KeepTheirFacesOutsideWhenMirrored) {
+    for (const double x : {1.0, -1.0}) {
+        SceneBuilder scene(8, 8);
+        auto& model = scene.addModel(facingCamera(1), scene.emitter(1), {0, 4, 0});
+        static_cast<MatrixRotation&>(*model.rotation).matrix = {{x, 0, 0, 0, 1, 0, 0, 0, 1}};
+        EXPECT_GT(meanLuminance(scene.render(4)[0]), 0) << x;
+    }
+}
+
+/// Shear and scale reach geometry, normals and the area that light is spread over.
+TEST(Instances, FluxDoesNotDependOnShearAndScale) {
+    const Matrix3d matrices[] = {
+        Matrix3d::identity(), {{3, 0, 0, 0, 1, 0, 0, 0, 0.5}}, {{1, 0, 0.8, 0, 1, 0, 0, 0, 1}}};
+    for (const Matrix3d& matrix : matrices) {
+        SceneBuilder scene(8, 8);
+        scene.addModel(rectangle({10, 0, 0}, {0, 0, 10}), scene.diffuse(0.5), {0, 4, 0});
+        auto& lamp = scene.addModel(rectangle({0.02, 0, 0}, {0, 0, -0.02}), scene.emitter(1), {0, 3, 0});
+        static_cast<MatrixRotation&>(*lamp.rotation).matrix = matrix;
+        lamp.invisible_to_camera = true;
+        Ref<EmissionScale> scale = new EmissionScale;
+        scale->value = 100;
+        scale->material = lamp.materials[0];
+        lamp.emission_scales.push_back(scale);
+        scene.camera->lens_sensor_dist = 3.6;
+        // A small flat lamp of flux F has F / pi candelas straight ahead.
+        const double expected = 100 / pi / 1.0 * 0.5 / pi;
+        EXPECT_NEAR(meanLuminance(scene.render(256)[0]) / expected, 1, 0.015);
+    }
+}
+
+TEST(EmissionScale, GivesTheMeasureItsValue) {
+    // The luminance of a lamp of a square metre, for a value of 100.
+    const struct {
+        u32 measure;
+        double luminance;
+    } cases[] = {
+        {EmissionScale::LUMINANCE, 100},
+        {EmissionScale::LUMINOUS_EMITTANCE, 100 / pi},
+        {EmissionScale::LUMINOUS_FLUX, 100 / pi},
+        {EmissionScale::LUMINOUS_INTENSITY, 100},
+        {EmissionScale::NO_MEASURE, 0.3 * unitLuminance()},
+    };
+    for (const auto& test : cases) {
+        SceneBuilder scene(8, 8);
+        scene.camera->lens_sensor_dist = 3.6;
+        Ref<EmissionScale> scale = new EmissionScale;
+        scale->measure = test.measure;
+        scale->value = 100;
+        auto& lamp = scene.addModel(facingCamera(0.5), scene.emitter(0.3), {0, 4, 0});
+        scale->material = lamp.materials[0];
+        lamp.emission_scales.push_back(scale);
+        EXPECT_NEAR(meanLuminance(scene.render(4)[0]) / test.luminance, 1, 1e-3) << test.measure;
+    }
+}
+
+} // namespace
