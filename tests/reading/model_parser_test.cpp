@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+#include "reading/older_model_parser.h"
+#include "reading/scene_fixture.h"
+#include "scene/scene_node_material.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace Quenza {
+
+namespace {
+
+class ModelParser : public SceneFiles {
+protected:
+    /// A scene with materials, the triangle and the element, which is on line 5.
+    std::string wholeScene(const std::string& element) { return std::string(MATERIALS) + TRIANGLE + element; }
+    SceneNodeModel& readModel(const std::string& element) {
+        root = readElements(wholeScene(element));
+        return only<SceneNodeModel>(*root, NODE_MODEL);
+    }
+
+    Ref<SceneNodeRoot> root;
+};
+
+constexpr const char* ROTATION = "<rotation><matrix>1 2 3 4 5 6 7 8 10</matrix></rotation>";
+
+TEST_F(ModelParser, ReadsTheWritersForm) {
+    const std::string body =
+        "<geometry_uid>20</geometry_uid><scale>2</scale><invisible_to_camera>true</invisible_to_camera>"
+        "<rotation><axis_rotation><axis>0 1 0</axis><angle>0.5</angle></axis_rotation></rotation>"
+        "<keyframe><time>0</time><pos>1 2 3</pos><rotation_quaternion><axis>1 0 0</axis><angle>0.25</angle>"
+        "</rotation_quaternion></keyframe>"
+        "<keyframe><time>1</time><pos>4 5 6</pos><rotation_quaternion><axis>0 1 0</axis><angle>0.75</angle>"
+        "</rotation_quaternion></keyframe>"
+        "<materials><material_uid>11</material_uid><material_uid>12</material_uid></materials>"
+        "<ies_profile><material_uid>11</material_uid><path>a.ies</path></ies_profile>"
+        "<ies_profile><material_uid>12</material_uid><path>b.ies</path></ies_profile>"
+        "<emission_scale><measure>luminance</measure><value>3</value><material_uid>11</material_uid>"
+        "</emission_scale>";
+    const std::string mesh = std::string(TRIANGLE).insert(std::strlen("<mesh>"), "<uid>20</uid>");
+    root = readElements("<model2><uid>30</uid><name>m</name>" + body + "</model2>" + MATERIALS + mesh);
+    bind(*root);
+    SceneNode& model = *root->getChildren()[0];
+    EXPECT_EQ(bodyOf(model), body);
+    EXPECT_EQ(model.getUID().value(), 30u);
+    EXPECT_EQ(model.getName(), "m");
+}
+
+TEST_F(ModelParser, MaterialsMayBeNamed) {
+    SceneNodeModel& model =
+        readModel(std::string("<model2><geometry_uid>13</geometry_uid>") + ROTATION +
+                  "<materials><material_name>blue</material_name><material_uid>11</material_uid></materials>"
+                  "</model2>");
+    bind(*root);
+    EXPECT_EQ(model.materials[0], nodeNamed(*root, "blue"));
+    EXPECT_EQ(model.materials[1], nodeNamed(*root, "red"));
+}
+
+TEST_F(ModelParser, ReadsTheOlderForm) {
+    SceneNodeModel& model = readModel(
+        "<model><pos>1 2 3</pos><end_pos>2 2 3</end_pos><rotation><matrix>0 -2 0 2 0 0 0 0 "
+        "2</matrix></rotation>"
+        "<final_rotation><matrix>-2 0 0 0 -2 0 0 0 2</matrix></final_rotation><scale>3</scale>"
+        "<mesh_name>tri</mesh_name><invisible_to_camera>true</invisible_to_camera>"
+        "<emission_scale><measure>luminous_flux</measure><value>5</value><material_name>blue</material_name>"
+        "</emission_scale><ies_profile><path>a.ies</path><material_name>red</material_name></ies_profile>"
+        "</model>");
+    bind(*root);
+    EXPECT_EQ(model.getName(), "tri instance");
+    EXPECT_EQ(model.geometry, nodeNamed(*root, "tri"));
+    EXPECT_EQ(model.scale, 3);
+    EXPECT_TRUE(model.invisible_to_camera);
+    ASSERT_EQ(model.materials.size(), 2u);
+    EXPECT_EQ(model.materials[0], nodeNamed(*root, "red"));
+    EXPECT_EQ(model.materials[1], nodeNamed(*root, "blue"));
+    EXPECT_EQ(model.emission_scales[0]->material, nodeNamed(*root, "blue"));
+    EXPECT_EQ(model.ies_profiles[0]->material, nodeNamed(*root, "red"));
+    EXPECT_EQ(model.ies_profiles[0]->path, "a.ies");
+    ASSERT_EQ(model.keyframes.size(), 2u);
+    EXPECT_EQ(model.keyframes[0].pos, (Vec3d{1, 2, 3}));
+    EXPECT_EQ(model.keyframes[0].rotation_angle, 0);
+    EXPECT_EQ(model.keyframes[1].time, 1);
+    EXPECT_EQ(model.keyframes[1].pos, (Vec3d{2, 2, 3}));
+    EXPECT_NEAR(model.keyframes[1].rotation_angle, std::acos(0.0), 1e-12);
+    EXPECT_NEAR(model.keyframes[1].rotation_axis.z, 1, 1e-12);
+}
+
+TEST_F(ModelParser, ReadsAllRotationsOfTheOlderForm) {
+    const struct {
+        const char* rotation;
+        u32 type;
+        double first; ///< Top left of the matrix.
+    } cases[] = {
+        {"<rotation><matrix>5 0 0 0 1 0 0 0 1</matrix></rotation>", MatrixRotation::TYPE, 5},
+        {"<rotation><axis_rotation><axis>0 0 1</axis><angle>0</angle></axis_rotation></rotation>",
+         AxisRotation::TYPE, 1},
+        {"<rotation><rotation_quaternion><axis>0 0 2</axis><angle>3.141592653589793</angle>"
+         "</rotation_quaternion></rotation>",
+         AxisRotation::TYPE, -1},
+        {"", MatrixRotation::TYPE, 1},
+    };
+    for (const auto& [rotation, type, first] : cases) {
+        const SceneNodeModel& model = readModel(
+            std::string(
+                "<model><mesh_name>tri</mesh_name><keyframe><time>0</time><pos>7 8 9</pos></keyframe>") +
+            rotation + "</model>");
+        EXPECT_EQ(model.rotation->getType(), type);
+        EXPECT_NEAR(model.rotation->getMatrix().e[0], first, 1e-12);
+        ASSERT_EQ(model.keyframes.size(), 1u);
+        EXPECT_EQ(model.keyframes[0].pos, (Vec3d{7, 8, 9}));
+    }
+}
+
+/// The turn, applied to the first matrix, gives the second one.
+TEST(FindTurn, TakesOneMatrixToTheOther) {
+    const Matrix3d from{{2, 0.5, 0, 0, 1, 0, 0, -0.25, 3}};
+    const Vec3d axes[] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0.6, -0.8, 0}, {-0.48, 0.6, 0.64}};
+    for (const Vec3d& axis : axes)
+        for (const double angle : {0.0, 1e-7, 0.5, 2.0, 3.1415, 3.141592653589793, -1.0}) {
+            const Matrix3d turn = axisAngleMatrix(axis, angle);
+            Matrix3d to{};
+            for (int i = 0; i < 9; ++i)
+                for (int k = 0; k < 3; ++k)
+                    to.e[i] += turn.e[i / 3 * 3 + k] * from.e[3 * k + i % 3];
+            Vec3d found_axis{};
+            double found_angle = 0;
+            ASSERT_TRUE(findTurn(from, to, found_axis, found_angle));
+            const Matrix3d found = axisAngleMatrix(found_axis, found_angle);
+            for (int i = 0; i < 9; ++i)
+                EXPECT_NEAR(found.e[i], turn.e[i], 2e-7) << angle;
+        }
+    Vec3d axis{};
+    double angle = 0;
+    EXPECT_FALSE(findTurn(Matrix3d{}, from, axis, angle));
+    EXPECT_FALSE(findTurn(from, Matrix3d::identity(), axis, angle));
+    EXPECT_FALSE(findTurn(Matrix3d::identity(), Matrix3d{{-1, 0, 0, 0, 1, 0, 0, 0, 1}}, axis, angle));
+}
+
+TEST_F(ModelParser, OlderFormLoadsItsExternalMesh) {
+    put("tri.obj", "usemtl blue\nv 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    root = readElements(std::string(MATERIALS) +
+                        "<mesh><name>obj</name><external><path>tri.obj</path></external></mesh>"
+                        "<model><mesh_name>obj</mesh_name><pos>0 0 0</pos></model>");
+    const auto& model = only<SceneNodeModel>(*root, NODE_MODEL);
+    ASSERT_EQ(model.materials.size(), 1u);
+    EXPECT_EQ(model.materials[0], nodeNamed(*root, "blue"));
+    root->finalise(folder / "scene.qzs");
+}
+
+TEST_F(ModelParser, RefusesBadModels) {
+    const std::string geometry = "<geometry_uid>13</geometry_uid>";
+    const std::string older = "<model><mesh_name>tri</mesh_name>";
+    const struct {
+        std::string element;
+        const char* message;
+    } cases[] = {
+        {"<model2><pos>0 0 0</pos></model2>",
+         "Found unexpected element 'pos'  (In element 'pos', around line 5, column 9)"},
+        {"<model2/>",
+         "could not find element 'geometry_uid'  (In element 'model2', around line 5, column 1)"},
+        {"<model2>" + geometry + "</model2>",
+         "Failed to find expected element 'rotation'  (In element 'model2', around line 5, column 1)"},
+        {"<model2>" + geometry + "<rotation/></model2>",
+         "Failed to find child for element 'rotation' - Child should be one of 'matrix', 'axis_rotation', "
+         "'rotation_quaternion'  (In element 'rotation', around line 5, column 40)"},
+        {"<model2>" + geometry + "<rotation><matrix>1 2</matrix></rotation></model2>",
+         "syntax error while parsing Matrix.  (In element 'matrix', around line 5, column 50)"},
+        {"<model2>" + geometry + ROTATION + "<keyframe><time>0</time></keyframe></model2>",
+         "could not find element 'pos'  (In element 'keyframe', around line 5, column 96)"},
+        {"<model2>" + geometry + ROTATION +
+             "<materials><material_name>x</material_name></materials></model2>",
+         "Material 'x' is not defined.   (In element 'material_name', around line 5, column 107)"},
+        {"<model2>" + geometry + ROTATION + "<materials><uid>1</uid></materials></model2>",
+         "Found unexpected element 'uid'  (In element 'uid', around line 5, column 107)"},
+        {"<model2>" + geometry + ROTATION +
+             "<emission_scale><measure>lux</measure><value>1</value></emission_scale></model2>",
+         "No such measure 'lux'  (In element 'emission_scale', around line 5, column 96)"},
+        {"<model><mesh_name>ball</mesh_name><pos>0 0 0</pos></model>",
+         "Model tried to use undefined mesh 'ball'.   (In element 'model', around line 5, column 1)"},
+        {older + "</model>", "could not find element 'pos'  (In element 'model', around line 5, column 1)"},
+        {older + "<uid>1</uid></model>",
+         "Found unexpected element 'uid'  (In element 'uid', around line 5, column 34)"},
+        {older +
+             "<pos>0 0 0</pos><final_rotation><matrix>2 0 0 0 2 0 0 0 2</matrix></final_rotation></model>",
+         "The final rotation must be a turn of the rotation.   (In element 'final_rotation', around line 5, "
+         "column 50)"},
+    };
+    for (const auto& [element, message] : cases)
+        EXPECT_EQ(refusal(wholeScene(element)), message) << element;
+    EXPECT_EQ(refusal(TRIANGLE + older + "<pos>0 0 0</pos></model>"),
+              "Material 'red' is not defined.   (In element 'model', around line 3, column 1)");
+}
+
+} // namespace
+
+} // namespace Quenza
