@@ -97,7 +97,9 @@ Ref<SceneNodeMesh> parseMesh(ParserState& state, const TiXmlElement& element) {
                          element);
     const TiXmlElement& source = xml::checkOnlyOneOf(element, SOURCES);
     rowOf(SOURCE_READERS, source)->read(state, source, *node); // scale may stand behind it
-    state.enterMesh(node, element);
+    // Only then: nodes name themselves by a counter of the process, which must not meet names of the file.
+    if (xml::optionalChildElement(element, "name"))
+        state.enterMesh(node, element);
     return node;
 }
 
