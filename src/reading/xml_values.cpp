@@ -5,6 +5,7 @@
 #include "scene/rotation.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 #include <tinyxml.h>
 #include <vector>
@@ -15,6 +16,34 @@ namespace {
 
 [[noreturn]] void fail(const std::string& message, const TiXmlNode& element) {
     throw SceneParseUtilsExcep(message + errorContext(element));
+}
+
+[[noreturn]] void failAtChild(const TiXmlNode& child) {
+    fail("Found unexpected element '" + child.ValueTStr() + "'", child);
+}
+
+/// TinyXML would trim and fold the white space of all texts, and "true " be a boolean. It has one flag for
+/// the whole process, which nobody changes later, so that readers in several threads don't meet over it.
+[[maybe_unused]] const bool KEEPS_WHITE_SPACE = [] {
+    TiXmlBase::SetCondenseWhiteSpace(false);
+    return true;
+}();
+
+/// A text as people mean it who indent it: nothing around it, and a blank for white space side by side. Texts
+/// that must not lose any stand in CDATA; a single line feed is kept, since writers make an entity of it.
+std::string condensed(std::string_view text) {
+    std::string out;
+    for (std::size_t i = 0; i < text.size();) {
+        std::size_t end = i;
+        while (end < text.size() && TextCursor::isWhitespace(text[end]))
+            ++end;
+        if (end == i)
+            out += text[i++];
+        else if (i > 0 && end < text.size())
+            out += end - i == 1 ? text[i] : ' ';
+        i = std::max(i, end);
+    }
+    return out;
 }
 
 /// The text of an element, copied only where it comes in several pieces. The element must outlive it.
@@ -40,7 +69,7 @@ private:
             if (node->ToText())
                 joined_ += node->ValueTStr();
             else if (node->ToElement())
-                fail("Found unexpected element '" + node->ValueTStr() + "'", *node);
+                failAtChild(*node);
         }
         view_ = joined_;
     }
@@ -58,10 +87,10 @@ Value parseWhole(const TiXmlElement& element, const char* word, const Parse& par
     Value value{};
     cursor.skipWhitespace();
     if (!parse(cursor, value))
-        fail(std::string("Failed to parse ") + word + " from '" + std::string(text.view()) + "'", element);
+        fail(std::string("Failed to parse ") + word + " from '" + elementText(element) + "'", element);
     cursor.skipWhitespace();
     if (!cursor.atEnd())
-        fail(std::string("Parse error while parsing ") + word + " from '" + std::string(text.view()) + "'",
+        fail(std::string("Parse error while parsing ") + word + " from '" + elementText(element) + "'",
              element);
     return value;
 }
@@ -177,7 +206,14 @@ Matrix3d parseMatrix3Of(const TiXmlElement& holder) {
 }
 
 std::string elementText(const TiXmlElement& element) {
-    return std::string(ElementText(element).view());
+    std::string text;
+    for (const TiXmlNode* node = element.FirstChild(); node; node = node->NextSibling()) {
+        if (const TiXmlText* const piece = node->ToText())
+            text += piece->CDATA() ? piece->ValueTStr() : condensed(piece->ValueTStr());
+        else if (node->ToElement())
+            failAtChild(*node);
+    }
+    return text;
 }
 
 i32 parseInt(const TiXmlElement& parent, const char* name) {

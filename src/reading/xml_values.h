@@ -32,7 +32,7 @@ u32 parseUInt(const TiXmlElement& parent, const char* name);
 u64 parseUInt64(const TiXmlElement& parent, const char* name);
 float parseFloat(const TiXmlElement& parent, const char* name);
 double parseDouble(const TiXmlElement& parent, const char* name);
-/// Exactly "true" or "false".
+/// Exactly "true" or "false", without white space around it.
 bool parseBool(const TiXmlElement& parent, const char* name);
 /// "" for an element without text.
 std::string parseString(const TiXmlElement& parent, const char* name);
@@ -73,7 +73,8 @@ Matrix3d parseMatrix3Text(const TiXmlElement& element);
 /// From an element with a child `matrix` or `axis_rotation`.
 Matrix3d parseMatrix3Of(const TiXmlElement& holder);
 
-/// All text of the element joined, whatever comments stand between; "" without text. Child elements throw.
+/// All text of the element joined, whatever comments stand between; "" without text. White space around the
+/// text is dropped and several side by side are one blank, but in CDATA. Child elements throw.
 std::string elementText(const TiXmlElement& element);
 
 /// The first child element of that name.

@@ -44,6 +44,8 @@ TEST(XMLValues, AreReadToTheirEnd) {
     expectValue(parseString, "Hel<!-- comment -->lo", std::string("Hello"));
     expectValue(parseString, "one <!-- two --> three", std::string("one three"));
     expectValue(parseString, "<![CDATA[ a  b ]]>", std::string(" a  b "));
+    expectValue(parseString, "\n  two \t words\n", std::string("two words"));
+    expectValue(parseString, "two&#x0A;lines", std::string("two\nlines"));
     expectValue(parseString, "a &lt;b&gt; &amp;&#x20AC;", std::string("a <b> &\xE2\x82\xAC"));
     expectValue(parseString, "", std::string());
     expectValue(parseVec2, "1\n2", Vec2d{1, 2});
@@ -82,6 +84,7 @@ TEST(XMLValues, TellWhatIsWrongAndWhere) {
         {reader(parseInt), "x", "Failed to parse integer from 'x'"},
         {reader(parseInt), "", "Failed to parse integer from ''"},
         {reader(parseInt), "2147483648", "Failed to parse integer from '2147483648'"},
+        {reader(parseInt), " x\n", "Failed to parse integer from 'x'"},
         {reader(parseUInt), "-1", "Failed to parse unsigned integer from '-1'"},
         {reader(parseUInt64), "1 2", "Parse error while parsing unsigned integer from '1 2'"},
         {reader(parseFloat), "1e39", "Failed to parse float from '1e39'"},
@@ -95,6 +98,8 @@ TEST(XMLValues, TellWhatIsWrongAndWhere) {
         {reader(parseVec3), "1 2-3", "Failed to parse Vec3 from '1 2-3'"},
         {reader(parseVec3), "1 2 3 x", "Parse error while parsing Vec3 from '1 2 3 x'"},
         {reader(parseBool), "<![CDATA[true ]]>", "Invalid boolean value (Should be 'true' or 'false')."},
+        {reader(parseBool), "true ", "Invalid boolean value (Should be 'true' or 'false')."},
+        {reader(parseBool), "\tfalse", "Invalid boolean value (Should be 'true' or 'false')."},
         {reader(parseBool), "True", "Invalid boolean value (Should be 'true' or 'false')."},
         {reader(parseBool), "", "Invalid boolean value (Should be 'true' or 'false')."},
         {reader(parseMatrix2), "1 2 3", "syntax error while parsing Matrix2."},
