@@ -73,13 +73,15 @@ TEST_F(Tool, WritesNothingWhenAMeshCannotBeConverted) {
     const std::string mesh = read("scene_meshes/square.qzmesh");
     write("cut.qzmesh", mesh.substr(0, mesh.size() - 1));
     write("five.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nv 0 2 0\nf 1 2 3 4 5\n");
+    write("magic.qzmesh", "x" + mesh.substr(1));
     write("out.ply", "before");
     const struct {
         std::string in;
         std::string complaint;
     } cases[] = {
-        {"cut.qzmesh", "Error while reading from '" + path("cut.qzmesh") + "'."},
-        {"five.obj", "Invalid number of vertices in face: 5"},
+        {"cut.qzmesh", path("cut.qzmesh") + ": Error while reading from '" + path("cut.qzmesh") + "'."},
+        {"magic.qzmesh", path("magic.qzmesh") + ": Invalid magic number."},
+        {"five.obj", path("five.obj") + ": Invalid number of vertices in face: 5"},
         {"gone.obj", "'" + path("gone.obj") + "' is missing"},
     };
     for (const auto& test : cases) {

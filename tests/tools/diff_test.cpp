@@ -83,7 +83,8 @@ TEST_F(Diff, FailsApartFromDifferences) {
     EXPECT_EQ(outcome.status, 2);
     EXPECT_EQ(outcome.out, "");
     EXPECT_EQ(outcome.errors,
-              "quenza-scene: While processing node 'Floor', UID 9:  Failed to find geometry for UID 80\n");
+              "quenza-scene: " + path("other.qzs") +
+                  ": While processing node 'Floor', UID 9:  Failed to find geometry for UID 80\n");
 }
 
 } // namespace

@@ -62,7 +62,7 @@ void convertMesh(const std::string& in, const std::string& out, const MeshFormat
     if (!Quenza::FileUtils::fileExists(in))
         throw std::runtime_error("'" + in + "' is missing");
     Mesh mesh;
-    Quenza::getMeshLoader()(in, mesh, 1.0);
+    namingFile(in, [&] { Quenza::getMeshLoader()(in, mesh, 1.0); });
     format.write(out, mesh);
 }
 

@@ -10,7 +10,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
 #include <set>
+#include <stdexcept>
 
 namespace scene_tool {
 
@@ -67,13 +69,25 @@ fs::path folderOf(const std::string& file) {
 
 } // namespace
 
+void namingFile(const std::string& path, const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        throw std::runtime_error(path + ": " + error.what());
+    }
+}
+
 Ref<SceneNodeRoot> readScene(const std::string& path) {
     Ref<SceneNodeRoot> root;
-    QuenzaModelParser().parseScene(root, path, {}, "");
-    const BorrowedMeshes borrowed(*root, FileUtils::getDirectory(path));
-    SceneVisitor binding;
-    binding.mode = SceneVisitor::BIND;
-    root->visitAll(binding);
+    namingFile(path, [&] {
+        QuenzaModelParser().parseScene(root, path, {}, "");
+        const BorrowedMeshes borrowed(*root, FileUtils::getDirectory(path));
+        SceneVisitor binding;
+        binding.mode = SceneVisitor::BIND;
+        root->visitAll(binding);
+    });
     for (const Ref<SceneNode>& node : root->getChildren()) {
         auto* const mesh_node = dynamic_cast<SceneNodeMesh*>(node.getPointer());
         // The mesh's own positions are scaled already: written with the node's scale they would be twice.
