@@ -25,24 +25,11 @@ constexpr double TABLE[SAMPLES][3] = {
     {0.0000, 0.0000, 0.0000},
 };
 
-/// The ten-nanometre table sums to slightly different values in its three columns; scaled, equal energy is
-/// exactly neutral.
-Triple columnScales() {
-    Triple sums{};
-    for (const auto& row : TABLE)
-        for (size_t i = 0; i < 3; ++i)
-            sums[i] += row[i] * CIE_STEP * 1e-9;
-    return {EQUAL_ENERGY_Y / sums[0], EQUAL_ENERGY_Y / sums[1], EQUAL_ENERGY_Y / sums[2]};
-}
-
 constexpr ColourMatrix BRADFORD = {0.8951, 0.2664, -0.1614, -0.7502, 1.7135, 0.0367, 0.0389, -0.0685, 1.0296};
 constexpr ColourMatrix BRADFORD_INVERSE = {0.9869929, -0.1470543, 0.1599627, 0.4323053, 0.5183603,
                                            0.0492912, -0.0085287, 0.0400428, 0.9684867};
 
-} // namespace
-
-Triple observerAt(double nanometres) {
-    static const Triple scales = columnScales();
+Triple interpolated(double nanometres) {
     if (!(nanometres >= CIE_START && nanometres <= CIE_END))
         return {};
     const double position = (nanometres - CIE_START) / CIE_STEP;
@@ -50,8 +37,25 @@ Triple observerAt(double nanometres) {
     const double t = position - double(index);
     Triple result;
     for (size_t i = 0; i < 3; ++i)
-        result[i] = scales[i] * (TABLE[index][i] * (1 - t) + TABLE[index + 1][i] * t);
+        result[i] = TABLE[index][i] * (1 - t) + TABLE[index + 1][i] * t;
     return result;
+}
+
+/// The three columns of the table sum to slightly different values; scaled, equal energy is exactly neutral.
+Triple columnScales() {
+    Triple sums{};
+    for (int nm = CIE_START; nm <= CIE_END; ++nm)
+        for (size_t i = 0; i < 3; ++i)
+            sums[i] += interpolated(nm)[i] * 1e-9;
+    return {EQUAL_ENERGY_Y / sums[0], EQUAL_ENERGY_Y / sums[1], EQUAL_ENERGY_Y / sums[2]};
+}
+
+} // namespace
+
+Triple observerAt(double nanometres) {
+    static const Triple scales = columnScales();
+    const Triple observer = interpolated(nanometres);
+    return {observer[0] * scales[0], observer[1] * scales[1], observer[2] * scales[2]};
 }
 
 ColourMatrix bradfordAdaption(const Triple& from_white, const Triple& to_white) {

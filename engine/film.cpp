@@ -182,6 +182,9 @@ void Film::fillHoles(std::vector<float>& means, float weight_floor) const {
 
 namespace {
 
+/// Below it a filter's weights nearly cancel out.
+constexpr float MIN_SUM = 0.1f;
+
 /// One line of the finer grid to one line of pixels; both by their stride in floats.
 struct LineFilter {
     LineFilter(const FilterKernel& kernel, u32 super_sample_factor) : factor(i32(super_sample_factor)) {
@@ -192,6 +195,12 @@ struct LineFilter {
         float sum = 0;
         for (i32 cell = first; cell <= last; ++cell)
             sum += weights.emplace_back(kernel((float(cell) - centre) / float(factor)));
+        if (!(sum > MIN_SUM)) {
+            // A cubic of odd numbers can be zero wherever it is asked for: the pixel's own cells then.
+            first = 0;
+            weights.assign(super_sample_factor, 1.0f);
+            sum = float(super_sample_factor);
+        }
         for (float& weight : weights)
             weight /= sum;
     }
