@@ -178,6 +178,16 @@ TEST_F(SceneParser, ReadsMeshesWithTheirOptions) {
     EXPECT_EQ(static_cast<SceneNodeMesh&>(*root->getChildren()[1]).mesh->vert_positions[0], (Vec3f{2, 4, 6}));
 }
 
+TEST_F(SceneParser, NamelessMeshesTakeNoNameOfTheFile) {
+    const String last = SceneNodeMesh().getName(); // "Mesh " and a counter
+    const u64 next = std::stoull(last.toStdString().substr(5)) + 1;
+    const std::string external = "<external><path>a.ply</path></external></mesh>";
+    const Ref<SceneNodeRoot> root =
+        readElements("<mesh>" + external + "<mesh><name>Mesh " + std::to_string(next) + "</name>" + external);
+    EXPECT_EQ(root->getNumChildrenOfType(NODE_MESH), 2u);
+    EXPECT_EQ(root->getChildren()[0]->getName(), root->getChildren()[1]->getName());
+}
+
 TEST_F(SceneParser, LaysSettingsOverEachOther) {
     put("inifile.xml", "<config><renderer_settings><width>100</width><height>200</height>"
                        "<max_depth>5</max_depth></renderer_settings></config>");

@@ -158,6 +158,10 @@ TEST(SettingsParser, refusesWhatIsWrong) {
          "could not find element 'y2'  (In element 'render_region', around line 2, column 1)"},
         {"<splat_filter><sharp/></splat_filter>",
          "Found unexpected element 'sharp'  (In element 'sharp', around line 2, column 15)"},
+        {"<splat_filter><gaussian/></splat_filter>",
+         "Found unexpected element 'gaussian'  (In element 'gaussian', around line 2, column 15)"},
+        {"<downsize_filter><box/></downsize_filter>",
+         "Found unexpected element 'box'  (In element 'box', around line 2, column 18)"},
         {"<splat_filter/>", "Failed to find child for element 'splat_filter' - Child should be one of "
                             "'fastbox', 'box', 'radial', "
                             "'mn_cubic'  (In element 'splat_filter', around line 2, column 1)"},
