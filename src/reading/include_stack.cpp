@@ -64,23 +64,17 @@ void IncludeStack::open(const TiXmlElement& include, ParserState& state) {
     checkIsNoDevice(path, include);
     countRepeat(path, identity, include);
 
-    auto document = std::make_unique<XMLDocument>();
-    document->loadDocument(path);
-    const TiXmlElement& root = document->rootElement();
-    if (root.ValueStr() != "scenedata")
-        throw QuenzaModelParserExcep("Unknown root element '" + root.ValueStr() + "'");
+    auto elements = std::make_unique<XMLElementReader>(path);
+    if (elements->rootName() != "scenedata")
+        throw QuenzaModelParserExcep("Unknown root element '" + elements->rootName() + "'");
     open_.insert(identity);
-    files_.push_back(
-        {std::move(document), root.FirstChildElement(), state.base_from_scene, path, std::move(identity)});
+    files_.push_back({std::move(elements), state.base_from_scene, path, std::move(identity)});
     state.base_from_scene = FileUtils::getDirectory(from_scene);
 }
 
 const TiXmlElement* IncludeStack::next(ParserState& state) {
-    File& file = files_.back();
-    const TiXmlElement* const element = file.next_element;
-    if (element)
-        file.next_element = element->NextSiblingElement();
-    else
+    const TiXmlElement* const element = files_.back().elements->next();
+    if (!element)
         closeTo(files_.size() - 1, state);
     return element;
 }

@@ -3,7 +3,7 @@
 
 #include "foundation/string.h"
 #include "foundation/types.h"
-#include "reading/xml_document.h"
+#include "reading/xml_element_reader.h"
 
 #include <memory>
 #include <string>
@@ -41,8 +41,7 @@ public:
 
 private:
     struct File {
-        std::unique_ptr<XMLDocument> document;
-        const TiXmlElement* next_element;
+        std::unique_ptr<XMLElementReader> elements;
         String including_base; ///< The state's folder to return to.
         String path;
         std::string identity;

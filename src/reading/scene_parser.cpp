@@ -6,6 +6,7 @@
 #include "reading/model_loader.h"
 #include "reading/settings_parser.h"
 #include "reading/xml_document.h"
+#include "reading/xml_element_reader.h"
 #include "reading/xml_values.h"
 #include "scene/scene_node_background_settings.h"
 
@@ -107,14 +108,11 @@ void QuenzaModelParser::parseScene(Ref<SceneNodeRoot>& root, const String& scene
 
 NodeList QuenzaModelParser::readSceneFile(const String& scene_path) {
     setScenePath(scene_path);
-    XMLDocument document;
-    document.loadDocument(scene_path);
-    const TiXmlElement& scene = document.rootElement();
-    if (scene.ValueStr() != "scene")
-        throw QuenzaModelParserExcep("Invalid root element '" + scene.ValueStr() + "'");
+    XMLElementReader scene(scene_path);
+    if (scene.rootName() != "scene")
+        throw QuenzaModelParserExcep("Invalid root element '" + scene.rootName() + "'");
     NodeList nodes;
-    for (const TiXmlElement* element = scene.FirstChildElement(); element;
-         element = element->NextSiblingElement())
+    while (const TiXmlElement* const element = scene.next())
         readElement(*element, nodes);
     return nodes;
 }

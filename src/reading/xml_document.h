@@ -5,7 +5,6 @@
 #include "foundation/string.h"
 
 #include <memory>
-#include <string>
 #include <string_view>
 
 class TiXmlDocument;
@@ -41,9 +40,6 @@ public:
     const String& path() const { return path_; }
 
 private:
-    /// Parses `text`, which it may rearrange.
-    void parse(std::string& text);
-
     std::unique_ptr<TiXmlDocument> document_;
     String path_;
 };

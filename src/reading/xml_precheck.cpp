@@ -2,6 +2,7 @@
 #include "reading/xml_precheck.h"
 
 #include "foundation/utf8.h"
+#include "reading/xml_place.h"
 
 #include <algorithm>
 #include <array>
@@ -14,6 +15,7 @@ namespace {
 // TinyXML's words for the faults that it finds as well.
 constexpr const char* READING_END_TAG = "Error reading end tag.";
 constexpr const char* READING_ATTRIBUTES = "Error reading Attributes.";
+constexpr const char* PARSING_ELEMENT = "Error parsing Element.";
 constexpr const char* DOCUMENT_EMPTY = "Error document empty.";
 
 constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
@@ -41,38 +43,10 @@ bool isA(CharacterClass kind, char c) {
     return (CLASSES[static_cast<unsigned char>(c)] & kind) != 0;
 }
 
-bool isContinuation(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-}
-
-struct Place {
-    u32 line = 1;
-    u32 column = 1;
-};
-
-/// Counts as TinyXML does: a tab leads to the next multiple of four, a character counts once.
-Place placeOf(std::string_view text, u64 offset) {
-    constexpr u32 TAB_SIZE = 4;
-    Place place;
-    const std::string_view before = text.substr(0, offset);
-    for (u64 at = 0; at < before.size(); ++at) {
-        const char c = before[at];
-        if (c == '\n')
-            place = {place.line + 1, 1};
-        else if (c == '\t')
-            place.column = ((place.column - 1) / TAB_SIZE + 1) * TAB_SIZE + 1;
-        else if (before.substr(at).starts_with(BYTE_ORDER_MARK))
-            at += BYTE_ORDER_MARK.size() - 1;
-        else if (!isContinuation(c))
-            ++place.column;
-    }
-    return place;
-}
-
 /// One pass over a text. A step that meets a fault keeps it and returns false.
 class Precheck {
 public:
-    explicit Precheck(std::string& text) : text_(text), view_(text) {}
+    Precheck(std::string& text, XMLOutline* outline) : text_(text), view_(text), outline_(outline) {}
 
     std::optional<XMLFault> run() {
         check();
@@ -103,7 +77,8 @@ private:
     }
 
     bool fail(u64 offset, std::string description) {
-        const Place place = placeOf(view_, offset);
+        XMLPlace place;
+        place.advance(view_.substr(0, offset));
         fault_ = XMLFault{std::move(description), place.line, place.column, 0, false};
         return false;
     }
@@ -294,8 +269,9 @@ private:
         const u64 name_begin = at_;
         skipName();
         const std::string_view name = view_.substr(name_begin, at_ - name_begin);
-        had_root_ = true;
-        for (u32 attributes = 0;; ++attributes) {
+        beginElement(begin, name);
+        attribute_names_.clear();
+        for (;;) {
             skip(SPACE);
             if (peek() == '>') {
                 text_begin_ = ++at_;
@@ -303,12 +279,13 @@ private:
                 return true;
             }
             if (isAt("/>")) {
-                text_begin_ = at_ += 2;
+                at_ += 2;
+                endElement();
                 return true;
             }
             if (at_ >= view_.size())
                 return failAsTinyXML(begin, READING_ATTRIBUTES, view_.size());
-            if (attributes == MAX_XML_ATTRIBUTES)
+            if (attribute_names_.size() == MAX_XML_ATTRIBUTES)
                 return fail(begin,
                             "an element has more than " + std::to_string(MAX_XML_ATTRIBUTES) + " attributes");
             if (!checkAttribute())
@@ -316,16 +293,36 @@ private:
         }
     }
 
+    void beginElement(u64 begin, std::string_view name) {
+        had_root_ = true;
+        if (outline_ && open_.empty())
+            outline_->root_name = name;
+        else if (outline_)
+            outline_->element_begins.push_back(begin);
+    }
+
+    void endElement() {
+        text_begin_ = at_;
+        if (outline_ && open_.size() == 1)
+            outline_->child_ends.push_back(at_);
+    }
+
     bool checkAttribute() {
         const u64 begin = at_;
         u64 value_begin = 0;
         u64 value_end = 0;
-        if (!skipName() || !skipEquals())
+        if (!skipName())
+            return failAsTinyXML(begin, READING_ATTRIBUTES, endOfTag());
+        const std::string_view name = view_.substr(begin, at_ - begin);
+        if (!skipEquals())
             return failAsTinyXML(begin, READING_ATTRIBUTES, endOfTag());
         if (!isAtQuote())
             return fail(begin, "the attribute's value has no quotes");
         if (!skipQuoted(value_begin, value_end))
             return failAsTinyXML(begin, READING_ATTRIBUTES, endOfTag());
+        if (std::find(attribute_names_.begin(), attribute_names_.end(), name) != attribute_names_.end())
+            return failAsTinyXML(begin, PARSING_ELEMENT, at_);
+        attribute_names_.push_back(name);
         for (u64 at = value_begin; at < value_end; ++at)
             if (view_[at] == '&' && !checkReference(at))
                 return false;
@@ -347,8 +344,9 @@ private:
         if (!matches || peek() != '>')
             return failAsTinyXML(begin, READING_END_TAG,
                                  std::min(view_.find('>', at_), view_.size() - 1) + 1);
-        text_begin_ = ++at_;
+        ++at_;
         open_.pop_back();
+        endElement();
         return true;
     }
 
@@ -377,10 +375,12 @@ private:
 
     std::string& text_;
     const std::string_view view_; ///< Of `text_`, whose bytes stay where they are.
+    XMLOutline* const outline_;
     u64 at_ = 0;
-    std::vector<std::string_view> open_; ///< Names of the elements around the place.
-    std::vector<Piece> pieces_;          ///< Since the last tag, when there is more than text.
-    u64 text_begin_ = 0;                 ///< Offset behind the last tag.
+    std::vector<std::string_view> open_;            ///< Names of the elements around the place.
+    std::vector<Piece> pieces_;                     ///< Since the last tag, when there is more than text.
+    u64 text_begin_ = 0;                            ///< Offset behind the last tag.
+    std::vector<std::string_view> attribute_names_; ///< Of the tag at the place.
     bool has_comment_ = false;
     bool has_text_ = false;
     bool had_root_ = false;
@@ -390,8 +390,8 @@ private:
 
 } // namespace
 
-std::optional<XMLFault> precheckXML(std::string& text) {
-    return Precheck(text).run();
+std::optional<XMLFault> precheckXML(std::string& text, XMLOutline* outline) {
+    return Precheck(text, outline).run();
 }
 
 } // namespace Quenza

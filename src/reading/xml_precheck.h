@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Quenza {
 
@@ -17,8 +18,7 @@ inline constexpr u32 MAX_XML_ATTRIBUTES = 100;
 /// What is wrong with an XML text, and where.
 struct XMLFault {
     std::string description;
-    /// From 1, in bytes but for UTF-8 characters, which count once; a tab counts as TinyXML has it.
-    u32 line = 1;
+    u32 line = 1; ///< As in XMLPlace.
     u32 column = 1;
     /// TinyXML finds the fault itself and has words for it when it is given this many bytes of the text; 0
     /// when it would take the text, or not survive it.
@@ -27,11 +27,19 @@ struct XMLFault {
     bool no_root = false;
 };
 
+/// Where the elements of a document stand: offsets into its text.
+struct XMLOutline {
+    std::string root_name;
+    std::vector<u64> child_ends;     ///< Behind the children of the root.
+    std::vector<u64> element_begins; ///< Of all elements but the root, in the order of their start tags.
+};
+
 /// Goes through a text once, in linear time and with constant memory but for the names of open elements, and
 /// finds the first place that is no well-formed UTF-8 XML, or too deep or too crowded for TinyXML.
 ///
 /// Comments inside a text are moved behind it, so that TinyXML gives the text in one piece; it would drop the
 /// white space on both sides of them. Lines stay as they are.
-std::optional<XMLFault> precheckXML(std::string& text);
+/// `outline` is filled where it isn't null; its offsets hold for the text as it is afterwards.
+std::optional<XMLFault> precheckXML(std::string& text, XMLOutline* outline = nullptr);
 
 } // namespace Quenza
