@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+#include "engine/output.h"
+#include "engine/scene_builder.h"
+#include "foundation/file_utils.h"
+#include "scene/emission.h"
+#include "scene/materials/diffuse_material.h"
+#include "scene/materials/phong_material.h"
+#include "scene/materials/plugin_material.h"
+#include "scene/param_forms.h"
+#include "scene/rotation.h"
+#include "scene/spectrum.h"
+#include "scene/tex_coord_generator.h"
+#include "scene/wavelength_dependent_param.h"
+#include "support/temp_dir.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <numbers>
+
+namespace {
+
+using namespace Quenza;
+using std::numbers::pi;
+
+class Appearance : public ::testing::Test {
+protected:
+    /// A picture of two by two texels: white top left, then grey levels 0.75, 0.5 and 0.25 as one reads.
+    String quarters() const {
+        const std::string path = (folder_ / "quarters.png").toStdString();
+        std::vector<unsigned char> rgb;
+        for (const int level : {255, 191, 128, 64}) {
+            rgb.insert(rgb.end(), 3, static_cast<unsigned char>(level));
+        }
+        EXPECT_EQ(engine::writePNG(path, 2, 2, rgb), "");
+        return path;
+    }
+
+    static Texture texture(const String& path) {
+        Texture texture;
+        texture.path = path;
+        texture.exponent = 1;
+        return texture;
+    }
+
+    /// Emits what the texture shows.
+    static Ref<DiffuseMaterial> shining(const Texture& texture) {
+        Ref<DiffuseMaterial> material = new DiffuseMaterial;
+        material->textures.push_back(texture);
+        material->base_emission = new TextureWavelengthDependentParam(0);
+        return material;
+    }
+
+    TempDir folder_;
+};
+
+/// u runs to the right and v upwards, so that a picture stands as it does on paper. Looked at in the middles
+/// of the texels, between which it is smoothed.
+TEST_F(Appearance, PicturesReadTheRightWayRound) {
+    SceneBuilder scene;
+    scene.addModel(rectangle({2, 0, 0}, {0, 0, 2}), scene.add(shining(texture(quarters()))), {0, 4, 0});
+    const engine::FloatImage image = scene.render(64)[0];
+    const double white = luminanceAt(image, 4, 4);
+    EXPECT_NEAR(luminanceAt(image, 11, 4) / white, 0.75, 0.06);
+    EXPECT_NEAR(luminanceAt(image, 4, 11) / white, 0.5, 0.06);
+    EXPECT_NEAR(luminanceAt(image, 11, 11) / white, 0.25, 0.06);
+}
+
+TEST_F(Appearance, TexelsGoThroughThePowerAndThePolynomial) {
+    SceneBuilder scene(4, 4);
+    Texture shown = texture(quarters());
+    shown.exponent = 2;
+    shown.a = 3;
+    shown.b = 0.5;
+    shown.c = 0.25;
+    Ref<UVTexCoordGenerator> corner = new UVTexCoordGenerator;
+    corner->matrix = {{0.0, 0.0, 0.0, 0.0}};
+    corner->translation = {0.25, 0.25};
+    shown.tex_coord_generation = corner;
+    scene.addModel(rectangle({2, 0, 0}, {0, 0, 2}), scene.add(shining(shown)), {0, 4, 0});
+    const double t = std::pow(128.0 / 255, 2);
+    const double white = double(engine::luminance(engine::radianceOf(RGBSpectrum({1, 1, 1}, 1))));
+    EXPECT_NEAR(meanLuminance(scene.render(4)[0]) / white, 3 * t * t + 0.5 * t + 0.25, 1e-3);
+}
+
+/// An environment map stands around the viewer as a panorama: its middle ahead (+y), its right half to the
+/// right.
+TEST_F(Appearance, EnvironmentMapsAreSeenFromWithin) {
+    SceneBuilder scene(32, 16);
+    Texture shown = texture(quarters());
+    shown.tex_coord_generation = new SphericalEnvTexCoordGenerator;
+    scene.setBackground(shining(shown));
+    scene.camera->camera_type = SceneNodeCamera::SPHERICAL;
+    const engine::FloatImage image = scene.render(16)[0];
+    const double white = luminanceAt(image, 8, 4);
+    EXPECT_NEAR(luminanceAt(image, 23, 4) / white, 0.75, 0.06);
+    EXPECT_NEAR(luminanceAt(image, 8, 11) / white, 0.5, 0.06);
+    EXPECT_NEAR(luminanceAt(image, 23, 11) / white, 0.25, 0.06);
+}
+
+/// Lamps that are picked by importance and lamps that paths run into by chance give the same light.
+TEST_F(Appearance, EnvironmentMapsLightAsTheyShine) {
+    SceneBuilder scene(8, 8);
+    Texture shown = texture(quarters());
+    shown.tex_coord_generation = new SphericalEnvTexCoordGenerator;
+    scene.setBackground(shining(shown));
+    // A wall that looks back at the camera sees the half of the panorama behind it, whose mean is that of
+    // all.
+    scene.addModel(rectangle({9, 0, 0}, {0, 0, 9}), scene.diffuse(1), {0, 4, 0});
+    const double white = double(engine::luminance(engine::radianceOf(RGBSpectrum({1, 1, 1}, 1))));
+    EXPECT_NEAR(meanLuminance(scene.render(400)[0]) / white, (255 + 191 + 128 + 64) / 4 / 255.0, 0.02);
+}
+
+TEST_F(Appearance, DistributionsGiveTheirCandelas) {
+    // Intensity falls from 100 on the axis to nothing at 90 degrees, and there is none behind.
+    const String path = folder_ / "lamp.ies";
+    FileUtils::writeEntireFile(path,
+                               std::string("IESNA:LM-63-1995\nTILT=NONE\n1 1000 1 4 1 1 2 0 0 0\n1 1 0\n"
+                                           "0 45 90 180\n0\n100 50 0 0\n"));
+    const auto render = [&](const Vec3d& lamp) {
+        SceneBuilder scene(8, 8);
+        scene.camera->lens_sensor_dist = 3.6;
+        scene.addModel(rectangle({20, 0, 0}, {0, 0, 20}), scene.diffuse(0.5), {0, 4, 0});
+        auto& model = scene.addModel(rectangle({0.01, 0, 0}, {0, 0, -0.01}), scene.emitter(1), lamp);
+        model.invisible_to_camera = true;
+        Ref<IESProfile> profile = new IESProfile;
+        profile->path = path;
+        profile->material = model.materials[0];
+        model.ies_profiles.push_back(profile);
+        Ref<EmissionScale> scale = new EmissionScale;
+        scale->measure = EmissionScale::LUMINOUS_INTENSITY;
+        scale->value = 100;
+        scale->material = model.materials[0];
+        model.emission_scales.push_back(scale);
+        return meanLuminance(scene.render(64)[0]);
+    };
+    // Luminance of a wall: albedo / pi * candelas * cos / distance^2.
+    EXPECT_NEAR(render({0, 2, 0}) / (0.5 / pi * 100 / 4), 1, 0.03) << "straight ahead";
+    EXPECT_NEAR(render({2, 2, 0}) / (0.5 / pi * 50 * std::sqrt(0.5) / 8), 1, 0.03) << "by 45 degrees";
+}
+
+TEST_F(Appearance, TellsOnceWhatIsDrawnInGrey) {
+    SceneBuilder scene(4, 4);
+    scene.setUniformBackground(1);
+    Texture gone = texture(folder_ / "gone.png");
+    Ref<DiffuseMaterial> textured = new DiffuseMaterial;
+    textured->textures.push_back(gone);
+    textured->albedo = new TextureWavelengthDependentParam(0);
+    Ref<DiffuseMaterial> shaded = new DiffuseMaterial;
+    shaded->albedo = new ShaderWavelengthDependentParam(new ShaderInfo);
+    const std::vector<Ref<Material>> materials = {
+        new PluginMaterial, new PluginMaterial, textured, textured, shaded, shaded};
+    for (const Ref<Material>& material : materials) {
+        scene.addSphere({0, 4, 0}, 0.5, scene.add(material));
+    }
+    scene.render(1);
+    ASSERT_EQ(scene.notices.size(), 3u);
+    EXPECT_EQ(scene.notices[0], "Materials of the kind 'plugin' are drawn in grey.");
+    EXPECT_EQ(
+        scene.notices[1].rfind("The image '" + (folder_ / "gone.png").toStdString() + "' can't be read (", 0),
+        0u);
+    EXPECT_EQ(scene.notices[2], "Shaders (QSL) are not evaluated; what they control is drawn in grey.");
+}
+
+TEST_F(Appearance, ScenesWithoutAnyLampAreSeen) {
+    SceneBuilder dark(4, 4);
+    dark.addSphere({0, 4, 0}, 1, dark.diffuse(0.5));
+    EXPECT_GT(meanLuminance(dark.render(16)[0]), 0);
+    EXPECT_EQ(dark.notices,
+              std::vector<std::string>{"The scene has no light; it is shown under an even white sky."});
+
+    SceneBuilder faded(4, 4);
+    faded.addSphere({0, 4, 0}, 1, faded.emitter(0));
+    EXPECT_EQ(meanLuminance(faded.render(16)[0]), 0) << "a lamp that has faded out stays dark";
+}
+
+} // namespace
