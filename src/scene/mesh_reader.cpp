@@ -108,7 +108,10 @@ void readMesh(MeshReader& reader, Mesh& mesh) {
 
 void Mesh::readFromFile(const String& path, Mesh& mesh) {
     const auto close = [](std::FILE* file) { std::fclose(file); };
-    const std::unique_ptr<std::FILE, decltype(close)> file(PlatformUtils::openFile(path, "rb"), close);
+    // A pipe would be waited for.
+    std::FILE* const opened =
+        PlatformUtils::isSpecialFile(path) ? nullptr : PlatformUtils::openFile(path, "rb");
+    const std::unique_ptr<std::FILE, decltype(close)> file(opened, close);
     if (!file)
         throw QuenzaException("Failed to open file '" + path + "' for reading.");
     MeshReader reader(file.get());

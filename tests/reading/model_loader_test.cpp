@@ -5,6 +5,9 @@
 
 #include <filesystem>
 #include <string>
+#ifdef __linux__
+#include <sys/stat.h>
+#endif
 
 namespace Quenza {
 namespace {
@@ -45,6 +48,11 @@ TEST_F(ModelLoaderTest, TellsWhatItCannotOpen) {
         EXPECT_EQ(load(dir / name), error) << "missing";
         std::filesystem::create_directory(path);
         EXPECT_EQ(load(dir / name), error) << "a directory";
+#ifdef __linux__
+        std::filesystem::remove(path);
+        ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+        EXPECT_EQ(load(dir / name), error) << "a pipe that nobody writes to";
+#endif
     }
 }
 
