@@ -43,7 +43,7 @@ TEST_F(Diff, NamesNodesAndFields) {
          "~ material 7 \"Wood\": diffuse/texture/path: 'images/wood.png' -> 'images/../images/wood.png'\n"},
         {"<uid>10</uid>", "<uid>12</uid>", "- sphere 10 \"Ball\"\n+ sphere 12 \"Ball\"\n"},
         {"<author></author>", "<author>two\nlines</author>",
-         "~ metadata 1 \"\": author: '' -> 'two lines'\n"},
+         "~ metadata 1 \"\": author: '' -> 'two\\nlines'\n"},
     };
     for (const auto& test : cases) {
         const Outcome outcome = diff(edited(test.from, test.to));
