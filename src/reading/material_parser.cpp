@@ -158,8 +158,6 @@ Ref<SceneNodeMaterial> parseMaterial(ParserState& state, const TiXmlElement& ele
     node->scatter_uids = parseScatterUIDs(element);
     if (optionalChildElement(element, "name"))
         state.materials[node->getName().toStdString()] = node;
-    if (node->getUID().isValid())
-        state.materials_by_uid[node->getUID().value()] = node;
     return node;
 }
 

@@ -11,7 +11,7 @@ namespace Quenza {
 
 struct ParserState;
 
-/// A `material`. Enters the state's tables by name and UID; adds nothing to the scene. Throws
+/// A `material`. Enters the state's table by name; adds nothing to the scene. Throws
 /// QuenzaModelParserExcep or SceneParseUtilsExcep.
 Ref<SceneNodeMaterial> parseMaterial(ParserState& state, const TiXmlElement& element);
 

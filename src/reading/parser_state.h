@@ -48,7 +48,6 @@ struct ParserState {
     std::map<std::string, Ref<SceneNodeMaterial>> materials;
     std::map<std::string, Ref<SceneNodeMesh>> meshes;
     std::map<std::string, Ref<SceneNodeMedium>> media;
-    std::map<u32, Ref<SceneNodeMaterial>> materials_by_uid;
 
     double white_point_x = 0; ///< Override of the settings' white point; both zero means none.
     double white_point_y = 0;

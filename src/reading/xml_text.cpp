@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reading/xml_text.h"
 
+#include "foundation/file_utils.h"
 #include "foundation/platform.h"
 #include "reading/xml_document.h"
 
@@ -65,6 +66,9 @@ std::string placeText(const XMLFault& fault) {
 } // namespace
 
 std::string loadXMLText(const String& path, XMLOutline* outline) {
+    // A pipe or a device would block, or never end; for a directory the system has its own words.
+    if (PlatformUtils::isSpecialFile(path) && !FileUtils::directoryExists(path))
+        throw QuenzaXMLDocExcep("Failed to open XML doc from path '" + path + "': not a file");
     std::string text;
     if (!readFile(path, text))
         throw QuenzaXMLDocExcep("Failed to open XML doc from path '" + path +

@@ -95,14 +95,12 @@ TEST(MaterialParser, EntersTheTablesAndKeepsScatterUIDs) {
         state, "<material><uid>9</uid><name>m</name><null_material/><scatter_uids><uid>3</uid></scatter_uids>"
                "<scatter_uids><uid>5</uid><uid>4</uid></scatter_uids></material>");
     EXPECT_TRUE(state.materials.at("m") == node);
-    EXPECT_TRUE(state.materials_by_uid.at(9) == node);
     std::string scatter_uids;
     for (const SceneNodeUID uid : node->scatter_uids)
         scatter_uids += uid.toString().toStdString() + " ";
     EXPECT_EQ(scatter_uids, "3 5 4 ");
     read(state, "<material><null_material/></material>");
     EXPECT_EQ(state.materials.size(), 1u);
-    EXPECT_EQ(state.materials_by_uid.size(), 1u);
 }
 
 TEST(MaterialParser, TakesTheSharedShaderOfTheMaterialElement) {

@@ -26,6 +26,7 @@ TEST(XMLDocument, TellsWhyAFileIsNoDocument) {
               "Failed to open XML doc from path " + quoted + ": No such file or directory");
     EXPECT_EQ(loadMessage(folder.path()),
               "Failed to open XML doc from path '" + folder.path().toStdString() + "': Is a directory");
+    EXPECT_EQ(loadMessage("/dev/zero"), "Failed to open XML doc from path '/dev/zero': not a file");
     writeBytes(path, "<scene>\n  <mesh></scene>");
     EXPECT_EQ(loadMessage(path),
               "failed to load XML doc from path " + quoted + ": Error reading end tag.  (Line 2, column 9.)");

@@ -125,6 +125,10 @@ TEST_F(Pack, RefusesASceneWithMissingFiles) {
                                   "' can't be packed, files are missing: 'images/oak.png', "
                                   "'scene_meshes/circle.qzmesh'\n");
     EXPECT_EQ(read("out.zip"), "before");
+    write("in.qzs", edited("images/wood.png", "images"));
+    EXPECT_EQ(run({"pack", path("in.qzs"), path("out.zip")}).errors,
+              "quenza-scene: '" + path("in.qzs") +
+                  "' can't be packed, files are missing: 'images' (no ordinary file)\n");
     EXPECT_EQ(run({"pack", path("scene.qzs"), path("no/folder/out.zip")}).status, 1);
 }
 

@@ -66,8 +66,9 @@ void requireFiles(const std::string& scene_path, const std::vector<std::string>&
     std::string missing;
     for (const std::string& file : files) {
         const std::string path = resolvedPath(scene_path, file);
-        if (!FileUtils::fileExists(path) || PlatformUtils::isSpecialFile(path))
-            missing += (missing.empty() ? "'" : ", '") + file + "'";
+        const bool exists = FileUtils::fileExists(path);
+        if (!exists || PlatformUtils::isSpecialFile(path))
+            missing += (missing.empty() ? "'" : ", '") + file + (exists ? "' (no ordinary file)" : "'");
     }
     if (!missing.empty())
         throw std::runtime_error("'" + scene_path + "' can't be packed, files are missing: " + missing);
