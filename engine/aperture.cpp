@@ -77,8 +77,10 @@ Vec Aperture::sample(Random& random) const {
         return sampleDisc(random);
     }
     const Quenza::u64 cell = cells_.sample(random.next());
-    return {2.0f * (float(cell % CELLS) + random.next()) / CELLS - 1.0f,
-            1.0f - 2.0f * (float(cell / CELLS) + random.next()) / CELLS, 0.0f};
+    const Quenza::u64 row = cell / CELLS;
+    const Quenza::u64 column = cell % CELLS;
+    return {2.0f * (float(column) + random.next()) / CELLS - 1.0f,
+            1.0f - 2.0f * (float(row) + random.next()) / CELLS, 0.0f};
 }
 
 } // namespace engine

@@ -21,8 +21,9 @@ constexpr u64 ROWS = 256;
 constexpr float CELL_ANGLE = 4 * PI / float(COLUMNS * ROWS);
 
 Vec directionIn(u64 cell, float fx, float fy) {
+    const u64 row = cell / COLUMNS;
     const float longitude = 2 * PI * (float(cell % COLUMNS) + fx) / float(COLUMNS);
-    const float z = std::clamp(1.0f - 2.0f * (float(cell / COLUMNS) + fy) / float(ROWS), -1.0f, 1.0f);
+    const float z = std::clamp(1.0f - 2.0f * (float(row) + fy) / float(ROWS), -1.0f, 1.0f);
     const float across = std::sqrt(std::max(0.0f, 1.0f - z * z));
     return {across * std::cos(longitude), across * std::sin(longitude), z};
 }
@@ -98,6 +99,7 @@ LayeredRadiance Background::surround(const Vec& direction) const {
     LayeredRadiance sum;
     if (sun_sky_ && sun_sky_->hasSky()) {
         sum.add(sun_sky_->sky(direction), sun_sky_->skyLayer());
+        sum.add(sun_sky_->sunlitGround(direction), sun_sky_->sunLayer());
     } else if (shader_) {
         SurfacePoint point;
         point.position = direction;

@@ -143,6 +143,8 @@ void SunSky::initialiseSky(float t) {
     x_.zenith = zenithX(t, theta) / x_.formula(1.0f, theta);
     y_.zenith = zenithY(t, theta) / y_.formula(1.0f, theta);
     ground_ = groundRadiance();
+    if (has_sun_)
+        sunlit_ground_ = sun_radiance_ * (sunSolidAngle() * sun_direction_.z * GROUND_REFLECTANCE / PI);
 }
 
 RGB SunSky::skyAbove(const Vec& direction) const {
@@ -176,6 +178,10 @@ RGB SunSky::sky(const Vec& direction) const {
     if (!has_sky_)
         return RGB();
     return direction.z < 0 ? ground_ : skyAbove(direction);
+}
+
+RGB SunSky::sunlitGround(const Vec& direction) const {
+    return direction.z < 0 ? sunlit_ground_ : RGB();
 }
 
 RGB SunSky::sun(const Vec& direction) const {

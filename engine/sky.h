@@ -15,15 +15,17 @@ namespace engine {
 ///
 /// Turbidity is kept within 1.7 and 10, where the model holds. With the sun below the horizon there is no
 /// sun, and the sky of sunset fades by a factor of ten every 3 degrees; that isn't in the paper. Nor is the
-/// ground, which is seen below the horizon: a grey of reflectance 0.2 under the light of the sky. As seen
-/// from above the atmosphere there is the sun at full strength in a black sky. The scene's "model" is not
-/// looked at: all of them are this one.
+/// ground, which is seen below the horizon where there is a sky: a grey of reflectance 0.2 in the light of
+/// the sky and the sun. As seen from above the atmosphere there is the sun at full strength in a black sky.
+/// The scene's "model" is not looked at: all of them are this one.
 class SunSky {
 public:
     explicit SunSky(const Quenza::SunSkyMaterial& material);
 
     /// Radiance from a direction of length 1 that points away from the viewer; z is up.
     RGB sky(const Vec& direction) const;
+    /// What the sun adds to the ground, which sky() shows in the light of the sky; black above the horizon.
+    RGB sunlitGround(const Vec& direction) const;
     /// The sun's disc: its radiance within it, black outside.
     RGB sun(const Vec& direction) const;
 
@@ -55,7 +57,7 @@ private:
     float twilight_ = 1;
     Distribution luminance_{}, x_{}, y_{};
     RGB sun_radiance_;
-    RGB ground_;
+    RGB ground_, sunlit_ground_;
     Quenza::u32 sun_layer_ = 0;
     Quenza::u32 sky_layer_ = 0;
 };

@@ -17,7 +17,7 @@ using Quenza::SceneNodeTonemapping;
 namespace {
 
 constexpr double LINEAR_KEY = 0.1;
-constexpr double REINHARD_KEY_PER_PRE_SCALE = 0.06;
+constexpr double REINHARD_KEY_PER_PRE_SCALE = 0.1;
 constexpr double MIDDLE_GREY = 0.18;
 /// K of the light meter's equation, in cd s/m^2 ISO.
 constexpr double METER_CONSTANT = 12.5;
@@ -147,7 +147,7 @@ std::vector<unsigned char> ToneMapper::toneMap(const std::vector<FloatImage>& la
     const FloatImage image = display(layers);
     std::vector<unsigned char> bytes(image.rgb.size());
     std::transform(image.rgb.begin(), image.rgb.end(), bytes.begin(),
-                   [](float v) { return static_cast<unsigned char>(srgbEncode(v) * 255.0f + 0.5f); });
+                   [](float v) { return static_cast<unsigned char>(std::lround(srgbEncode(v) * 255.0f)); });
     return bytes;
 }
 

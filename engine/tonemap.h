@@ -24,9 +24,10 @@ namespace engine {
 ///   node's 1 and the camera page's 3: the typical luminance goes to a darker and to a lighter middle grey.
 /// - Reinhard (Reinhard et al., "Photographic Tone Reproduction for Digital Images", SIGGRAPH 2002, equations
 /// 1
-///   to 4): luminance Y = key / L * world luminance, key = 0.06 * `pre_scale`; display luminance
-///   `post_scale` * Y (1 + Y / `burn`^2) / (1 + Y). The camera page's default pre_scale of 3 so gives the
-///   paper's key of 0.18, which suits a document lit by sun and sky.
+///   to 4): luminance Y = key / L * world luminance, key = 0.1 * `pre_scale`; display luminance
+///   `post_scale` * Y (1 + Y / `burn`^2) / (1 + Y). The camera page's default pre_scale of 3 so gives a key
+///   of 0.3, between the paper's 0.18 for ordinary and 0.36 for bright scenes: a document lit by sun and sky,
+///   whose surfaces mostly are near white, gets them as light greys, far from clipping.
 /// - Camera: the exposed colour goes through a film's or camera's response curve. A relative exposure of 0.18
 /// is
 ///   middle grey. The camera's settings (f-number, shutter, film speed at `film_iso`) give an exposure by the

@@ -94,14 +94,28 @@ void SceneBuilder::setUniformBackground(double value) {
     setBackground(emitting(value));
 }
 
-std::vector<engine::FloatImage> SceneBuilder::render(double samples, unsigned seed) {
+engine::SessionOptions SceneBuilder::options(double samples, unsigned seed) {
     engine::SessionOptions options;
     options.seed = seed;
     options.halt_samples = samples;
-    engine::RenderSession session(root, "", options);
+    return options;
+}
+
+void SceneBuilder::run(engine::RenderSession& session) {
     notices = session.scene().notices().texts();
     session.run(std::atomic<bool>{false}, [](const engine::Progress&) { return true; });
+}
+
+std::vector<engine::FloatImage> SceneBuilder::render(double samples, unsigned seed) {
+    engine::RenderSession session(root, "", options(samples, seed));
+    run(session);
     return session.layerImages();
+}
+
+std::vector<unsigned char> SceneBuilder::renderDisplay(double samples, unsigned seed) {
+    engine::RenderSession session(root, "", options(samples, seed));
+    run(session);
+    return session.toneMapper().toneMap(session.layerImages());
 }
 
 double unitLuminance() {

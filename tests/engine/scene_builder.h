@@ -35,10 +35,17 @@ public:
     /// Renders, and gives the layers' images.
     std::vector<engine::FloatImage> render(double samples, unsigned seed = 1);
 
+    /// The display image, three bytes a pixel.
+    std::vector<unsigned char> renderDisplay(double samples, unsigned seed = 1);
+
     Quenza::Ref<Quenza::SceneNodeRoot> root;
     Quenza::Ref<Quenza::SceneNodeCamera> camera;
     Quenza::Ref<Quenza::SceneNodeRenderSettings> settings;
     std::vector<std::string> notices; ///< Of the last render.
+
+private:
+    void run(engine::RenderSession& session);
+    static engine::SessionOptions options(double samples, unsigned seed);
 };
 
 /// Luminance of the spectral radiance 1 at all wavelengths.

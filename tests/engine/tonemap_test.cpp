@@ -65,7 +65,7 @@ TEST(Tonemap, ReinhardFollowsThePublishedFormula) {
             mapper(reinhard.getPointer()).display({row({RGB(100), RGB(10000), RGB(0), RGB(1000)})});
         for (const auto& [x, luminance] :
              {std::pair(0u, 100.0), std::pair(1u, 10000.0), std::pair(3u, 1000.0)}) {
-            const double y = 0.06 * c.pre * luminance / 1000;
+            const double y = 0.1 * c.pre * luminance / 1000;
             const double white = c.burn > 0 ? y / (c.burn * c.burn) : 0;
             EXPECT_NEAR(green(out, x), std::min(c.post * y * (1 + white) / (1 + y), 1.0), 1e-3) << luminance;
         }
