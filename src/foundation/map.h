@@ -6,7 +6,9 @@
 #include "foundation/uid.h"
 #include "foundation/vector.h"
 
+#include <algorithm>
 #include <concepts>
+#include <map>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -40,6 +42,9 @@ inline u64 mapHash(const String& key) {
 ///
 /// A key's bucket is its hash modulo the number of buckets, 4 at first. When an insertion brings the
 /// whole-number quotient of entries and buckets above 8, the buckets double. An empty map holds no memory.
+///
+/// Keys of a file may be made to meet in one bucket. A bucket that has grown long keeps its keys in order as
+/// well, so that this costs little time. Keys need == and <.
 template <class K, class V>
 class Map {
 public:
@@ -73,19 +78,13 @@ public:
         }
         if (!buckets_)
             buckets_ = std::make_unique<Bucket[]>(bucket_count_);
-        bucketOf(key).push_back(Entry{key, value});
+        bucketOf(key).add(Entry{key, value});
         ++size_;
         if (size_ / bucket_count_ > MAX_LOAD)
             doubleBuckets();
     }
     /// The value, or null. Valid until the map changes.
-    V* find(const K& key) {
-        if (buckets_)
-            for (Entry& entry : bucketOf(key))
-                if (entry.key == key)
-                    return &entry.value;
-        return nullptr;
-    }
+    V* find(const K& key) { return buckets_ ? bucketOf(key).find(key) : nullptr; }
     const V* find(const K& key) const { return const_cast<Map*>(this)->find(key); }
     bool contains(const K& key) const { return find(key) != nullptr; }
 
@@ -93,9 +92,9 @@ public:
         if (!contains(key))
             return;
         Bucket kept;
-        for (Entry& entry : bucketOf(key))
+        for (Entry& entry : bucketOf(key).entries)
             if (!(entry.key == key))
-                kept.push_back(std::move(entry));
+                kept.add(std::move(entry));
         bucketOf(key) = std::move(kept);
         --size_;
     }
@@ -106,12 +105,49 @@ public:
     void forEach(Visit&& visit) const {
         if (buckets_)
             for (u32 b = 0; b < bucket_count_; ++b)
-                for (const Entry& entry : buckets_[b])
+                for (const Entry& entry : buckets_[b].entries)
                     visit(entry.key, entry.value);
     }
 
 private:
-    using Bucket = Vector<Entry>;
+    struct Bucket {
+        Vector<Entry> entries;
+        /// Places of the keys in `entries`, once these are too many to look through.
+        std::unique_ptr<std::map<K, u64>> places;
+
+        Bucket() = default;
+        Bucket(Bucket&&) noexcept = default;
+        Bucket& operator=(Bucket&&) noexcept = default;
+        Bucket& operator=(const Bucket& other) {
+            entries = other.entries;
+            places = other.places ? std::make_unique<std::map<K, u64>>(*other.places) : nullptr;
+            return *this;
+        }
+
+        V* find(const K& key) {
+            if (places) {
+                const auto place = places->find(key);
+                return place == places->end() ? nullptr : &entries[place->second].value;
+            }
+            for (Entry& entry : entries)
+                if (entry.key == key)
+                    return &entry.value;
+            return nullptr;
+        }
+        void add(Entry&& entry) {
+            entries.push_back(std::move(entry));
+            if (places)
+                places->emplace(entries.back().key, entries.size() - 1);
+            else if (entries.size() > MAX_LOOKED_THROUGH)
+                keepPlaces();
+        }
+        void keepPlaces() {
+            places = std::make_unique<std::map<K, u64>>();
+            for (u64 i = 0; i < entries.size(); ++i)
+                places->emplace(entries[i].key, i);
+        }
+    };
+    static constexpr u64 MAX_LOOKED_THROUGH = 64;
     static constexpr u32 INITIAL_BUCKETS = 4;
     static constexpr u64 MAX_LOAD = 8;
 
@@ -123,8 +159,8 @@ private:
         bucket_count_ *= 2;
         buckets_ = std::make_unique<Bucket[]>(bucket_count_);
         for (u32 b = 0; b < old_count; ++b)
-            for (Entry& entry : old[b])
-                bucketOf(entry.key).push_back(std::move(entry));
+            for (Entry& entry : old[b].entries)
+                bucketOf(entry.key).add(std::move(entry));
     }
     void swap(Map& other) noexcept {
         std::swap(buckets_, other.buckets_);

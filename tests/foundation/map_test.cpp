@@ -62,6 +62,23 @@ TEST(MapTest, PutsStringKeysInTheBucketOfTheirHash) {
     EXPECT_EQ(keysOf(map), expected);
 }
 
+/// All keys are in the first bucket: a list that is looked through would take minutes for these.
+TEST(MapTest, TakesKeysThatAllMeet) {
+    constexpr u32 COUNT = 400000;
+    Map<u64, u32> map;
+    for (u32 i = 0; i < COUNT; ++i)
+        map.insert(u64(i) << 32, i);
+    map.erase(u64(7) << 32);
+    const Map<u64, u32> copy = map;
+    u32 found = 0;
+    for (u32 i = 0; i < COUNT; ++i) {
+        const u32* const value = copy.find(u64(i) << 32);
+        found += value && *value == i ? 1 : 0;
+    }
+    EXPECT_EQ(found, COUNT - 1);
+    EXPECT_EQ(copy.size(), COUNT - 1);
+}
+
 TEST(MapTest, CopiesStandApart) {
     Map<SceneNodeUID, String> map;
     map.insert(SceneNodeUID(1), "one");
