@@ -280,6 +280,7 @@ SurfacePoint Geometry::surfaceAt(const Ray& ray, const Hit& hit) const {
                              ? pointOnTriangle(*hit.instance, hit.triangle, hit.u, hit.v, place)
                              : pointOnSphere(*hit.instance, hit.sphere_normal, place);
     point.error += 1e-6f * hit.distance;
+    point.ray_direction = ray.direction;
     return point;
 }
 

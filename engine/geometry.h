@@ -75,6 +75,7 @@ struct SurfacePoint {
     Vec position;
     Vec normal;         ///< Of the facet, outwards, unit length.
     Vec shading_normal; ///< On the side of `normal`, unit length.
+    Vec ray_direction;  ///< Of what sees or hits the point, towards it, unit length; zero for none.
     Vec dpdu, dpdv;     ///< Change of the position along the first UV set; zero without UVs.
     float error = 0;    ///< Distance to keep when a ray starts here.
     Quenza::u64 triangle = 0;
