@@ -82,6 +82,9 @@ std::FILE* openFile(const String& path, const char* mode);
 /// Size of an open file in bytes, or -1.
 i64 openFileSize(std::FILE* file);
 bool seekFile(std::FILE* file, i64 offset);
+/// Reads `size` bytes that begin at `offset`; false when there are fewer. Threads may share the file. Where
+/// the file stands afterwards is left open: seekFile tells it.
+bool readFileAt(std::FILE* file, i64 offset, void* out, u64 size);
 
 /// Lets a whole ordinary file be read as memory, most likely from its start to its end. False on failure, and
 /// for what is no ordinary file. Empty bytes need no unmapping, but may have it.

@@ -180,6 +180,21 @@ bool seekFile(std::FILE* file, i64 offset) {
     return fseeko(file, offset, SEEK_SET) == 0;
 }
 
+bool readFileAt(std::FILE* file, i64 offset, void* out, u64 size) {
+    char* bytes = static_cast<char*>(out);
+    while (size > 0) {
+        const ssize_t got = pread(fileno(file), bytes, size, offset);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0)
+            return false;
+        bytes += got;
+        offset += got;
+        size -= u64(got);
+    }
+    return true;
+}
+
 bool mapFile(const String& path, std::string_view& bytes) {
     // Without O_NONBLOCK the opening of a pipe would wait for somebody to write to it.
     const int file = open(path.toStdString().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);

@@ -205,6 +205,24 @@ bool seekFile(std::FILE* file, i64 offset) {
     return _fseeki64(file, offset, SEEK_SET) == 0;
 }
 
+bool readFileAt(std::FILE* file, i64 offset, void* out, u64 size) {
+    const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)));
+    char* bytes = static_cast<char*>(out);
+    while (size > 0) {
+        OVERLAPPED place = {};
+        place.Offset = DWORD(u64(offset));
+        place.OffsetHigh = DWORD(u64(offset) >> 32);
+        DWORD got = 0;
+        const auto wanted = DWORD(std::min<u64>(size, u64(1) << 30));
+        if (!ReadFile(handle, bytes, wanted, &got, &place) || got == 0)
+            return false;
+        bytes += got;
+        offset += got;
+        size -= got;
+    }
+    return true;
+}
+
 bool mapFile(const String& path, std::string_view& bytes) {
     const HANDLE file = CreateFileW(toWide(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                     OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);

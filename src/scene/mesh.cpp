@@ -2,14 +2,11 @@
 #include "scene/mesh.h"
 
 #include "foundation/exceptions.h"
-#include "foundation/parallel.h"
 #include "foundation/string_utils.h"
+#include "scene/mesh_measure.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
-#include <cstring>
-#include <mutex>
 #include <zlib.h>
 
 namespace Quenza {
@@ -17,9 +14,6 @@ namespace Quenza {
 namespace {
 
 constexpr f32 MIN_TRIANGLE_AREA = 1e-20f;
-
-/// Elements that are worth a thread.
-constexpr std::size_t PARALLEL_GRAIN = 1 << 18;
 
 Vec3f difference(const Vec3f& a, const Vec3f& b) {
     return Vec3f{a.x - b.x, a.y - b.y, a.z - b.z};
@@ -34,48 +28,6 @@ f32 triangleArea(const Vec3f& a, const Vec3f& b, const Vec3f& c) {
     const Vec3f v = difference(c, a);
     const Vec3f cross{u.y * v.z - u.z * v.y, u.z * v.x - u.x * v.z, u.x * v.y - u.y * v.x};
     return std::sqrt(squaredLength(cross)) * 0.5f;
-}
-
-Vec3f smaller(const Vec3f& a, const Vec3f& b) {
-    return {std::min(a.x, b.x), std::min(a.y, b.y), std::min(a.z, b.z)};
-}
-
-Vec3f larger(const Vec3f& a, const Vec3f& b) {
-    return {std::max(a.x, b.x), std::max(a.y, b.y), std::max(a.z, b.z)};
-}
-
-struct LargestIndices {
-    u32 vertex = 0;
-    u32 uv = 0;
-    u32 material = 0;
-};
-
-/// Takes in all faces; their records are `corners` vertex indices, as many UV indices and the material.
-template <u32 corners, class Face>
-void takeLargest(const Vector<Face>& faces, LargestIndices& largest) {
-    static_assert(sizeof(Face) == (2 * corners + 1) * sizeof(u32));
-    std::mutex mutex;
-    parallelFor(faces.size(), PARALLEL_GRAIN, [&](std::size_t begin, std::size_t end) {
-        // Field by field, which compiles to maxima of whole vectors.
-        u32 fields[2 * corners + 1] = {};
-        for (std::size_t i = begin; i < end; ++i) {
-            u32 face[2 * corners + 1];
-            std::memcpy(face, &faces[i], sizeof face);
-            for (u32 j = 0; j < 2 * corners + 1; ++j)
-                fields[j] = std::max(fields[j], face[j]);
-        }
-        const std::lock_guard lock(mutex);
-        largest.vertex = std::max(largest.vertex, *std::max_element(fields, fields + corners));
-        largest.uv = std::max(largest.uv, *std::max_element(fields + corners, fields + 2 * corners));
-        largest.material = std::max(largest.material, fields[2 * corners]);
-    });
-}
-
-LargestIndices largestIndices(const Mesh& mesh) {
-    LargestIndices largest;
-    takeLargest<3>(mesh.triangles, largest);
-    takeLargest<4>(mesh.quads, largest);
-    return largest;
 }
 
 /// A running CRC-32 with the number of bytes that went in.
@@ -183,43 +135,24 @@ void Mesh::checkInvariants() const {
 
 u32 Mesh::endOfModel() {
     checkInvariants();
-    measureBounds();
-    num_materials_referenced = largestIndices(*this).material + 1;
+    takeMeasure(measureMesh(*this));
     return num_materials_referenced;
 }
 
-u32 Mesh::endOfUncheckedModel() {
+u32 Mesh::endOfUncheckedModel(const MeshMeasure& measure) {
     checkInvariants();
-    const LargestIndices largest = largestIndices(*this);
-    const bool uvs_exist = num_uv_mappings == 0 || largest.uv < getNumUVs();
-    if (largest.vertex >= vert_positions.size() || !uvs_exist)
+    const bool uvs_exist = num_uv_mappings == 0 || measure.largest_uv < getNumUVs();
+    if (measure.largest_vertex >= vert_positions.size() || !uvs_exist)
         checkAllIndices(); // an empty mesh comes here too, and has nothing to complain of
-    measureBounds();
-    num_materials_referenced = largest.material + 1;
+    takeMeasure(measure);
     return num_materials_referenced;
 }
 
-void Mesh::measureBounds() {
-    aabb_min = {INFINITE, INFINITE, INFINITE};
-    aabb_max = {-INFINITE, -INFINITE, -INFINITE};
-    f32 largest_squared = 0;
-    std::mutex mutex;
-    parallelFor(vert_positions.size(), PARALLEL_GRAIN, [&](std::size_t begin, std::size_t end) {
-        Vec3f min = {INFINITE, INFINITE, INFINITE};
-        Vec3f max = {-INFINITE, -INFINITE, -INFINITE};
-        f32 squared = 0;
-        for (std::size_t i = begin; i < end; ++i) {
-            const Vec3f v = vert_positions[i];
-            min = smaller(min, v);
-            max = larger(max, v);
-            squared = std::max(squared, squaredLength(v));
-        }
-        const std::lock_guard lock(mutex);
-        aabb_min = smaller(aabb_min, min);
-        aabb_max = larger(aabb_max, max);
-        largest_squared = std::max(largest_squared, squared);
-    });
-    max_radius = std::sqrt(largest_squared);
+void Mesh::takeMeasure(const MeshMeasure& measure) {
+    aabb_min = measure.min;
+    aabb_max = measure.max;
+    max_radius = std::sqrt(measure.squared_radius);
+    num_materials_referenced = measure.largest_material + 1;
 }
 
 void Mesh::getBoundingBoxAndRadius(f32 box[6], f32& radius) const {

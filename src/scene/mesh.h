@@ -31,6 +31,8 @@ static_assert(sizeof(Vec2f) == 8 && sizeof(Vec3f) == 12 && sizeof(MeshTriangle) 
                   sizeof(MeshQuad) == 36,
               "these records are written as they lie in memory");
 
+class MeshMeasure;
+
 /// Triangles and quads with shared vertices and UVs, in the form in which the renderer takes them. Positions
 /// are in object space, metres. Failures are QuenzaExceptions.
 ///
@@ -61,8 +63,6 @@ public:
 
     /// Checks the invariants and works out the bounds and the number of materials, which it returns.
     u32 endOfModel();
-    /// endOfModel of a mesh whose faces nobody has looked at, with checkAllIndices in one go.
-    u32 endOfUncheckedModel();
     /// What endOfModel and the writer of mesh files require: whole UV entries, and no normals or one a
     /// vertex.
     void checkInvariants() const;
@@ -87,6 +87,10 @@ public:
     /// called. A mesh of which the reading failed is to be dropped.
     static void readFromFile(const String& path, Mesh& mesh);
 
+    /// readFromFile of a file that nobody trusts, its positions multiplied by `factor`, with checkAllIndices
+    /// and endOfModel in the same pass over the data.
+    static void readCheckedFromFile(const String& path, Mesh& mesh, f32 factor);
+
     /// Throws what addTriangle and addQuad would have thrown for a face with an index out of bounds.
     void checkAllIndices() const;
 
@@ -107,7 +111,8 @@ private:
     static constexpr f32 INFINITE = std::numeric_limits<f32>::infinity();
 
     void checkIndices(const char* face, const u32* vertex_indices, const u32* uv_indices, u32 corners) const;
-    void measureBounds();
+    u32 endOfUncheckedModel(const MeshMeasure& measure);
+    void takeMeasure(const MeshMeasure& measure);
 };
 
 } // namespace Quenza

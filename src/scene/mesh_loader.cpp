@@ -30,12 +30,7 @@ void loadMeshFile(const String& path, Mesh& mesh, double scale) {
     const std::string extension = toLowerCase(path.view().substr(path.view().rfind('.') + 1));
     if (extension != "qzmesh")
         throw QuenzaException("key '" + extension + "' not found");
-    Mesh::readFromFile(path, mesh);
-    const f32 factor = f32(scale);
-    if (factor != 1.0f)
-        for (Vec3f& v : mesh.vert_positions)
-            v = Vec3f{v.x * factor, v.y * factor, v.z * factor};
-    mesh.endOfUncheckedModel();
+    Mesh::readCheckedFromFile(path, mesh, f32(scale));
 }
 
 } // namespace Quenza
