@@ -94,6 +94,12 @@ Report makeReport(const Options& options) {
     } else {
         addScene(options.input, report, false);
     }
+    for (const auto& [name, value] : options.switches) {
+        if (name == "--settings") {
+            const std::vector<std::string> faults = Quenza::faultsOfExtraSettings(value);
+            report.faults.insert(report.faults.end(), faults.begin(), faults.end());
+        }
+    }
     if (!report.faults.empty()) {
         report.text += "Faults:\n";
         for (const std::string& fault : report.faults) {

@@ -65,11 +65,16 @@ void IncludeStack::open(const TiXmlElement& include, ParserState& state) {
     countRepeat(path, identity, include);
 
     auto elements = std::make_unique<XMLElementReader>(path);
-    if (elements->rootName() != "scenedata")
-        throw QuenzaModelParserExcep("Unknown root element '" + elements->rootName() + "'");
+    const std::string root = elements->rootName();
     open_.insert(identity);
     files_.push_back({std::move(elements), state.base_from_scene, path, std::move(identity)});
     state.base_from_scene = FileUtils::getDirectory(from_scene);
+    if (root != "scenedata")
+        throw QuenzaModelParserExcep("Unknown root element '" + root + "'");
+}
+
+std::string IncludeStack::errorContext() const {
+    return files_.empty() ? "" : "  (In the included file '" + files_.back().path.toStdString() + "')";
 }
 
 const TiXmlElement* IncludeStack::next(ParserState& state) {

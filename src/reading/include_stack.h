@@ -30,10 +30,13 @@ public:
     void setSceneFile(const String& path);
 
     /// Opens the file of an `include` element and moves the state's folder there. Throws
-    /// QuenzaModelParserExcep, SceneParseUtilsExcep or QuenzaXMLDocExcep.
+    /// QuenzaModelParserExcep or SceneParseUtilsExcep, or QuenzaXMLDocExcep, whose text names the file. After
+    /// a failure closeTo is due.
     void open(const TiXmlElement& include, ParserState& state);
 
     std::size_t depth() const { return files_.size(); }
+    /// What stands behind the text of an error: the innermost included file, or nothing in the scene itself.
+    std::string errorContext() const;
     /// The next element of the innermost file. At the file's end closes it and returns null.
     const TiXmlElement* next(ParserState& state);
     /// Closes files until `depth` are left.

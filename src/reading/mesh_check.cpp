@@ -2,10 +2,14 @@
 #include "reading/mesh_check.h"
 
 #include <cmath>
+#include <limits>
 
 namespace Quenza {
 
 namespace {
+
+/// With it, the number of a mesh's materials can't be told.
+constexpr u32 NO_MATERIAL = std::numeric_limits<u32>::max();
 
 std::string checkVectors(const Vector<Vec3f>& vectors, const char* what) {
     for (u64 i = 0; i < vectors.size(); ++i) {
@@ -15,6 +19,22 @@ std::string checkVectors(const Vector<Vec3f>& vectors, const char* what) {
         }
     }
     return {};
+}
+
+std::string checkUVs(const Vector<Vec2f>& pairs, u64 sets) {
+    for (u64 i = 0; i < pairs.size(); ++i) {
+        if (!std::isfinite(pairs[i].x) || !std::isfinite(pairs[i].y)) {
+            return "UV " + std::to_string(i / sets) + " isn't finite";
+        }
+    }
+    return {};
+}
+
+u32 materialOf(const MeshTriangle& triangle) {
+    return triangle.tri_mat_index;
+}
+u32 materialOf(const MeshQuad& quad) {
+    return quad.mat_index;
 }
 
 template <size_t corners>
@@ -36,6 +56,10 @@ std::string checkFaces(const Vector<Face>& faces, const char* what, u64 vertices
         if (has_uvs && !allBelow(faces[i].uv_indices, uvs)) {
             return std::string(what) + " " + std::to_string(i) + " has a UV index out of bounds";
         }
+        if (materialOf(faces[i]) == NO_MATERIAL) {
+            return std::string(what) + " " + std::to_string(i) + " has no material: its index is " +
+                   std::to_string(NO_MATERIAL);
+        }
     }
     return {};
 }
@@ -48,6 +72,9 @@ std::string checkMesh(const Mesh& mesh) {
     std::string fault = checkVectors(mesh.vert_positions, "vertex");
     if (fault.empty()) {
         fault = checkVectors(mesh.vert_normals, "normal");
+    }
+    if (fault.empty()) {
+        fault = has_uvs ? checkUVs(mesh.uv_pairs, mesh.num_uv_mappings) : "";
     }
     if (fault.empty()) {
         fault = checkFaces(mesh.triangles, "triangle", mesh.vert_positions.size(), uvs, has_uvs);

@@ -58,6 +58,7 @@ void readEmbedded(const ParserState&, Child child, SceneNodeMesh& node) {
     const Ref<Mesh> mesh = new Mesh;
     READ(child, *mesh, node.scale);
     node.mesh = mesh;
+    node.scale_in_mesh = node.scale;
 }
 
 void readExternal(const ParserState& state, Child child, SceneNodeMesh& node) {
@@ -108,6 +109,7 @@ const Mesh& requireLoadedMesh(const ParserState& state, SceneNodeMesh& node) {
         const Ref<Mesh> mesh = new Mesh;
         ModelLoader().streamModel(FileUtils::join(state.scene_dir, node.path), *mesh, node.scale);
         node.mesh = mesh;
+        node.scale_in_mesh = node.scale;
     }
     return *node.mesh;
 }

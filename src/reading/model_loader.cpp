@@ -16,6 +16,10 @@ namespace {
 
 constexpr u64 MIN_PATH_CHARS = 4;
 
+std::string extensionOf(const String& path) {
+    return toLowerCase(path.view().substr(path.view().rfind('.') + 1));
+}
+
 /// The scene library knows one kind of exception only.
 void loadModel(const String& path, Mesh& mesh, double scale) {
     try {
@@ -38,10 +42,14 @@ void ModelLoader::addDecoder(std::unique_ptr<FormatDecoder> decoder) {
     decoders_[extension] = std::move(decoder);
 }
 
+bool ModelLoader::knowsFormatOf(const String& path) const {
+    return path.size() >= MIN_PATH_CHARS && decoders_.contains(extensionOf(path));
+}
+
 FormatDecoder& ModelLoader::decoderFor(const String& path) const {
     if (path.size() < MIN_PATH_CHARS)
         throw ModelLoaderExcep("filename too short: '" + path + "'");
-    const std::string extension = toLowerCase(path.view().substr(path.view().rfind('.') + 1));
+    const std::string extension = extensionOf(path);
     const auto found = decoders_.find(extension);
     if (found == decoders_.end())
         throw ModelLoaderExcep("key '" + extension + "' not found");

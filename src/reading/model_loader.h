@@ -20,6 +20,9 @@ public:
     ///   "key '" + extension + "' not found"
     void streamModel(const String& path, Mesh& mesh, double scale) const;
 
+    /// True for paths of a format that has a decoder.
+    bool knowsFormatOf(const String& path) const;
+
 private:
     void addDecoder(std::unique_ptr<FormatDecoder> decoder);
     FormatDecoder& decoderFor(const String& path) const;

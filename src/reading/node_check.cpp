@@ -9,6 +9,7 @@
 #include "scene/scene_node_material.h"
 #include "scene/scene_node_mesh.h"
 #include "scene/scene_node_model.h"
+#include "scene/scene_node_render_settings.h"
 #include "scene/scene_node_scatter.h"
 #include "scene/scene_node_section_plane.h"
 #include "scene/scene_node_sphere.h"
@@ -17,6 +18,18 @@
 #include <algorithm>
 
 namespace Quenza {
+
+std::vector<std::string> imageSizeFaults(const SceneNodeRenderSettings& settings) {
+    std::vector<std::string> faults;
+    for (const char* const side : {"width", "height"}) {
+        const i32 pixels = settings.settings.contains(side) ? settings.getInt(side) : 1;
+        if (pixels < 1 || pixels > MAX_IMAGE_SIDE)
+            faults.push_back(std::string("\"") + side + "\" " + toString(pixels) +
+                             " is out of bounds: an image has 1 to " + toString(MAX_IMAGE_SIDE) +
+                             " pixels a side");
+    }
+    return faults;
+}
 
 std::vector<std::string> NodeCheck::faultsOf(SceneNode& node) {
     faults_.clear();
@@ -70,6 +83,9 @@ void NodeCheck::checkReferences(SceneNode& node) {
             checkReference("target_object_uid", scatter.target_object_uid, {NODE_MODEL});
         break;
     }
+    case NODE_RENDER_SETTINGS:
+        faults_ = imageSizeFaults(static_cast<const SceneNodeRenderSettings&>(node));
+        break;
     default:
         // Which type a material's reference needs is its class's to know: binding tells.
         for (const SceneNodeUID uid : node.getReferencedUIDs())

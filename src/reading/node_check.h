@@ -11,6 +11,10 @@
 namespace Quenza {
 
 class SceneNodeModel;
+class SceneNodeRenderSettings;
+
+/// One text for each side of the image that can't be drawn, among those that the settings have.
+std::vector<std::string> imageSizeFaults(const SceneNodeRenderSettings& settings);
 
 /// Finds what is wrong with single nodes of a scene: references that lead nowhere or to the wrong type, and
 /// what the node lacks by itself. Meshes need to have their material names and counts.

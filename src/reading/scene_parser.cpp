@@ -4,16 +4,15 @@
 #include "foundation/file_utils.h"
 #include "reading/element_readers.h"
 #include "reading/model_loader.h"
+#include "reading/node_numbering.h"
 #include "reading/settings_parser.h"
 #include "reading/xml_document.h"
 #include "reading/xml_element_reader.h"
 #include "reading/xml_values.h"
 #include "scene/scene_node_background_settings.h"
 
-#include <algorithm>
 #include <string>
 #include <tinyxml.h>
-#include <unordered_set>
 #include <utility>
 
 namespace Quenza {
@@ -35,6 +34,13 @@ auto asParserExcep(const std::string& prefix, const Action& action) {
 Ref<SceneNodeRenderSettings> settingsOfConfig(const ParserState& state, const XMLDocument& document) {
     const TiXmlElement& config = document.rootElementNamed("config");
     return parseRenderSettings(state, xml::childElement(config, "renderer_settings"));
+}
+
+/// A text that somebody typed without its elements would go by in silence.
+void checkHoldsElementsOnly(const TiXmlElement& element) {
+    for (const TiXmlNode* child = element.FirstChild(); child; child = child->NextSibling())
+        if (child->ToText() && child->ValueTStr().find_first_not_of(" \t\r\n") != std::string::npos)
+            throwParserError("Found unexpected text '" + child->ValueTStr() + "'", element);
 }
 
 bool isSettings(const Ref<SceneNode>& node) {
@@ -67,30 +73,6 @@ void replaceSettings(NodeList& nodes, const Ref<SceneNodeRenderSettings>& merged
     nodes = std::move(kept);
 }
 
-/// Gives the nodes without a UID numbers that no node has, behind the highest that the scene itself uses as
-/// long as there are such, and hands all to the root in their order.
-void addNodes(SceneNodeRoot& root, const NodeList& nodes) {
-    std::unordered_set<u32> used{root.getUID().value(), SceneNodeUID::INVALID_VALUE};
-    u32 highest = 0;
-    for (const Ref<SceneNode>& node : nodes) {
-        if (!node->getUID().isValid())
-            continue;
-        used.insert(node->getUID().value());
-        highest = std::max(highest, node->getUID().value());
-    }
-    root.setNextUID(highest);
-    for (const Ref<SceneNode>& node : nodes) {
-        if (node->getUID().isValid())
-            continue;
-        u32 number = root.allocateUID();
-        while (used.contains(number)) // behind the last number the count starts anew
-            number = root.allocateUID();
-        node->setUID(SceneNodeUID(number));
-    }
-    for (const Ref<SceneNode>& node : nodes)
-        root.addChild(node);
-}
-
 } // namespace
 
 void QuenzaModelParser::parseScene(Ref<SceneNodeRoot>& root, const String& scene_path, const Context& context,
@@ -101,7 +83,7 @@ void QuenzaModelParser::parseScene(Ref<SceneNodeRoot>& root, const String& scene
         addBackgroundIfMissing(nodes);
         completeSettings(nodes, context, extra_settings);
         const Ref<SceneNodeRoot> scene = new SceneNodeRoot;
-        addNodes(*scene, nodes);
+        addNumberedNodes(*scene, nodes);
         root = scene;
     });
 }
@@ -141,6 +123,13 @@ void QuenzaModelParser::readElement(const TiXmlElement& element, NodeList& nodes
             else if (child)
                 readNodeElement(state_, *child, nodes);
         }
+    } catch (const QuenzaXMLDocExcep&) { // names its file
+        includes_.closeTo(depth, state_);
+        throw;
+    } catch (const MessageExcep& e) {
+        const String message = e.message() + includes_.errorContext();
+        includes_.closeTo(depth, state_);
+        throw QuenzaModelParserExcep(message);
     } catch (...) {
         includes_.closeTo(depth, state_);
         throw;
@@ -185,6 +174,7 @@ Ref<SceneNodeRenderSettings> QuenzaModelParser::readExtraSettings(const String& 
         const String whole = R"(<?xml version="1.0" encoding="utf-8"?><config><renderer_settings>)" + text +
                              "</renderer_settings></config>";
         document.parseText(whole.view(), "--settings");
+        checkHoldsElementsOnly(xml::childElement(document.rootElement(), "renderer_settings"));
         return settingsOfConfig(state_, document);
     });
 }

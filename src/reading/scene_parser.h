@@ -34,6 +34,9 @@ public:
     /// The settings of "<directory>/inifile.xml", only those that the file sets. The file has to be there.
     Ref<SceneNodeRenderSettings> readIniFile(const String& directory);
 
+    /// The settings of a `--settings` argument: the inside of a `renderer_settings` element.
+    Ref<SceneNodeRenderSettings> readExtraSettings(const String& text);
+
     /// Reads one child of `scene` and appends what it makes: no node, one, or several. An `include` gives the
     /// nodes of all the files that it leads to. Nodes without a UID get theirs from the root that they are
     /// added to. Also for the children of material files.
@@ -46,7 +49,6 @@ private:
     NodeList readSceneFile(const String& scene_path);
     void readElement(const TiXmlElement& element, NodeList& nodes);
     Ref<SceneNodeRenderSettings> readIniSettings(const String& directory);
-    Ref<SceneNodeRenderSettings> readExtraSettings(const String& text);
     void completeSettings(NodeList& nodes, const Context& context, const String& extra_settings);
 
     ParserState state_;

@@ -8,6 +8,7 @@
 #include "reading/model_loader.h"
 #include "reading/node_check.h"
 #include "reading/node_elements.h"
+#include "reading/node_numbering.h"
 #include "reading/scene_parser.h"
 #include "reading/xml_document.h"
 #include "reading/xml_values.h"
@@ -18,10 +19,10 @@
 #include "scene/scene_visitor.h"
 
 #include <algorithm>
+#include <map>
 #include <new>
 #include <set>
 #include <tinyxml.h>
-#include <unordered_map>
 
 namespace Quenza {
 
@@ -37,10 +38,9 @@ struct Place {
     }
 };
 
-u64 memoryOf(const Mesh& mesh) {
-    return mesh.vert_positions.size() * sizeof(Vec3f) + mesh.vert_normals.size() * sizeof(Vec3f) +
-           mesh.uv_pairs.size() * sizeof(Vec2f) + mesh.triangles.size() * sizeof(MeshTriangle) +
-           mesh.quads.size() * sizeof(MeshQuad);
+std::string oneLine(std::string text) {
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    return text;
 }
 
 /// What binding a model asks of its mesh: names and number of materials, without the arrays.
@@ -65,7 +65,7 @@ public:
             const TiXmlElement& scene = document.rootElement();
             if (scene.ValueStr() != "scene")
                 throw QuenzaModelParserExcep("Invalid root element '" + scene.ValueStr() + "'");
-            addNodes(parseElements(scene));
+            addNumberedNodes(*root_, parseElements(scene));
         } catch (const MessageExcep& excep) {
             summary_.faults.push_back(oneLine(excep.what()));
             return;
@@ -82,11 +82,6 @@ public:
     }
 
 private:
-    static std::string oneLine(std::string text) {
-        std::replace(text.begin(), text.end(), '\n', ' ');
-        return text;
-    }
-
     void fault(u64 index, const std::string& text) {
         const SceneNode& node = *root_->getChildren()[index];
         summary_.faults.push_back(oneLine(places_[index].text() + nodeElementName(node.getType()) + " \"" +
@@ -111,17 +106,6 @@ private:
         return nodes;
     }
 
-    /// Nodes without a UID are numbered behind those that have one.
-    void addNodes(const NodeList& nodes) {
-        u32 highest = 0;
-        for (const Ref<SceneNode>& node : nodes)
-            if (node->getUID().isValid())
-                highest = std::max(highest, node->getUID().value());
-        root_->setNextUID(highest);
-        for (const Ref<SceneNode>& node : nodes)
-            root_->addChild(node);
-    }
-
     /// References to an element that can't be read are no fault of their own.
     void noteUnread(const TiXmlElement& element) {
         try {
@@ -134,7 +118,7 @@ private:
     }
 
     void checkUIDs() {
-        std::unordered_map<u32, u64> owners;
+        std::map<u32, u64> owners;
         std::map<u32, u64> counts;
         const Vector<Ref<SceneNode>>& nodes = root_->getChildren();
         for (u64 i = 0; i < nodes.size(); ++i) {
@@ -168,7 +152,7 @@ private:
             node.mesh->endOfModel();
             const std::string unsound = checkMesh(*node.mesh);
             if (unsound.empty())
-                summariseMesh(node);
+                addSummary(node);
             else
                 fault(index, file + unsound);
             node.mesh = withoutArrays(*node.mesh);
@@ -179,19 +163,10 @@ private:
         }
     }
 
-    void summariseMesh(const SceneNodeMesh& node) {
-        const Mesh& data = *node.mesh;
-        MeshSummary mesh;
+    void addSummary(const SceneNodeMesh& node) {
+        MeshSummary mesh = summariseMesh(*node.mesh);
         mesh.name = node.getName().toStdString();
         mesh.path = node.path.toStdString();
-        mesh.vertices = data.vert_positions.size();
-        mesh.triangles = data.triangles.size();
-        mesh.quads = data.quads.size();
-        mesh.uvs = data.num_uv_mappings ? data.getNumUVs() : 0;
-        mesh.materials = data.num_materials_referenced;
-        mesh.memory = memoryOf(data);
-        mesh.bounds_min = data.aabb_min;
-        mesh.bounds_max = data.aabb_max;
         summary_.meshes.push_back(mesh);
     }
 
@@ -247,6 +222,19 @@ SceneSummary summariseScene(const std::string& path) {
     installModelLoader();
     SceneCheck(summary).run();
     return summary;
+}
+
+std::vector<std::string> faultsOfExtraSettings(const std::string& text) {
+    std::vector<std::string> faults;
+    if (text.empty())
+        return faults;
+    try {
+        for (const std::string& fault : imageSizeFaults(*QuenzaModelParser().readExtraSettings(text)))
+            faults.push_back("Argument of '--settings': " + fault);
+    } catch (const MessageExcep& excep) {
+        faults.push_back(oneLine(excep.what()));
+    }
+    return faults;
 }
 
 } // namespace Quenza

@@ -2,27 +2,13 @@
 #pragma once
 
 #include "foundation/types.h"
-#include "foundation/vec.h"
+#include "reading/mesh_report.h"
 
 #include <map>
 #include <string>
 #include <vector>
 
 namespace Quenza {
-
-/// What a mesh of a scene holds. Bounds are in the mesh's space, in metres.
-struct MeshSummary {
-    std::string name;
-    std::string path; ///< Empty for a mesh in the scene itself.
-    u64 vertices = 0;
-    u64 triangles = 0;
-    u64 quads = 0;
-    u64 uvs = 0;
-    u32 materials = 0;
-    u64 memory = 0; ///< Of its arrays, in bytes.
-    Vec3f bounds_min{};
-    Vec3f bounds_max{};
-};
 
 struct MaterialSummary {
     std::string name;
@@ -51,9 +37,12 @@ struct SceneSummary {
 
 /// Reads a scene element by element, and its meshes, and checks what a renderer relies on: that the document
 /// is whole and every element says what it may, that UIDs are unique and references lead to nodes of the
-/// right type, that meshes read and index within their arrays, and that files exist. An element that can't be
-/// read costs only what it holds itself; nodes that refer to it aren't blamed. Never throws for a bad scene:
-/// the summary then tells its faults. Meshes are held one at a time.
+/// right type, that meshes read and index within their arrays, that files exist and images have a size that
+/// can be drawn. An element that can't be read costs only what it holds itself; nodes that refer to it aren't
+/// blamed. Never throws for a bad scene: the summary then tells its faults. Meshes are held one at a time.
 SceneSummary summariseScene(const std::string& path);
+
+/// What is wrong with a `--settings` argument, the inside of a `renderer_settings` element; a line each.
+std::vector<std::string> faultsOfExtraSettings(const std::string& text);
 
 } // namespace Quenza

@@ -65,6 +65,13 @@ std::string placeText(const XMLFault& fault) {
 
 } // namespace
 
+void keepWhiteSpaceOfTexts() {
+    [[maybe_unused]] static const bool is_set = [] {
+        TiXmlBase::SetCondenseWhiteSpace(false);
+        return true;
+    }();
+}
+
 std::string loadXMLText(const String& path, XMLOutline* outline) {
     // A pipe or a device would block, or never end; for a directory the system has its own words.
     if (PlatformUtils::isSpecialFile(path) && !FileUtils::directoryExists(path))
@@ -78,6 +85,7 @@ std::string loadXMLText(const String& path, XMLOutline* outline) {
 }
 
 void prepareXMLText(std::string& text, const String& label, XMLOutline* outline) {
+    keepWhiteSpaceOfTexts();
     unifyLineEnds(text);
     std::optional<XMLFault> fault = precheckXML(text, outline);
     if (!fault)

@@ -22,13 +22,6 @@ namespace {
     fail("Found unexpected element '" + child.ValueTStr() + "'", child);
 }
 
-/// TinyXML would trim and fold the white space of all texts, and "true " be a boolean. It has one flag for
-/// the whole process, which nobody changes later, so that readers in several threads don't meet over it.
-[[maybe_unused]] const bool KEEPS_WHITE_SPACE = [] {
-    TiXmlBase::SetCondenseWhiteSpace(false);
-    return true;
-}();
-
 /// A text as people mean it who indent it: nothing around it, and a blank for white space side by side. Texts
 /// that must not lose any stand in CDATA; a single line feed is kept, since writers make an entity of it.
 std::string condensed(std::string_view text) {

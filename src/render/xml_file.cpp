@@ -3,32 +3,15 @@
 
 #include "foundation/file_utils.h"
 #include "foundation/safe_file.h"
+#include "reading/xml_text.h"
 #include "shared/text.h"
 
 #include <tinyxml.h>
 
-namespace {
-
-/// Folder names may hold blanks side by side, which TinyXML folds into one unless told not to.
-class KeepWhiteSpace {
-public:
-    KeepWhiteSpace() : before_(TiXmlBase::IsWhiteSpaceCondensed()) {
-        TiXmlBase::SetCondenseWhiteSpace(false);
-    }
-    ~KeepWhiteSpace() { TiXmlBase::SetCondenseWhiteSpace(before_); }
-    KeepWhiteSpace(const KeepWhiteSpace&) = delete;
-    KeepWhiteSpace& operator=(const KeepWhiteSpace&) = delete;
-
-private:
-    bool before_;
-};
-
-} // namespace
-
 bool loadXmlDocument(TiXmlDocument& document, const Filename& file) {
     try {
         const std::string text = Quenza::FileUtils::readEntireFile(toSceneString(file));
-        const KeepWhiteSpace keep;
+        Quenza::keepWhiteSpaceOfTexts(); // folder names may hold blanks side by side
         document.Parse(text.c_str(), nullptr, TIXML_ENCODING_UTF8);
         return !document.Error();
     } catch (const Quenza::FileUtils::FileUtilsExcep&) {

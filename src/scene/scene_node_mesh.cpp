@@ -60,10 +60,15 @@ void SceneNodeMesh::writeToXML(OStream& stream, u32 depth, const XMLWriteOptions
     writePathElement(stream, depth + 2, "path", written_path, options);
     writeCloseTag(stream, depth + 1, "external");
     writeCloseTag(stream, depth, "mesh");
-    if (options.release_meshes) {
-        path = written_path;
-        mesh = nullptr;
-    }
+    if (options.release_meshes)
+        releaseMesh(written_path);
+}
+
+void SceneNodeMesh::releaseMesh(const String& file) {
+    scale = scaleOfFile();
+    scale_in_mesh = 1.0;
+    path = file;
+    mesh = nullptr;
 }
 
 void SceneNodeMesh::writeOptions(OStream& stream, u32 depth) const {
@@ -80,7 +85,13 @@ void SceneNodeMesh::writeOptions(OStream& stream, u32 depth) const {
     writeBoolElement(stream, depth, "wrap_v", wrap_v);
     writeBoolElement(stream, depth, "view_dependent_subdivision",
                      view_dependent_subdivision); // deliberately again
-    writeDoubleElement(stream, depth, "scale", scale);
+    writeDoubleElement(stream, depth, "scale", scaleOfFile());
+}
+
+double SceneNodeMesh::scaleOfFile() const {
+    if (!mesh)
+        return scale;
+    return scale == scale_in_mesh ? 1.0 : scale / scale_in_mesh; // both may be 0
 }
 
 String SceneNodeMesh::writeMeshFile(const XMLWriteOptions& options) const {
@@ -122,6 +133,7 @@ void SceneNodeMesh::load(const SceneVisitor& visitor) {
     const Ref<Mesh> loaded = new Mesh;
     getMeshLoader()(FileUtils::join(visitor.base_path, path), *loaded, scale);
     mesh = loaded;
+    scale_in_mesh = scale;
 }
 
 } // namespace Quenza

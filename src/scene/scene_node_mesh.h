@@ -21,6 +21,8 @@ public:
     void writeToXML(OStream& stream, u32 depth, const XMLWriteOptions& options) override;
     void doVisit(SceneVisitor& visitor) override;
     bool doIsEqual(const SceneNode& other) const override;
+    /// Lets go of the mesh, which stands in that file now.
+    void releaseMesh(const String& file);
 
     String path; ///< Where the mesh is loaded from, relative to the scene's folder.
     Ref<Mesh> mesh;
@@ -35,9 +37,14 @@ public:
     bool wrap_u = false;
     bool wrap_v = false;
     double scale = 1.0; ///< Positions are multiplied by it when the mesh is loaded.
+    /// Of `scale`, what the positions of `mesh` have in them already: a file of such a mesh is written with
+    /// the rest of it.
+    double scale_in_mesh = 1.0;
 
 private:
     void writeOptions(OStream& stream, u32 depth) const;
+    /// The scale with which a file of `mesh` is to be loaded.
+    double scaleOfFile() const;
     /// Returns the path of the file relative to the scene's folder.
     String writeMeshFile(const XMLWriteOptions& options) const;
     void load(const SceneVisitor& visitor);

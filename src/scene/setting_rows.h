@@ -7,6 +7,9 @@
 
 namespace Quenza {
 
+/// Pixels of an image a side; beyond it there is no image format either.
+inline constexpr i32 MAX_IMAGE_SIDE = 65536;
+
 /// The value of a row of the renderer's settings.
 using SettingValue = std::variant<i32, bool, double>;
 

@@ -20,6 +20,8 @@ protected:
         put(name, "<scenedata>" + elements + "</scenedata>");
     }
     std::string path(const std::string& name) const { return "'" + (folder / name).toStdString() + "'"; }
+    /// What stands behind a fault in that file.
+    std::string in(const std::string& name) const { return "  (In the included file " + path(name) + ")"; }
 };
 
 /// Paths are those of the files that they stand in, and the order of the elements is that of the text.
@@ -59,28 +61,46 @@ TEST_F(Include, RefusesCirclesWithTheirChain) {
     for (const auto& [back, chain] : cases) {
         putData("b.qzs", include(back));
         EXPECT_EQ(thrownMessage<QuenzaModelParserExcep>([&] { read(); }),
-                  "Includes go in a circle: " + chain + "  (In element 'include', around line 1, column 12)");
+                  "Includes go in a circle: " + chain + "  (In element 'include', around line 1, column 12)" +
+                      in("./sub/../b.qzs"));
     }
 }
 
 TEST_F(Include, FollowsLinksToFindCircles) {
     std::filesystem::create_directory_symlink(folder.path().toStdString(), (folder / "loop").toStdString());
     putData("a.qzs", include("loop/a.qzs"));
-    EXPECT_EQ(refusal(include("a.qzs")), "Includes go in a circle: " + path("a.qzs") + " includes " +
-                                             path("loop/a.qzs") +
-                                             "  (In element 'include', around line 1, column 12)");
+    EXPECT_EQ(refusal(include("a.qzs")),
+              "Includes go in a circle: " + path("a.qzs") + " includes " + path("loop/a.qzs") +
+                  "  (In element 'include', around line 1, column 12)" + in("a.qzs"));
 }
 
 TEST_F(Include, RefusesWhatIsNoSceneData) {
     put("bad.qzs", "<scene/>");
     put("odd.qzs", "<scenedata><teapot/></scenedata>");
+    put("deep/cut.qzs", "<scenedata><mesh></scenedata>");
+    put("deep/nameless.qzs", "<scenedata>\n\n  <model><mesh_name>x</mesh_name></model></scenedata>");
+    put("outer.qzs", "<scenedata>" + include("deep/nameless.qzs") + "</scenedata>");
+    put("after.qzs", "<scenedata>" + include("empty.qzs") + "\n<camera><zoom/></camera></scenedata>");
+    put("empty.qzs", "<scenedata/>");
     ASSERT_EQ(mkfifo((folder / "pipe").toStdString().c_str(), 0600), 0);
     const struct {
         std::string element;
         std::string message;
     } cases[] = {
-        {include("bad.qzs"), "Unknown root element 'scene'"},
-        {include("odd.qzs"), "Unknown element type  (In element 'teapot', around line 1, column 12)"},
+        {include("bad.qzs"), "Unknown root element 'scene'" + in("bad.qzs")},
+        {include("odd.qzs"),
+         "Unknown element type  (In element 'teapot', around line 1, column 12)" + in("odd.qzs")},
+        {include("outer.qzs"),
+         "Model tried to use undefined mesh 'x'.   (In element 'model', around line 3, column 3)" +
+             in("deep/nameless.qzs")},
+        {include("after.qzs"),
+         "Found unexpected element 'zoom'  (In element 'zoom', around line 2, column 9)" + in("after.qzs")},
+        {include("odd.qzs") + "<cube/>",
+         "Unknown element type  (In element 'teapot', around line 1, column 12)" + in("odd.qzs")},
+        {include("empty.qzs") + "<cube/>",
+         "Unknown element type  (In element 'cube', around line 2, column 50)"},
+        {include("deep/cut.qzs"), "failed to load XML doc from path " + path("deep/cut.qzs") +
+                                      ": Error reading end tag.  (Line 1, column 18.)"},
         {include("none.qzs"),
          "Failed to open XML doc from path " + path("none.qzs") + ": No such file or directory"},
         {include("pipe"), "Failed to open XML doc from path " + path("pipe") +

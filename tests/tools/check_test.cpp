@@ -109,6 +109,36 @@ TEST_F(Tool, InfoTellsWhatASceneHolds) {
     EXPECT_NE(missing.out.find("  'images/gone.png' is missing\n"), std::string::npos);
 }
 
+TEST_F(Tool, InfoTellsWhatAMeshHolds) {
+    const Outcome outcome = run({"info", path("scene_meshes/square.qzmesh")});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(outcome.out,
+              "Mesh: " + path("scene_meshes/square.qzmesh") +
+                  "\n\n  4 vertices, 1 triangle, 1 quad, 4 UVs, 2 materials, 192 B, bounds (0 0 0) to "
+                  "(2 1 0)\n\nMaterials:\n  \"first\"\n  \"second one\"\n");
+    write("a.OBJ", "v 0 0 0\nv 3 0 0\nv 0 1 0\nf 1 2 3\n");
+    EXPECT_EQ(
+        Json::parse(run({"info", "--json", path("a.OBJ")}).out),
+        Json::parse(R"({"path": ")" + path("a.OBJ") +
+                    R"(", "vertices": 3, "triangles": 1, "quads": 0, "uvs": 0, "materials": 1, "memory": 64,
+                 "bounds_min": [0, 0, 0], "bounds_max": [3, 1, 0], "material_names": ["default"]})"));
+    write("bad.ply", "ply\nformat odd 1.0\n");
+    const struct {
+        const char* file;
+        std::string complaint;
+    } bad[] = {{"bad.ply", path("bad.ply") + ": could not read header."},
+               {"none.obj", path("none.obj") + ": the file is missing"},
+               {"none.qzs",
+                "Failed to open XML doc from path '" + path("none.qzs") + "': No such file or directory"}};
+    for (const auto& test : bad) {
+        const Outcome refused = run({"info", path(test.file)});
+        EXPECT_EQ(refused.errors, "quenza-scene: " + test.complaint + "\n");
+        EXPECT_EQ(refused.out, "");
+        EXPECT_EQ(refused.status, 1);
+    }
+}
+
 TEST_F(Tool, RefusesWrongCommandLines) {
     const struct {
         std::vector<std::string> words;

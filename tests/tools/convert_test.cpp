@@ -9,7 +9,7 @@ constexpr const char* SQUARE_OBJ = "v 0 0 0\nv 2 0 0\nv 2 1 0\nv 0 1 0\n"
                                    "vn 0 0 1\nvn 0 0 1\nvn 0 0 1\nvn 0 0 1\n"
                                    "vt 0 0\nvt 0.5 0\nvt 0.5 1\nvt 0 1\n"
                                    "usemtl first\nf 1/1/1 2/2/2 3/3/3\n"
-                                   "usemtl second_one\nf 1/1/1 2/2/2 3/3/3 4/4/4\n";
+                                   "usemtl second one\nf 1/1/1 2/2/2 3/3/3 4/4/4\n";
 
 void expectConverted(const Outcome& outcome) {
     EXPECT_EQ(outcome.status, 0);
@@ -57,7 +57,8 @@ TEST_F(Tool, KeepsAMeshThroughObjAndItsShapeThroughPly) {
 
 TEST_F(Tool, KeepsMaterialsThatNoFaceUsesAndNamesThoseWithoutAName) {
     Mesh mesh = square();
-    mesh.used_materials[0] = "";
+    mesh.used_materials[0] = " ";
+    mesh.used_materials[1] = " second\none ";
     mesh.triangles.clear();
     mesh.quads[0].mat_index = 3; // beyond the names
     mesh.vert_normals.clear();
@@ -74,14 +75,18 @@ TEST_F(Tool, WritesNothingWhenAMeshCannotBeConverted) {
     write("cut.qzmesh", mesh.substr(0, mesh.size() - 1));
     write("five.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nv 0 2 0\nf 1 2 3 4 5\n");
     write("magic.qzmesh", "x" + mesh.substr(1));
+    write("points.obj", "v 0 0 0\nv 1 0 0\n");
     write("out.ply", "before");
     const struct {
         std::string in;
         std::string complaint;
     } cases[] = {
-        {"cut.qzmesh", path("cut.qzmesh") + ": Error while reading from '" + path("cut.qzmesh") + "'."},
+        {"cut.qzmesh", "Error while reading from '" + path("cut.qzmesh") + "'."},
         {"magic.qzmesh", path("magic.qzmesh") + ": Invalid magic number."},
         {"five.obj", path("five.obj") + ": Invalid number of vertices in face: 5"},
+        {"points.obj", "'" + path("points.obj") +
+                           "' has 0 vertices and no faces, so nothing is written: save the "
+                           "model again with its faces"},
         {"gone.obj", "'" + path("gone.obj") + "' is missing"},
     };
     for (const auto& test : cases) {
@@ -115,6 +120,22 @@ TEST_F(Tool, RewritesPathsForAnotherFolder) {
     EXPECT_NE(read("a/b/moved.qzs").find("<path>../../images/wood.png</path>"), std::string::npos);
     EXPECT_NE(read("a/b/moved.qzs").find("<path>../../scene_meshes/square.qzmesh</path>"), std::string::npos);
     EXPECT_EQ(run({"check", path("a/b/moved.qzs")}).status, 0);
+}
+
+/// Older models have their mesh loaded while the scene is read.
+TEST_F(Tool, WritesAMeshThatWasLoadedInItsScaleOnce) {
+    std::string text =
+        edited("<model2>", "<model><pos>0 0 0</pos><mesh_name>Square</mesh_name></model><model2>");
+    const std::string scale = "<normal_smoothing>false</normal_smoothing>\n\t\t<scale>1";
+    text.replace(text.find(scale) + scale.size() - 1, 1, "3");
+    text.replace(text.find("<name>Red"), 9, "<name>first");
+    text.replace(text.find("<name>Wood"), 10, "<name>second one");
+    write("in.qzs", text);
+    expectConverted(run({"convert", path("in.qzs"), path("out.qzs")}));
+    for (const char* const name : {"in.qzs", "out.qzs"}) {
+        const Outcome info = run({"info", path(name)});
+        EXPECT_NE(info.out.find("bounds (0 0 0) to (6 3 0)"), std::string::npos) << info.out << info.errors;
+    }
 }
 
 TEST_F(Tool, MakesFilesOfMeshesInTheScene) {

@@ -89,6 +89,9 @@ const Damage DAMAGES[] = {
      "<emission_scale>\n\t\t\t<material_uid>60", "model2 \"Floor\": Failed to find node with UID 60"},
     {"section_of_nothing", "<object_list>\n\t\t\t<uid>9", "<object_list>\n\t\t\t<uid>90",
      "section_plane \"\": \"object_list\" 90 leads to no node"},
+    {"image_too_wide", "<width>320", "<width>2000000000",
+     "renderer_settings \"\": \"width\" 2000000000 is out of bounds: an image has 1 to 65536 pixels a side"},
+    {"image_of_no_height", "<height>240", "<height>0", "\"height\" 0 is out of bounds"},
     // Files
     {"image_missing", "images/wood.png", "images/oak.png",
      "material \"Wood\": file 'images/oak.png' is missing"},
@@ -144,6 +147,9 @@ TEST_F(Tool, CheckNamesTheFaultOfEachDamagedMesh) {
         {"version", with(4, "\x04"), "Unsupported format version."},
         {"count", with(vertices - 4, "\xFF\xFF\xFF\x7F"), "Read failed."},
         {"nan", with(vertices + 12, nan_bytes), "vertex 1 isn't finite"},
+        {"nan_uv", with(sound.size() - 36 - 4 - 28 - 4 - 4 * 8, nan_bytes), "UV 0 isn't finite"},
+        {"material", with(sound.size() - 4, "\xFF\xFF\xFF\xFF"),
+         "quad 0 has no material: its index is 4294967295"},
         {"index", with(sound.size() - 36, "\x09"), "Quad vertex index is out of bounds. (vertex index=9)"},
     };
     for (const auto& test : cases) {
@@ -155,7 +161,19 @@ TEST_F(Tool, CheckNamesTheFaultOfEachDamagedMesh) {
             outcome.out.find(std::string("mesh \"Square\": 'scene_meshes/square.qzmesh': ") + test.fault),
             std::string::npos)
             << outcome.out;
+        const Outcome alone = run({"check", path("scene_meshes/square.qzmesh")});
+        EXPECT_EQ(alone.out.rfind(path("scene_meshes/square.qzmesh") + ": " + test.fault, 0), 0u)
+            << alone.out;
     }
+}
+
+/// Nodes without a UID get numbers that are free, also where the highest UID leaves none behind it.
+TEST_F(Tool, CheckBlamesNoNodeWithoutUID) {
+    std::string text = edited("<uid>11</uid>", "<uid>4294967294</uid>");
+    for (const char* const uid : {"<uid>1</uid>", "<uid>3</uid>", "<uid>10</uid>"})
+        text.replace(text.find(uid), std::string(uid).size(), "");
+    write("in.qzs", text);
+    EXPECT_EQ(run({"check", path("in.qzs")}).out, path("in.qzs") + ": no faults\n");
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "foundation/string_utils.h"
+#include "reading/mesh_report.h"
+#include "reading/model_loader.h"
 #include "reading/queue_report.h"
 #include "reading/scene_report.h"
 #include "tools/quenza-scene/commands.h"
@@ -15,8 +17,9 @@ namespace {
 constexpr std::string_view HELP =
     R"(Reads each scene and all that it depends on, and lists every fault: what is wrong with the document or
 one of its elements, nodes that share a UID, references that lead nowhere or to the wrong type, models
-with too few materials, missing files, and meshes that don't read or index out of bounds. Of a render
-queue (.qzq) its own faults and those of its scenes are listed.
+with too few materials, missing files, images too large to draw, and meshes that don't read, index out of
+bounds or hold numbers that aren't finite. Of a render queue (.qzq) its own faults and those of its scenes
+are listed; a mesh (.obj, .ply, .qzmesh) may be named by itself.
 
 Reading an element stops at its first fault; the other elements are read all the same.
 
@@ -40,7 +43,16 @@ Checked checkScene(const std::string& path) {
     return {path, scene.faults, scene.missing_files, scene.unread_elements};
 }
 
+Checked checkMeshFile(const std::string& path) {
+    const std::string fault = Quenza::summariseMeshFile(path).fault;
+    return {path, fault.empty() ? std::vector<std::string>() : std::vector{fault}, {}, 0};
+}
+
 void checkFile(const std::string& path, std::vector<Checked>& checked) {
+    if (Quenza::ModelLoader().knowsFormatOf(path)) {
+        checked.push_back(checkMeshFile(path));
+        return;
+    }
     if (!isQueue(path)) {
         checked.push_back(checkScene(path));
         return;

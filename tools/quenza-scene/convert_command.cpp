@@ -63,6 +63,10 @@ void convertMesh(const std::string& in, const std::string& out, const MeshFormat
         throw std::runtime_error("'" + in + "' is missing");
     Mesh mesh;
     namingFile(in, [&] { Quenza::getMeshLoader()(in, mesh, 1.0); });
+    if (mesh.triangles.empty() && mesh.quads.empty())
+        throw std::runtime_error("'" + in + "' has " + std::to_string(mesh.vert_positions.size()) +
+                                 " vertices and no faces, so nothing is written: save the model again with "
+                                 "its faces");
     format.write(out, mesh);
 }
 

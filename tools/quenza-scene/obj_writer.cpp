@@ -15,7 +15,8 @@ namespace {
 
 using namespace Quenza;
 
-/// Hands out the names of materials, in the order of their indices, all different and each a single word.
+/// Hands out the names of materials, in the order of their indices and all different. A name is what stands
+/// behind "usemtl" up to the end of the line, without blanks around it.
 class MaterialNames {
 public:
     explicit MaterialNames(const Mesh& mesh) : mesh_(mesh) {}
@@ -23,8 +24,10 @@ public:
     std::string next(u32 index) {
         std::string name =
             index < mesh_.used_materials.size() ? mesh_.used_materials[index].toStdString() : "";
-        const auto breaks = [](unsigned char c) { return c <= ' ' || c == '\\' || c == '#'; };
+        const auto breaks = [](unsigned char c) { return c < ' ' || c == '\\'; };
         std::replace_if(name.begin(), name.end(), breaks, '_');
+        name.erase(0, name.find_first_not_of(' '));
+        name.erase(name.find_last_not_of(' ') + 1);
         if (name.empty())
             name = "material_" + toString(index);
         while (!given_.insert(name).second)

@@ -55,10 +55,8 @@ std::string titleOf(const SceneNode& node) {
 
 /// The node as it would be written, its own mesh named by what is in it.
 std::string textOf(SceneNode& node) {
-    if (auto* const mesh_node = dynamic_cast<SceneNodeMesh*>(&node); mesh_node && mesh_node->mesh) {
-        mesh_node->path = getMeshFileName(*mesh_node->mesh);
-        mesh_node->mesh = nullptr;
-    }
+    if (auto* const mesh_node = dynamic_cast<SceneNodeMesh*>(&node); mesh_node && mesh_node->mesh)
+        mesh_node->releaseMesh(getMeshFileName(*mesh_node->mesh));
     FileTextStream stream;
     node.writeToXML(stream, 0, XMLWriteOptions());
     return stream.getBuffer().toStdString();

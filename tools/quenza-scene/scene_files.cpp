@@ -69,13 +69,17 @@ fs::path folderOf(const std::string& file) {
 
 } // namespace
 
+std::string faultOfFile(const std::string& path, const std::string& fault) {
+    return fault.find("'" + path + "'") != std::string::npos ? fault : path + ": " + fault;
+}
+
 void namingFile(const std::string& path, const std::function<void()>& work) {
     try {
         work();
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        throw std::runtime_error(path + ": " + error.what());
+        throw std::runtime_error(faultOfFile(path, error.what()));
     }
 }
 
@@ -88,12 +92,6 @@ Ref<SceneNodeRoot> readScene(const std::string& path) {
         binding.mode = SceneVisitor::BIND;
         root->visitAll(binding);
     });
-    for (const Ref<SceneNode>& node : root->getChildren()) {
-        auto* const mesh_node = dynamic_cast<SceneNodeMesh*>(node.getPointer());
-        // The mesh's own positions are scaled already: written with the node's scale they would be twice.
-        if (mesh_node && mesh_node->mesh && mesh_node->path.empty())
-            mesh_node->scale = 1.0;
-    }
     return root;
 }
 

@@ -9,11 +9,14 @@
 /// Whole scenes as the commands read and change them. Failures are exceptions with a text for people.
 namespace scene_tool {
 
-/// Does `work`; what fails in it gets `path` before its text, for a command reads more files than one.
+/// The fault with `path` before it, unless it names the file itself.
+std::string faultOfFile(const std::string& path, const std::string& fault);
+
+/// Does `work`; what fails in it becomes a faultOfFile, for a command reads more files than one.
 void namingFile(const std::string& path, const std::function<void()>& work);
 
 /// Reads a scene and binds its references. Mesh files are left alone: nodes hold their paths. A node with a
-/// mesh in the scene itself holds that mesh, in the scale in which it is placed, and no path.
+/// mesh in the scene itself holds that mesh and no path.
 Quenza::Ref<Quenza::SceneNodeRoot> readScene(const std::string& path);
 
 /// Writes the scene file, and beside it the files of meshes that its nodes hold.

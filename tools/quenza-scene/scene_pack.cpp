@@ -116,8 +116,7 @@ private:
                 names_.add(FileUtils::removeExtension(scene_name_).toStdString() + "_meshes/" + file);
             sources_[known->second] = source;
         }
-        node.path = known->second;
-        node.mesh = nullptr;
+        node.releaseMesh(known->second);
     }
 
     void writeArchive() {
