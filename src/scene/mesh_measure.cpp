@@ -85,8 +85,7 @@ void MeshMeasure::takePositions(const Vec3f* positions, u64 count) {
     std::fill_n(maxs, NUMBERS, -INFINITE);
     u64 i = 0;
     for (; i + VERTEX_LANES <= count; i += VERTEX_LANES) {
-        f32 v[NUMBERS];
-        std::memcpy(v, positions + i, sizeof v);
+        const f32* const v = reinterpret_cast<const f32*>(positions + i);
         for (u64 j = 0; j < NUMBERS; ++j) {
             mins[j] = smaller(mins[j], v[j]);
             maxs[j] = larger(maxs[j], v[j]);
