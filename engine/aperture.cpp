@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "engine/aperture.h"
 
+#include "engine/colour.h"
+
+#include "engine/colour.h"
+
 #include <algorithm>
 #include <cmath>
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "engine/camera.h"
 
+#include "engine/colour.h"
 #include "engine/sampling.h"
 
 #include <algorithm>

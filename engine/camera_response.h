@@ -24,6 +24,8 @@ public:
     /// then.
     bool load(const std::string& path, std::string& fault);
 
+    /// False for the default.
+    bool isMeasured() const { return !curves_[0].exposures.empty(); }
     float operator()(int channel, float exposure) const;
 
 private:

@@ -66,9 +66,29 @@ float luminanceOf(const float* pixel) {
     return luminance(RGB(pixel[0], pixel[1], pixel[2]));
 }
 
-void scaleImage(FloatImage& image, double factor) {
-    for (float& value : image.rgb)
-        value = std::clamp(float(double(value) * factor), 0.0f, 1.0f);
+/// Scales a pixel and takes it into the display's range. A channel alone that is clipped changes the hue (an
+/// orange lamp becomes yellow), so a colour that is too strong for its luminance goes towards the grey of
+/// that luminance until it fits.
+void fit(float* pixel, double factor) {
+    const double luminance = double(luminanceOf(pixel)) * factor;
+    if (luminance >= 1) {
+        std::fill_n(pixel, 3, 1.0f);
+        return;
+    }
+    double colour[3];
+    double share = 1;
+    for (size_t c = 0; c < 3; ++c) {
+        colour[c] = double(pixel[c]) * factor;
+        const double bound = colour[c] > 1 ? 1.0 : 0.0;
+        if (colour[c] > 1 || colour[c] < 0)
+            share = std::min(share, (bound - luminance) / (colour[c] - luminance));
+    }
+    share = std::max(share, 0.0);
+    for (size_t c = 0; c < 3; ++c) {
+        const double value = luminance + share * (colour[c] - luminance);
+        // What isn't a number is black.
+        pixel[c] = value > 0 ? float(std::min(value, 1.0)) : 0.0f;
+    }
 }
 
 } // namespace
@@ -152,7 +172,9 @@ std::vector<unsigned char> ToneMapper::toneMap(const std::vector<FloatImage>& la
 }
 
 void ToneMapper::mapLinear(FloatImage& image, double meter) const {
-    scaleImage(image, meter > 0 ? scale_ * LINEAR_KEY / meter : 0);
+    const double factor = meter > 0 ? scale_ * LINEAR_KEY / meter : 0;
+    for (size_t i = 0; i + 2 < image.rgb.size(); i += 3)
+        fit(&image.rgb[i], factor);
 }
 
 void ToneMapper::mapReinhard(FloatImage& image, double meter) const {
@@ -161,9 +183,7 @@ void ToneMapper::mapReinhard(FloatImage& image, double meter) const {
     const double inverse_white = burn_ > 0 ? 1.0 / (burn_ * burn_) : 0.0;
     for (size_t i = 0; i + 2 < image.rgb.size(); i += 3) {
         const double y = key * double(luminanceOf(&image.rgb[i]));
-        const double factor = y > 0 ? key * post_scale_ * (1 + y * inverse_white) / (1 + y) : 0.0;
-        for (size_t c = 0; c < 3; ++c)
-            image.rgb[i + c] = std::clamp(float(double(image.rgb[i + c]) * factor), 0.0f, 1.0f);
+        fit(&image.rgb[i], y > 0 ? key * post_scale_ * (1 + y * inverse_white) / (1 + y) : 0.0);
     }
 }
 
@@ -182,8 +202,16 @@ double ToneMapper::cameraScale(double meter) const {
 
 void ToneMapper::mapCamera(FloatImage& image, double meter) const {
     const double scale = cameraScale(meter);
-    for (size_t i = 0; i < image.rgb.size(); ++i)
-        image.rgb[i] = srgbDecode(response_(int(i % 3), float(double(image.rgb[i]) * scale)));
+    if (response_.isMeasured()) {
+        for (size_t i = 0; i < image.rgb.size(); ++i)
+            image.rgb[i] = srgbDecode(response_(int(i % 3), float(double(image.rgb[i]) * scale)));
+        return;
+    }
+    for (size_t i = 0; i + 2 < image.rgb.size(); i += 3) {
+        const double exposure = double(luminanceOf(&image.rgb[i])) * scale;
+        const double shown = double(srgbDecode(response_(0, float(exposure))));
+        fit(&image.rgb[i], exposure > 0 ? scale * shown / exposure : 0.0);
+    }
 }
 
 } // namespace engine

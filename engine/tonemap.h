@@ -28,13 +28,15 @@ namespace engine {
 ///   `post_scale` * Y (1 + Y / `burn`^2) / (1 + Y). The camera page's default pre_scale of 3 so gives a key
 ///   of 0.3, between the paper's 0.18 for ordinary and 0.36 for bright scenes: a document lit by sun and sky,
 ///   whose surfaces mostly are near white, gets them as light greys, far from clipping.
-/// - Camera: the exposed colour goes through a film's or camera's response curve. A relative exposure of 0.18
-/// is
+/// - Camera: the exposed colour goes through a film's or camera's response curves, channel by channel;
+/// without curves of its own its luminance through a default one. A relative exposure of 0.18 is
 ///   middle grey. The camera's settings (f-number, shutter, film speed at `film_iso`) give an exposure by the
 ///   light meter's equation N^2 / t = L S / K, K = 12.5. Scenes seldom have real light levels - a plain light
 ///   of the plug-in is a billionth of a lamp - so a meter corrects it: s stops away from middle grey at L
 ///   become 1.25 s / (1.25 + |s|) stops. More exposure is always brighter, and no picture is black or white.
 ///   `film_iso` (in stops from 200) and `ev_adjust` act behind the meter in full.
+///
+/// A colour that doesn't fit keeps its luminance and hue, and pales; measured response curves do as they do.
 ///
 /// L is the log-average luminance of the pixels that aren't black. Reinhard takes it from the weighted sum of
 /// the layers, which is what the paper's adaptation sees. Linear and camera take it from the plain sum, so

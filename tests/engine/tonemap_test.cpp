@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -138,6 +140,39 @@ TEST(Tonemap, LayersAreWeightedInXYZ) {
     EXPECT_NEAR(sum.rgb[1], 0.25f + float(weighted[1]) + 3, 2e-3f);
     EXPECT_NEAR(sum.rgb[2], 0.125f + float(weighted[2]) + 3, 2e-3f);
     EXPECT_TRUE(tone_mapper.combine({}).rgb.empty());
+}
+
+/// Hue as the order of the channels and the place of the middle one between the others.
+TEST(Tonemap, WhatIsTooBrightKeepsItsHueAndItsLuminance) {
+    const RGB colours[] = {{8, 4, 0.1f}, {0.1f, 0.3f, 9}, {30, 1, 1}, {0, 4, 2}, {2000, 500, 100}};
+    for (const Quenza::u32 type :
+         {SceneNodeTonemapping::LINEAR, SceneNodeTonemapping::REINHARD, SceneNodeTonemapping::CAMERA})
+        for (const RGB& c : colours) {
+            const auto method = node(type);
+            method->scale = method->pre_scale = 3;
+            method->burn = 2;
+            FloatImage image(64, 1);
+            std::fill(image.rgb.begin(), image.rgb.end(), 1.0f);
+            std::copy_n(&c.r, 3, image.rgb.begin());
+            const FloatImage out = mapper(method.getPointer()).display({image});
+            const RGB shown(out.rgb[0], out.rgb[1], out.rgb[2]);
+            EXPECT_LE(maxComponent(shown), 1.0f);
+            if (luminance(shown) > 0.995f)
+                continue; // White has no hue.
+            const auto place = [](const RGB& x) {
+                const float low = std::min({x.r, x.g, x.b}), high = maxComponent(x);
+                return std::array{(x.r - low) / (high - low), (x.g - low) / (high - low),
+                                  (x.b - low) / (high - low)};
+            };
+            for (size_t i = 0; i < 3; ++i)
+                EXPECT_NEAR(place(shown)[i], place(c)[i], 0.01f) << type << ": " << c.r << " " << c.b;
+            const float grey_luminance = green(mapper(method.getPointer()).display({[&] {
+                std::fill_n(image.rgb.begin(), 3, luminance(c));
+                return image;
+            }()}),
+                                               0);
+            EXPECT_NEAR(luminance(shown), grey_luminance, 0.005f);
+        }
 }
 
 TEST(Tonemap, ASurfaceInTheWhiteLightIsNeutral) {
