@@ -3,6 +3,7 @@
 
 #include "engine/fresnel.h"
 #include "engine/microfacet.h"
+#include "engine/reflectance.h"
 #include "engine/sampling.h"
 
 #include <algorithm>
@@ -11,10 +12,6 @@
 namespace engine {
 
 namespace {
-
-float scaledFresnel(const Lobe& lobe, float cosine) {
-    return std::clamp(lobe.fresnel_scale * fresnelDielectric(cosine, lobe.eta), 0.0f, 1.0f);
-}
 
 /// The qualitative model of Oren and Nayar, "Generalization of Lambert's Reflectance Model", SIGGRAPH 1994.
 float orenNayar(const Vec& out, const Vec& in, float sigma) {
@@ -54,22 +51,72 @@ BSDF::BSDF(const SurfacePoint& point, const Vec& out)
     out_.z = std::max(out_.z, 1e-5f);
 }
 
-void BSDF::add(const Lobe& lobe) {
-    const float pick = lobe.kind == Lobe::Kind::GLOSSY
-                           ? luminance(lobe.weight) * (0.1f + 0.9f * scaledFresnel(lobe, out_.z))
-                           : luminance(lobe.weight);
-    if (count_ == MAX_LOBES || !(pick > 0.0f) || !std::isfinite(pick)) {
+BSDF::Under::Under(BSDF& bsdf, const Coat& coat) : bsdf_(bsdf), above_(bsdf.coat_) {
+    if (bsdf.coat_count_ == MAX_LOBES) {
         return;
     }
-    lobes_[count_] = lobe;
-    picks_[count_] = pick;
-    pick_sum_ += pick;
-    smooth_ += lobe.isSmooth() ? 1 : 0;
-    ++count_;
+    PlacedCoat& placed = bsdf.coats_[bsdf.coat_count_];
+    placed.coat = coat;
+    placed.above = above_;
+    placed.out = above_ < 0 ? RGB{1.0f} : bsdf.coats_[above_].out;
+    if (coat.near) {
+        placed.out *= coat.transmitted(std::min(1.0f, bsdf.out_.z));
+    }
+    bsdf.coat_ = bsdf.coat_count_++;
 }
 
-float BSDF::share(int index) const {
-    return picks_[index] / pick_sum_;
+BSDF::Under::~Under() {
+    bsdf_.coat_ = above_;
+}
+
+RGB BSDF::throughCoats(int coat, const Vec& in) const {
+    RGB through{1.0f};
+    const float cosine = std::min(1.0f, std::abs(in.z));
+    for (; coat >= 0; coat = coats_[coat].above) {
+        const Coat& layer = coats_[coat].coat;
+        if (in.z > 0.0f ? layer.near : layer.far) {
+            through *= layer.transmitted(cosine);
+        }
+    }
+    return through;
+}
+
+float BSDF::gainUnderCoats(int coat, bool to_near) const {
+    float gain = 1;
+    for (; coat >= 0; coat = coats_[coat].above) {
+        const Coat& layer = coats_[coat].coat;
+        if (to_near ? layer.near : layer.far) {
+            gain /= std::max(0.01f, 1.0f - layer.average);
+        }
+    }
+    return gain;
+}
+
+void BSDF::add(const Lobe& lobe) {
+    if (count_ == MAX_LOBES) {
+        return;
+    }
+    Placed& placed = lobes_[count_];
+    placed.lobe = lobe;
+    placed.coat = coat_;
+    if (coat_ >= 0) {
+        placed.lobe.weight *= coats_[coat_].out;
+        if (lobe.isDiffuse()) {
+            placed.lobe.weight *= gainUnderCoats(coat_, lobe.kind != Lobe::Kind::DIFFUSE_TRANSMIT);
+        }
+    }
+    placed.pick = luminance(placed.lobe.weight);
+    if (lobe.kind == Lobe::Kind::GLOSSY) {
+        const float cosine = std::min(1.0f, out_.z);
+        placed.pick *=
+            0.1f + 0.9f * luminance(layerReflectance(cosine, lobe.eta, lobe.fresnel_scale, lobe.film));
+    }
+    if (!(placed.pick > 0.0f) || !std::isfinite(placed.pick)) {
+        return;
+    }
+    pick_sum_ += placed.pick;
+    smooth_ += lobe.isSmooth() ? 1 : 0;
+    ++count_;
 }
 
 RGB BSDF::evaluate(const Vec& world_in, float& pdf) const {
@@ -81,10 +128,12 @@ RGB BSDF::evaluate(const Vec& world_in, float& pdf) const {
         return sum;
     }
     for (int i = 0; i < count_; ++i) {
-        if (lobes_[i].isSmooth()) {
+        const Placed& placed = lobes_[i];
+        if (placed.lobe.isSmooth()) {
             float lobe_pdf = 0;
-            sum += evaluateLobe(lobes_[i], in, lobe_pdf);
-            pdf += share(i) * lobe_pdf;
+            const RGB value = evaluateLobe(placed.lobe, in, lobe_pdf);
+            sum += placed.coat < 0 ? value : value * throughCoats(placed.coat, in);
+            pdf += placed.pick / pick_sum_ * lobe_pdf;
         }
     }
     return sum;
@@ -98,31 +147,29 @@ RGB BSDF::evaluateLobe(const Lobe& lobe, const Vec& in, float& pdf) const {
         pdf = 0;
         return RGB{0.0f};
     }
+    if (!lobe.isDiffuse()) {
+        return evaluateGlossy(lobe, in, pdf);
+    }
     const float cosine = std::abs(in.z);
     pdf = cosine / PI;
-    switch (lobe.kind) {
-    case Lobe::Kind::OREN_NAYAR:
-        return lobe.weight * (orenNayar(out_, in, lobe.roughness) * cosine / PI);
-    case Lobe::Kind::COATED_DIFFUSE:
-        // Kelemen and Szirmay-Kalos, "A Microfacet Based Coupled Specular-Matte BRDF Model", 2001.
-        return lobe.weight * ((1 - scaledFresnel(lobe, out_.z)) * (1 - scaledFresnel(lobe, cosine)) /
-                              std::max(0.01f, 1 - lobe.average) * cosine / PI);
-    case Lobe::Kind::GLOSSY:
-    case Lobe::Kind::METAL: {
-        const Microfacets facets(lobe.roughness);
-        const Vec half = normalise(out_ + in);
-        const float toward = std::max(1e-6f, dot(out_, half));
-        const float level = facets.density(half) * facets.shadowing(out_, in) / (4.0f * out_.z);
-        pdf = facets.samplePdf(out_, half) / (4.0f * toward);
-        if (lobe.kind == Lobe::Kind::GLOSSY) {
-            return lobe.weight * (scaledFresnel(lobe, toward) * level);
-        }
-        const float white = schlickWeight(toward);
-        return (lobe.weight * (1.0f - white) + RGB(maxComponent(lobe.weight) * white)) * level;
+    const float shape = lobe.kind == Lobe::Kind::OREN_NAYAR ? orenNayar(out_, in, lobe.roughness) : 1.0f;
+    return lobe.weight * (shape * cosine / PI);
+}
+
+RGB BSDF::evaluateGlossy(const Lobe& lobe, const Vec& in, float& pdf) const {
+    const Microfacets facets(lobe.roughness);
+    const Vec half = normalise(out_ + in);
+    const float toward = std::clamp(dot(out_, half), 1e-6f, 1.0f);
+    const float level = facets.density(half) * facets.shadowing(out_, in) / (4.0f * out_.z);
+    pdf = facets.samplePdf(out_, half) / (4.0f * toward);
+    if (lobe.kind == Lobe::Kind::GLOSSY) {
+        return lobe.weight * layerReflectance(toward, lobe.eta, lobe.fresnel_scale, lobe.film) * level;
     }
-    default:
-        return lobe.weight * (cosine / PI);
+    if (lobe.curve) {
+        return lobe.weight * lobe.curve->at(toward) * level;
     }
+    const float white = schlickWeight(toward);
+    return (lobe.weight * (1.0f - white) + RGB(maxComponent(lobe.weight) * white)) * level;
 }
 
 RGB BSDF::evaluateRoughGlass(const Lobe& lobe, const Vec& in, float& pdf) const {
@@ -153,18 +200,18 @@ RGB BSDF::evaluateRoughGlass(const Lobe& lobe, const Vec& in, float& pdf) const 
 }
 
 bool BSDF::sample(Random& random, Sample& sample) const {
-    float u = random.next() * pick_sum_;
-    int index = 0;
-    while (index + 1 < count_ && u >= picks_[index]) {
-        u -= picks_[index];
-        ++index;
-    }
     if (count_ == 0) {
         return false;
     }
-    const Lobe& lobe = lobes_[index];
+    float u = random.next() * pick_sum_;
+    int index = 0;
+    while (index + 1 < count_ && u >= lobes_[index].pick) {
+        u -= lobes_[index].pick;
+        ++index;
+    }
+    const Lobe& lobe = lobes_[index].lobe;
     if (!lobe.isSmooth()) {
-        return sampleSharp(lobe, share(index), random, sample);
+        return sampleSharp(lobes_[index], random, sample);
     }
     Vec in;
     if (!sampleDirection(lobe, random, in)) {
@@ -212,11 +259,13 @@ bool BSDF::sampleRoughGlass(const Lobe& lobe, Random& random, Vec& in) const {
     return refract(out_, half, lobe.eta, in) && in.z < 0.0f;
 }
 
-bool BSDF::sampleSharp(const Lobe& lobe, float share, Random& random, Sample& sample) const {
+bool BSDF::sampleSharp(const Placed& placed, Random& random, Sample& sample) const {
+    const Lobe& lobe = placed.lobe;
     sample.pdf = INFINITY;
-    sample.weight = lobe.weight / share;
+    sample.weight = lobe.weight * (pick_sum_ / placed.pick);
     if (lobe.kind == Lobe::Kind::PASS) {
         sample.in = -world_out_;
+        sample.weight *= throughCoats(placed.coat, -out_);
         sample.passed = sample.transmitted = true;
         return true;
     }
@@ -228,6 +277,7 @@ bool BSDF::sampleSharp(const Lobe& lobe, float share, Random& random, Sample& sa
         sample.weight *= lobe.transmittance;
         sample.transmitted = true;
     }
+    sample.weight *= throughCoats(placed.coat, in);
     sample.in = frame_.toWorld(in);
     // Smoothed normals can turn a direction through the facet; that light is lost.
     return (dot(sample.in, facet_) < 0.0f) == sample.transmitted;

@@ -30,6 +30,20 @@ inline float fresnelAverage(float eta) {
     return sum;
 }
 
+/// The same of a conductor in air with the complex refractive index `n` + i `k`.
+inline double fresnelConductor(double cosine, double n, double k) {
+    const double cosine2 = cosine * cosine;
+    const double sine2 = 1.0 - cosine2;
+    const double difference = n * n - k * k - sine2;
+    const double root = std::sqrt(difference * difference + 4.0 * n * n * k * k);
+    const double along = 2.0 * cosine * std::sqrt(std::max(0.0, 0.5 * (root + difference)));
+    const double crossed = (root + cosine2 - along) / (root + cosine2 + along);
+    const double square = cosine2 * root + sine2 * sine2;
+    const double ratio =
+        square + along * sine2 > 0.0 ? (square - along * sine2) / (square + along * sine2) : 1.0;
+    return 0.5 * crossed * (1.0 + ratio);
+}
+
 /// Schlick's approximation (1994) of how a metal's colour turns white towards grazing angles.
 inline float schlickWeight(float cosine) {
     const float m = std::clamp(1.0f - cosine, 0.0f, 1.0f);

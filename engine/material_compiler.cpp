@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "engine/material_compiler.h"
 
+#include "engine/diffuse_shader.h"
 #include "engine/fresnel.h"
-#include "engine/material_param.h"
-#include "scene/materials/blend_material.h"
+#include "engine/glass_shader.h"
+#include "engine/layered_shaders.h"
+#include "engine/mix_shader.h"
+#include "engine/nk_table.h"
+#include "foundation/file_utils.h"
 #include "scene/materials/coating_material.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/materials/diffuse_transmitter.h"
@@ -12,14 +16,11 @@
 #include "scene/materials/glossy_transparent.h"
 #include "scene/materials/null_material.h"
 #include "scene/materials/oren_nayar_material.h"
-#include "scene/materials/phong_material.h"
 #include "scene/materials/specular_material.h"
-#include "scene/materials/sum_material.h"
-#include "scene/materials/surface_material.h"
-#include "scene/medium.h"
-#include "scene/volume_param.h"
 
 #include <algorithm>
+#include <cmath>
+#include <optional>
 
 namespace engine {
 
@@ -34,122 +35,134 @@ constexpr float GREY = 0.5f;
 /// A Phong exponent without a value: a soft highlight.
 constexpr float DEFAULT_EXPONENT = 1000.0f;
 
-void readSurface(const SurfaceMaterial& material, const ParamReader& params, PlainShader& shader) {
-    if (material.base_emission) {
-        shader.emission = params.radiance(material.base_emission);
-        shader.emission_factor = params.factor(material.emission, 1.0f);
-    } else if (material.emission) {
-        shader.emission = params.radiance(material.emission);
-    }
-    shader.layer = u32(std::max(0, material.layer));
-    shader.emits_back = material.backface_emit;
-    shader.bump_map = params.texture(material.bump);
-    shader.normal_map = params.texture(material.normal_map);
-    if (material.displacement) {
-        params.notices().tell("Displacement is not drawn; surfaces stay where their meshes are.");
-    }
-    if (material.shadow_catcher) {
-        params.notices().tell("Shadow catchers are drawn as ordinary surfaces.");
-    }
-}
-
-std::unique_ptr<DiffuseShader> makeDiffuse(const DiffuseMaterial& material, const ParamReader& params) {
-    auto shader = std::make_unique<DiffuseShader>();
-    shader->albedo = params.factor(material.albedo, 0.0f);
-    shader->random_colours = material.random_triangle_colours;
-    return shader;
-}
-
-std::unique_ptr<DiffuseShader> makeOrenNayar(const OrenNayarMaterial& material, const ParamReader& params) {
-    auto shader = std::make_unique<DiffuseShader>();
-    shader->kind = Lobe::Kind::OREN_NAYAR;
-    shader->albedo = params.factor(material.albedo, 0.0f);
-    shader->sigma = params.number(material.sigma, 0.3f);
-    return shader;
-}
-
-std::unique_ptr<PhongShader> makePhong(const PhongMaterial& material, const ParamReader& params) {
-    auto shader = std::make_unique<PhongShader>();
-    shader->exponent = params.number(material.exponent, DEFAULT_EXPONENT);
-    shader->fresnel_scale = params.number(material.fresnel_scale, 1.0f);
-    shader->ior = std::max(1.0f, float(material.ior));
-    shader->average = fresnelAverage(shader->ior);
-    shader->metal = material.specular_reflectivity.nonNull() || !material.nk_data.empty();
-    if (!material.nk_data.empty()) {
-        params.notices().tell("Measured metals (nk_data) are drawn as a neutral grey metal.");
-        shader->colour = {RGB{GREY}, nullptr};
-    } else if (shader->metal) {
-        shader->colour = params.factor(material.specular_reflectivity, 0.0f);
-    } else {
-        shader->colour = params.factor(material.diffuse_albedo, 0.0f);
-    }
-    return shader;
-}
-
-std::unique_ptr<GlassShader> makeSpecular(const SpecularMaterial& material, const ParamReader& params) {
-    auto shader = std::make_unique<GlassShader>();
-    shader->transparent = material.transparent;
-    shader->layer_transmittance = params.factor(material.absorption_layer_transmittance, 1.0f);
-    if (material.tabulated_external_reflection_coefficient ||
-        material.tabulated_internal_reflection_coefficient || material.tabulated_transmission_coefficient) {
-        params.notices().tell("Tabulated coefficients of specular materials are not looked at.");
-    }
-    return shader;
-}
-
-std::unique_ptr<GlassShader> makeGlossyTransparent(const GlossyTransparent& material,
-                                                   const ParamReader& params) {
-    auto shader = std::make_unique<GlassShader>();
-    shader->rough = true;
-    shader->exponent = params.number(material.exponent, DEFAULT_EXPONENT);
-    shader->layer_transmittance = params.factor(material.absorption_layer_transmittance, 1.0f);
-    return shader;
-}
-
-std::unique_ptr<CoatingShader> makeCoating(const CoatingMaterial& material, const ParamReader& params) {
-    auto shader = std::make_unique<CoatingShader>();
-    shader->absorption = params.factor(material.absorption, 0.0f);
-    shader->thickness = params.number(material.thickness, 0.0f);
-    shader->roughness = params.number(material.roughness, 0.1f);
-    shader->fresnel_scale = params.number(material.fresnel_scale, 1.0f);
-    shader->ior = std::max(1.0f, float(material.ior));
-    if (material.interference) {
-        params.notices().tell("Coatings are drawn without interference.");
-    }
-    return shader;
-}
-
-std::unique_ptr<ThinShader> makeThin(const DoubleSidedThinMaterial& material, const ParamReader& params) {
-    auto shader = std::make_unique<ThinShader>();
-    shader->front = {nullptr, params.number(material.front_roughness, 0.3f),
-                     params.number(material.front_fresnel_scale, 1.0f)};
-    shader->back = {nullptr, params.number(material.back_roughness, 0.3f),
-                    params.number(material.back_fresnel_scale, 1.0f)};
-    shader->r_f = params.number(material.r_f, 0.5f);
-    shader->transmittance = params.factor(material.transmittance, 0.5f);
-    shader->ior = std::max(1.0f, float(material.ior));
-    return shader;
-}
-
 template <class T>
 const T* as(const Material& material) {
     return dynamic_cast<const T*>(&material);
 }
 
+float indexOf(double ior) {
+    return std::isfinite(ior) ? std::clamp(float(ior), 1.0f, 10.0f) : 1.5f;
+}
+
+void readSurface(const SurfaceMaterial& material, const InputBuilder& inputs, PlainShader& shader) {
+    if (material.base_emission) {
+        shader.emission = inputs.radiance(material.base_emission, "base_emission");
+        shader.emission_factor = inputs.colour(material.emission, "emission", 1.0f);
+    } else if (material.emission) {
+        shader.emission = inputs.radiance(material.emission, "emission");
+    }
+    shader.layer = u32(std::max(0, material.layer));
+    shader.emits_back = material.backface_emit;
+    shader.bump_height = inputs.displacement(material.bump, "bump", 0.0f);
+    shader.normal_map = inputs.vector(material.normal_map, "normal_map");
+    shader.height = inputs.displacement(material.displacement, "displacement", 0.0f);
+}
+
+std::unique_ptr<DiffuseShader> makeDiffuse(const DiffuseMaterial& material, const InputBuilder& inputs) {
+    auto shader = std::make_unique<DiffuseShader>();
+    shader->albedo = inputs.colour(material.albedo, "albedo", 0.0f);
+    shader->random_colours = material.random_triangle_colours;
+    return shader;
+}
+
+std::unique_ptr<DiffuseShader> makeOrenNayar(const OrenNayarMaterial& material, const InputBuilder& inputs) {
+    auto shader = std::make_unique<DiffuseShader>();
+    shader->kind = Lobe::Kind::OREN_NAYAR;
+    shader->albedo = inputs.colour(material.albedo, "albedo", 0.0f);
+    shader->sigma = inputs.scalar(material.sigma, "sigma", 0.3f);
+    return shader;
+}
+
+std::unique_ptr<DiffuseShader> makeTransmitter(const DiffuseTransmitter& material,
+                                               const InputBuilder& inputs) {
+    auto shader = std::make_unique<DiffuseShader>();
+    shader->kind = Lobe::Kind::DIFFUSE_TRANSMIT;
+    shader->albedo = inputs.colour(material.albedo, "albedo", 0.0f);
+    return shader;
+}
+
+std::unique_ptr<GlassShader> makeSpecular(const SpecularMaterial& material, const InputBuilder& inputs) {
+    auto shader = std::make_unique<GlassShader>();
+    shader->transparent = material.transparent;
+    shader->layer_transmittance =
+        inputs.colour(material.absorption_layer_transmittance, "absorption_layer_transmittance", 1.0f);
+    if (material.tabulated_external_reflection_coefficient ||
+        material.tabulated_internal_reflection_coefficient || material.tabulated_transmission_coefficient) {
+        inputs.notices().tell("Tabulated coefficients of specular materials are not looked at.");
+    }
+    return shader;
+}
+
+std::unique_ptr<GlassShader> makeGlossyTransparent(const GlossyTransparent& material,
+                                                   const InputBuilder& inputs) {
+    auto shader = std::make_unique<GlassShader>();
+    shader->rough = true;
+    shader->exponent = inputs.scalar(material.exponent, "exponent", DEFAULT_EXPONENT);
+    shader->layer_transmittance =
+        inputs.colour(material.absorption_layer_transmittance, "absorption_layer_transmittance", 1.0f);
+    return shader;
+}
+
+std::unique_ptr<CoatingShader> makeCoating(const CoatingMaterial& material, const InputBuilder& inputs) {
+    auto shader = std::make_unique<CoatingShader>();
+    shader->absorption = inputs.colour(material.absorption, "absorption", 0.0f);
+    shader->thickness = inputs.scalar(material.thickness, "thickness", 0.0f);
+    shader->roughness = inputs.scalar(material.roughness, "roughness", 0.3f);
+    shader->fresnel_scale = inputs.scalar(material.fresnel_scale, "fresnel_scale", 1.0f);
+    shader->ior = indexOf(material.ior);
+    shader->average = fresnelAverage(shader->ior);
+    shader->interferes = material.interference;
+    return shader;
+}
+
+std::unique_ptr<ThinShader> makeThin(const DoubleSidedThinMaterial& material, const InputBuilder& inputs) {
+    auto shader = std::make_unique<ThinShader>();
+    shader->front = {nullptr, inputs.scalar(material.front_roughness, "front_roughness", 0.3f),
+                     inputs.scalar(material.front_fresnel_scale, "front_fresnel_scale", 1.0f)};
+    shader->back = {nullptr, inputs.scalar(material.back_roughness, "back_roughness", 0.3f),
+                    inputs.scalar(material.back_fresnel_scale, "back_fresnel_scale", 1.0f)};
+    shader->r_f = inputs.scalar(material.r_f, "r_f", 0.5f);
+    shader->transmittance = inputs.colour(material.transmittance, "transmittance", 0.5f);
+    shader->ior = indexOf(material.ior);
+    shader->average = fresnelAverage(shader->ior);
+    return shader;
+}
+
+/// Null, of which the user is told, when there is no such file. The name comes from a scene and must not lead
+/// out of the folder.
+std::optional<ReflectanceCurve> measuredMetal(const String& name, const std::string& data_folder,
+                                              Notices& notices) {
+    const std::string text = name.toStdString();
+    const std::string path = FileUtils::join(data_folder, name).toStdString();
+    std::string fault = "it is not in the folder nkdata";
+    const bool inside = text.rfind("nkdata/", 0) == 0 && text.find("..") == std::string::npos &&
+                        text.find_first_of("\\:") == std::string::npos;
+    const auto table = inside ? NKTable::load(path, fault) : nullptr;
+    if (!table) {
+        notices.tell("The optical constants '" + text + "' can't be used (" + fault +
+                     "); the index of refraction takes their place.");
+        return std::nullopt;
+    }
+    return ReflectanceCurve([&](double nanometres, double cosine) {
+        const NKTable::Index index = table->at(nanometres);
+        return fresnelConductor(cosine, index.n, index.k);
+    });
+}
+
 } // namespace
 
-MaterialCompiler::MaterialCompiler(ImageCache& images, Notices& notices)
-    : images_(images), notices_(notices) {
+MaterialCompiler::MaterialCompiler(ImageCache& images, const std::string& data_folder, Notices& notices)
+    : images_(images), data_folder_(data_folder), notices_(notices), media_(notices) {
     auto grey = std::make_unique<DiffuseShader>();
-    grey->albedo = {RGB{GREY}, nullptr};
-    grey_ = &keep(std::move(grey));
+    grey->albedo = ColourInput(RGB{GREY});
+    grey_ = keep(std::move(grey));
 }
 
 MaterialCompiler::~MaterialCompiler() = default;
 
 template <class Shader>
-Shader& MaterialCompiler::keep(std::unique_ptr<Shader> shader) {
-    Shader& kept = *shader;
+Shader* MaterialCompiler::keep(std::unique_ptr<Shader> shader) {
+    Shader* const kept = shader.get();
     shaders_.push_back(std::move(shader));
     return kept;
 }
@@ -174,111 +187,131 @@ const SurfaceShader* MaterialCompiler::compile(const Material& material) {
     }
     known_[&material] = nullptr;
     ++depth_;
-    const SurfaceShader* const made = make(material);
+    SurfaceShader* const made = make(material);
     --depth_;
-    known_[&material] = made;
-    return made;
+    const SurfaceShader* result = made;
+    if (!made) {
+        notices_.tell("Materials of the kind '" + material.getTypeName().toStdString() +
+                      "' are drawn in grey.");
+        result = grey_;
+    } else if (made->countLobes() > BSDF::MAX_LOBES) {
+        notices_.tell("Materials made of more than " + std::to_string(BSDF::MAX_LOBES) +
+                      " lobes are drawn in grey.");
+        result = grey_;
+    } else {
+        made->catches_shadows = material.shadow_catcher;
+    }
+    return known_[&material] = result;
 }
 
-const SurfaceShader* MaterialCompiler::make(const Material& material) {
-    const ParamReader params(material, images_, notices_);
-    const auto surface = [&](auto made) -> auto& {
-        const auto& described = static_cast<const SurfaceMaterial&>(material);
-        readSurface(described, params, *made);
-        has_emitters_ = has_emitters_ || described.base_emission || described.emission;
-        return keep(std::move(made));
-    };
-    if (const auto* diffuse = as<DiffuseMaterial>(material)) {
-        return &surface(makeDiffuse(*diffuse, params));
-    }
-    if (const auto* oren_nayar = as<OrenNayarMaterial>(material)) {
-        return &surface(makeOrenNayar(*oren_nayar, params));
-    }
-    if (const auto* phong = as<PhongMaterial>(material)) {
-        return &surface(makePhong(*phong, params));
-    }
-    if (const auto* transmitter = as<DiffuseTransmitter>(material)) {
-        auto shader = std::make_unique<DiffuseShader>();
-        shader->kind = Lobe::Kind::DIFFUSE_TRANSMIT;
-        shader->albedo = params.factor(transmitter->albedo, 0.0f);
-        shader->inside = compileMedium(transmitter->internal_medium.getPointer());
-        return &surface(std::move(shader));
-    }
-    if (const auto* specular = as<SpecularMaterial>(material)) {
-        GlassShader& shader = surface(makeSpecular(*specular, params));
-        shader.inside = compileMedium(specular->internal_medium.getPointer());
-        return &shader;
-    }
-    if (const auto* glossy = as<GlossyTransparent>(material)) {
-        GlassShader& shader = surface(makeGlossyTransparent(*glossy, params));
-        shader.inside = compileMedium(glossy->internal_medium.getPointer());
-        return &shader;
-    }
-    if (const auto* coating = as<CoatingMaterial>(material)) {
-        CoatingShader& shader = surface(makeCoating(*coating, params));
-        shader.substrate = reference(coating->substrate_material);
-        return &shader;
-    }
-    if (const auto* thin = as<DoubleSidedThinMaterial>(material)) {
-        ThinShader& shader = surface(makeThin(*thin, params));
-        shader.front.shader = reference(thin->front_material);
-        shader.back.shader = reference(thin->back_material);
-        return &shader;
+SurfaceShader* MaterialCompiler::make(const Material& material) {
+    if (const auto* surface = as<SurfaceMaterial>(material)) {
+        return makeSurface(*surface);
     }
     if (const auto* blend = as<BlendMaterial>(material)) {
-        MixShader& shader = keep(std::make_unique<MixShader>());
-        shader.blends = true;
-        shader.steps = blend->step_blend;
-        const SurfaceShader* const a = reference(blend->a_mat);
-        const SurfaceShader* const b = reference(blend->b_mat);
-        shader.parts = {{a, params.number(blend->blend, GREY)}, {b, {}}};
-        return &shader;
+        return makeBlend(*blend);
     }
     if (const auto* sum = as<SumMaterial>(material)) {
-        MixShader& shader = keep(std::make_unique<MixShader>());
-        for (u64 i = 0; i < sum->materials.size() && i < sum->weights.size(); ++i) {
-            shader.parts.push_back({reference(sum->materials[i]), params.number(sum->weights[i], 0.0f)});
-        }
-        return &shader;
+        return makeSum(*sum);
     }
     if (as<NullMaterial>(material) || as<ExitPortalMaterial>(material)) {
-        return &keep(std::make_unique<PassShader>());
+        return keep(std::make_unique<PassShader>());
     }
-    notices_.tell("Materials of the kind '" + material.getTypeName().toStdString() + "' are drawn in grey.");
-    return grey_;
+    return nullptr;
 }
 
-const InternalMedium* MaterialCompiler::compileMedium(const SceneNodeMedium* node) {
-    if (!node || !node->medium) {
+SurfaceShader* MaterialCompiler::makeSurface(const SurfaceMaterial& material) {
+    const InputBuilder inputs(material, images_, notices_);
+    std::unique_ptr<PlainShader> shader = makePlain(material, inputs);
+    if (!shader) {
         return nullptr;
     }
-    const auto known = media_.find(node);
-    if (known != media_.end()) {
-        return known->second.get();
+    readSurface(material, inputs, *shader);
+    has_emitters_ = has_emitters_ || material.base_emission || material.emission;
+    if (inputs.failed()) {
+        auto warning = std::make_unique<DiffuseShader>();
+        warning->albedo = ColourInput(WARNING_COLOUR);
+        shader = std::move(warning);
     }
-    auto medium = std::make_unique<InternalMedium>();
-    medium->precedence = node->medium->precedence;
-    const auto* const basic = dynamic_cast<const BasicMedium*>(node->medium.getPointer());
-    if (!basic) {
-        notices_.tell("Media other than 'basic' are drawn as clear water.");
-        medium->ior = 1.33f;
-    } else {
-        medium->ior = std::clamp(float(basic->ior), 1.0f, 10.0f);
-        const auto* const constant =
-            dynamic_cast<const ConstantVolumeParam*>(basic->absorption_coefficient.getPointer());
-        if (constant && constant->spectrum) {
-            medium->absorption = absorptionOf(*constant->spectrum);
-        } else if (basic->absorption_coefficient && !constant) {
-            notices_.tell("Absorption that varies within a medium is not drawn.");
-        }
-        if (basic->subsurface_scattering) {
-            notices_.tell("Scattering inside media is not drawn.");
-        }
-        if (basic->cauchy_b_coeff != 0) {
-            notices_.tell("Glass is drawn without dispersion.");
-        }
+    return keep(std::move(shader));
+}
+
+std::unique_ptr<PlainShader> MaterialCompiler::makePlain(const SurfaceMaterial& material,
+                                                         const InputBuilder& inputs) {
+    if (const auto* diffuse = as<DiffuseMaterial>(material)) {
+        return makeDiffuse(*diffuse, inputs);
     }
-    return (media_[node] = std::move(medium)).get();
+    if (const auto* oren_nayar = as<OrenNayarMaterial>(material)) {
+        return makeOrenNayar(*oren_nayar, inputs);
+    }
+    if (const auto* phong = as<PhongMaterial>(material)) {
+        return makePhong(*phong, inputs);
+    }
+    if (const auto* transmitter = as<DiffuseTransmitter>(material)) {
+        auto shader = makeTransmitter(*transmitter, inputs);
+        shader->inside = media_.compile(transmitter->internal_medium.getPointer());
+        return shader;
+    }
+    if (const auto* specular = as<SpecularMaterial>(material)) {
+        auto shader = makeSpecular(*specular, inputs);
+        shader->inside = media_.compile(specular->internal_medium.getPointer());
+        return shader;
+    }
+    if (const auto* glossy = as<GlossyTransparent>(material)) {
+        auto shader = makeGlossyTransparent(*glossy, inputs);
+        shader->inside = media_.compile(glossy->internal_medium.getPointer());
+        return shader;
+    }
+    if (const auto* coating = as<CoatingMaterial>(material)) {
+        auto shader = makeCoating(*coating, inputs);
+        shader->substrate = reference(coating->substrate_material);
+        return shader;
+    }
+    if (const auto* thin = as<DoubleSidedThinMaterial>(material)) {
+        auto shader = makeThin(*thin, inputs);
+        shader->front.shader = reference(thin->front_material);
+        shader->back.shader = reference(thin->back_material);
+        return shader;
+    }
+    return nullptr;
+}
+
+std::unique_ptr<PhongShader> MaterialCompiler::makePhong(const PhongMaterial& material,
+                                                         const InputBuilder& inputs) {
+    auto shader = std::make_unique<PhongShader>();
+    shader->exponent = inputs.scalar(material.exponent, "exponent", DEFAULT_EXPONENT);
+    shader->fresnel_scale = inputs.scalar(material.fresnel_scale, "fresnel_scale", 1.0f);
+    shader->ior = indexOf(material.ior);
+    shader->average = fresnelAverage(shader->ior);
+    if (!material.nk_data.empty()) {
+        shader->measured = measuredMetal(material.nk_data, data_folder_, notices_);
+    }
+    shader->metal = shader->measured || material.specular_reflectivity;
+    shader->colour = material.specular_reflectivity
+                         ? inputs.colour(material.specular_reflectivity, "specular_reflectivity", 0.0f)
+                         : inputs.colour(material.diffuse_albedo, "diffuse_albedo", 0.0f);
+    return shader;
+}
+
+SurfaceShader* MaterialCompiler::makeBlend(const BlendMaterial& material) {
+    const InputBuilder inputs(material, images_, notices_);
+    auto shader = std::make_unique<MixShader>();
+    shader->blends = true;
+    shader->steps = material.step_blend;
+    const SurfaceShader* const a = reference(material.a_mat);
+    const SurfaceShader* const b = reference(material.b_mat);
+    shader->parts = {{a, inputs.displacement(material.blend, "blend", GREY)}, {b, ScalarInput()}};
+    return keep(std::move(shader));
+}
+
+SurfaceShader* MaterialCompiler::makeSum(const SumMaterial& material) {
+    const InputBuilder inputs(material, images_, notices_);
+    auto shader = std::make_unique<MixShader>();
+    for (u64 i = 0; i < material.materials.size() && i < material.weights.size(); ++i) {
+        shader->parts.push_back(
+            {reference(material.materials[i]), inputs.scalar(material.weights[i], "weight", 0.0f)});
+    }
+    return keep(std::move(shader));
 }
 
 } // namespace engine

@@ -1,19 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "engine/colour.h"
-#include "foundation/types.h"
+#include "engine/medium.h"
 
 #include <array>
 
 namespace engine {
-
-/// What fills the inside of a surface.
-struct InternalMedium {
-    float ior = 1;
-    RGB absorption{0.0f}; ///< 1/m
-    Quenza::i32 precedence = 0;
-};
 
 /// The media that a path is inside of. Where they overlap the one of the highest precedence counts, the last
 /// entered among equals.
@@ -45,6 +37,12 @@ public:
             }
         }
     }
+    /// Through the surface of a medium; null is one without.
+    void cross(const InternalMedium* medium, bool entering) {
+        if (medium) {
+            entering ? enter(medium) : leave(medium);
+        }
+    }
 
 private:
     std::array<const InternalMedium*, 8> media_{};
@@ -57,7 +55,9 @@ struct Interface {
     bool real = true; ///< Else another medium covers both sides, and light passes.
 };
 
-inline Interface interfaceOf(const MediumStack& media, const InternalMedium* medium, bool entering) {
+/// `wavelength` is in nanometres.
+inline Interface interfaceOf(const MediumStack& media, const InternalMedium* medium, bool entering,
+                             float wavelength = MEAN_WAVELENGTH) {
     if (!medium) {
         return {};
     }
@@ -70,8 +70,8 @@ inline Interface interfaceOf(const MediumStack& media, const InternalMedium* med
     const InternalMedium* const now = media.current();
     const InternalMedium* const then = behind.current();
     // A path that starts inside has not entered; what it leaves is still a boundary.
-    const float from = now ? now->ior : entering ? 1.0f : medium->ior;
-    const float to = then ? then->ior : 1.0f;
+    const float from = now ? now->iorAt(wavelength) : entering ? 1.0f : medium->iorAt(wavelength);
+    const float to = then ? then->iorAt(wavelength) : 1.0f;
     return {to / from, entering ? then == medium : !now || now == medium};
 }
 

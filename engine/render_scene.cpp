@@ -15,8 +15,21 @@ namespace {
 
 using namespace Quenza;
 
-/// Beyond it there is no image format either.
-constexpr i32 MAX_IMAGE_SIDE = 65536;
+struct UnknownSetting {
+    const char* key;
+    const char* text;
+};
+constexpr UnknownSetting UNKNOWN_SETTINGS[] = {
+    {"material_id_tracer", "The mode 'material_id_tracer' is not known; the ordinary image is drawn."},
+    {"depth_pass", "The mode 'depth_pass' is not known; the ordinary image is drawn."},
+    {"shadow_pass", "The mode 'shadow_pass' is not known; the ordinary image is drawn."},
+    {"render_foreground_alpha", "The alpha of the foreground is not drawn."},
+    {"glass_acceleration", "Glass acceleration is not known; light through glass takes its ordinary time."},
+    {"aperture_diffraction", "Diffraction at the aperture is not drawn."},
+    {"write_aperture_preview", "No preview of the aperture is written."},
+    {"watermark", "No watermark is drawn."},
+    {"info_overlay", "No text is laid over the image."},
+};
 
 Matrix3d scaled(Matrix3d matrix, double scale) {
     for (double& e : matrix.e) {
@@ -33,8 +46,8 @@ bool isFinite(const MotionTransform& transform) {
 
 } // namespace
 
-RenderScene::RenderScene(SceneNodeRoot& root, const std::string& folder)
-    : images_(folder, notices_), materials_(images_, notices_) {
+RenderScene::RenderScene(SceneNodeRoot& root, const std::string& folder, const std::string& data_folder)
+    : images_(folder, notices_), materials_(images_, data_folder, notices_), shapes_(geometry_, notices_) {
     readSettings(root);
     const auto* const camera = dynamic_cast<const SceneNodeCamera*>(root.getCameraPointer());
     if (!camera) {
@@ -43,7 +56,6 @@ RenderScene::RenderScene(SceneNodeRoot& root, const std::string& folder)
     addCutPlanes(root);
     addObjects(root);
     geometry_.commit();
-    lights_.commit();
     background_.emplace(root.getBackgroundSettings().getPointer(), materials_, notices_);
     camera_.emplace(*camera, u32(settings_->getInt("width")), u32(settings_->getInt("height")),
                     settings_->getBool("vignetting"), images_, notices_);
@@ -57,14 +69,14 @@ void RenderScene::readSettings(SceneNodeRoot& root) {
                          : new SceneNodeRenderSettings;
     for (const char* const side : {"width", "height"}) {
         const i32 pixels = settings_->getInt(side);
-        if (pixels < 1 || pixels > MAX_IMAGE_SIDE) {
+        if (pixels < 1 || pixels > Quenza::MAX_IMAGE_SIDE) {
             throw QuenzaException("The image can't be " + std::to_string(pixels) + " pixels in " + side +
                                   ".");
         }
     }
-    for (const char* const mode : {"material_id_tracer", "depth_pass", "shadow_pass"}) {
-        if (settings_->getBool(mode)) {
-            notices_.tell("The mode '" + std::string(mode) + "' is not known; the ordinary image is drawn.");
+    for (const UnknownSetting& unknown : UNKNOWN_SETTINGS) {
+        if (settings_->getBool(unknown.key)) {
+            notices_.tell(unknown.text);
         }
     }
     const u64 wanted = std::max<u64>(settings_->getNumLayers(), u64(root.highestLayerIndexInTree()) + 1);
@@ -109,18 +121,6 @@ void RenderScene::addObjects(const SceneNodeRoot& root) {
     }
 }
 
-const Shape* RenderScene::shapeOf(const SceneNodeMesh& node) {
-    const auto key = std::make_pair(static_cast<const Mesh*>(node.mesh.getPointer()), node.normal_smoothing);
-    const Shape*& shape = shapes_[key];
-    if (!shape) {
-        shape = geometry_.addMesh(node.mesh, node.normal_smoothing);
-        if (node.max_num_subdivisions > 0) {
-            notices_.tell("Meshes are drawn without subdivision.");
-        }
-    }
-    return shape;
-}
-
 void RenderScene::addModel(const SceneNodeModel& model) {
     const auto* const mesh = dynamic_cast<const SceneNodeMesh*>(model.geometry.getPointer());
     if (!mesh) {
@@ -133,13 +133,16 @@ void RenderScene::addModel(const SceneNodeModel& model) {
         return;
     }
     auto instance = std::make_unique<Instance>();
-    instance->shape = shapeOf(*mesh);
     const Matrix3d rotation = model.rotation ? model.rotation->getMatrix() : Matrix3d::identity();
     instance->transform = MotionTransform(scaled(rotation, model.scale), model.keyframes);
     instance->invisible_to_camera = model.invisible_to_camera;
     for (const Ref<SceneNodeMaterial>& material : model.materials) {
         instance->materials.push_back(materials_.compile(material.getPointer()));
     }
+    if (instance->materials.empty()) {
+        instance->materials.push_back(materials_.grey());
+    }
+    instance->shape = shapes_.shapeFor(*mesh, *instance);
     addInstance(std::move(instance), model.getUID(), &model);
 }
 
@@ -158,13 +161,12 @@ void RenderScene::addInstance(std::unique_ptr<Instance> instance, SceneNodeUID u
         notices_.tell("Objects whose place or size isn't finite are not drawn.");
         return;
     }
-    if (instance->materials.empty()) {
-        instance->materials.push_back(materials_.grey());
-    }
     for (u64 i = 0; i < cut_nodes_.size(); ++i) {
         const Vector<SceneNodeUID>& list = cut_nodes_[i]->object_list;
-        const bool listed = std::find(list.begin(), list.end(), uid) != list.end();
-        const bool included = cut_nodes_[i]->object_list_type == SceneNodeSectionPlane::INCLUDE;
+        // A list of nothing leaves nothing out, whatever its kind.
+        const bool listed = list.empty() || std::find(list.begin(), list.end(), uid) != list.end();
+        const bool included =
+            list.empty() || cut_nodes_[i]->object_list_type == SceneNodeSectionPlane::INCLUDE;
         instance->cut_planes |= u64(listed == included ? 1 : 0) << i;
     }
     lights_.addInstance(geometry_.addInstance(std::move(instance)), model, images_, notices_);

@@ -4,10 +4,11 @@
 #include "engine/background.h"
 #include "engine/camera.h"
 #include "engine/geometry.h"
+#include "engine/image_cache.h"
 #include "engine/lights.h"
 #include "engine/material_compiler.h"
 #include "engine/notices.h"
-#include "engine/texture_map.h"
+#include "engine/shape_store.h"
 #include "scene/scene_node_mesh.h"
 #include "scene/scene_node_model.h"
 #include "scene/scene_node_render_settings.h"
@@ -15,11 +16,9 @@
 #include "scene/scene_node_section_plane.h"
 #include "scene/scene_node_sphere.h"
 
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace engine {
@@ -27,9 +26,10 @@ namespace engine {
 /// A scene graph made ready for the tracer. It shares the graph's meshes, which must not change meanwhile.
 class RenderScene {
 public:
-    /// The root is finalised. Files with relative paths are looked for in `folder`. Throws QuenzaException
-    /// when the scene can't be rendered: there is no camera, a mesh is broken, the memory doesn't suffice.
-    RenderScene(Quenza::SceneNodeRoot& root, const std::string& folder);
+    /// The root is finalised. Files with relative paths are looked for in `folder`, the renderer's own in
+    /// `data_folder`. Throws QuenzaException when the scene can't be rendered: there is no camera, a mesh is
+    /// broken, the memory doesn't suffice.
+    RenderScene(Quenza::SceneNodeRoot& root, const std::string& folder, const std::string& data_folder);
 
     const Geometry& geometry() const { return geometry_; }
     const Lights& lights() const { return lights_; }
@@ -51,18 +51,17 @@ private:
     void addSphere(const Quenza::SceneNodeSphere& sphere);
     void addInstance(std::unique_ptr<Instance> instance, Quenza::SceneNodeUID uid,
                      const Quenza::SceneNodeModel* model);
-    const Shape* shapeOf(const Quenza::SceneNodeMesh& node);
 
     Notices notices_;
     ImageCache images_;
     MaterialCompiler materials_;
     Geometry geometry_;
+    ShapeStore shapes_;
     Lights lights_;
     std::optional<Background> background_;
     std::optional<Camera> camera_;
     Quenza::Ref<Quenza::SceneNodeRenderSettings> settings_;
     Quenza::u32 num_layers_ = 1;
-    std::map<std::pair<const Quenza::Mesh*, bool>, const Shape*> shapes_;
     std::vector<Quenza::Ref<Quenza::SceneNodeSectionPlane>> cut_nodes_;
 };
 

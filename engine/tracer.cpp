@@ -3,6 +3,7 @@
 
 #include "engine/bsdf.h"
 #include "engine/sampling.h"
+#include "engine/scattering.h"
 #include "engine/surface_shader.h"
 
 #include <algorithm>
@@ -12,40 +13,18 @@ namespace engine {
 
 namespace {
 
-/// Surfaces that a path passes, those without an effect too.
+/// What a path passes: surfaces, those without an effect too, and places in media where it was scattered.
 constexpr int MAX_EVENTS = 20000;
-/// From that many surfaces on paths end at random, the weaker the more likely.
+/// From that many surfaces, or places in media, on paths end at random, the weaker the more likely.
 constexpr int ROULETTE_DEPTH = 4;
+constexpr int ROULETTE_SCATTERINGS = 16;
 constexpr float MAX_SURVIVAL = 0.97f;
-
-RGB absorbed(const InternalMedium* medium, float distance) {
-    if (!medium || !std::isfinite(distance)) {
-        return RGB{1.0f};
-    }
-    const RGB& a = medium->absorption;
-    return {std::exp(-a.r * distance), std::exp(-a.g * distance), std::exp(-a.b * distance)};
-}
 
 } // namespace
 
-struct Tracer::Path {
-    Ray ray;
-    RGB throughput{1.0f};
-    MediumStack media;
-    Vec from;             ///< The last surface that scattered the path.
-    float pdf = INFINITY; ///< Density of the direction that it took there; infinite for the camera's.
-    int depth = 0;
-    bool from_camera = true;
-};
-
 Tracer::Tracer(const Geometry& geometry, const Lights& lights, const Background& background, int max_depth)
-    : geometry_(geometry), lights_(lights), background_(background), max_depth_(max_depth) {
-    for (const auto& instance : geometry.instances()) {
-        for (const SurfaceShader* shader : instance->materials) {
-            surfaces_pass_ = surfaces_pass_ || shader->mayPass();
-        }
-    }
-}
+    : geometry_(geometry), lights_(lights), background_(background),
+      direct_light_(geometry, lights, background), max_depth_(max_depth) {}
 
 void Tracer::trace(Ray ray, float weight, Random& random, std::span<RGB> layers) const {
     Path path;
@@ -54,43 +33,88 @@ void Tracer::trace(Ray ray, float weight, Random& random, std::span<RGB> layers)
     path.from = ray.origin;
     for (int event = 0; event < MAX_EVENTS; ++event) {
         Hit hit;
-        if (!geometry_.intersect(path.ray, hit, path.from_camera)) {
+        const bool found = geometry_.intersect(path.ray, hit, path.from_camera);
+        const Way way = advance(path, found ? hit.distance : INFINITY, random, layers);
+        if (way == Way::ENDED) {
+            return;
+        }
+        if (way == Way::SCATTERED) {
+            continue;
+        }
+        if (!found) {
             addSurround(path, layers);
             return;
         }
-        path.throughput *= absorbed(path.media.current(), hit.distance);
         SurfacePoint point = geometry_.surfaceAt(path.ray, hit);
-        const SurfaceShader& shader = point.shader();
-        shader.bump(point);
-        const Vec out = -path.ray.direction;
-        ShadeContext context;
-        context.front = dot(out, point.normal) > 0.0f;
-        addEmission(path, point, length(point.position - path.from), layers);
-
-        const Interface interface = interfaceOf(path.media, shader.medium(), context.front);
-        context.eta = interface.eta;
-        BSDF bsdf(point, out);
-        if (interface.real) {
-            shader.shade(point, context, RGB{1.0f}, bsdf);
-        } else {
-            Lobe pass;
-            pass.kind = Lobe::Kind::PASS;
-            bsdf.add(pass);
-        }
-        if (bsdf.empty() || path.depth >= max_depth_) {
-            return;
-        }
-        if (bsdf.hasSmooth()) {
-            addDirect(path, point, bsdf, random, layers);
-        }
-        if (!scatter(path, point, bsdf, context.front, random) || !survives(path, random)) {
+        if (!meet(path, point, random, layers)) {
             return;
         }
     }
 }
 
-bool Tracer::scatter(Path& path, const SurfacePoint& point, const BSDF& bsdf, bool front,
-                     Random& random) const {
+/// Through the medium, as far as it lets the path, `distance` at most.
+Tracer::Way Tracer::advance(Path& path, float distance, Random& random, std::span<RGB> layers) const {
+    const InternalMedium* const medium = path.media.current();
+    if (!medium || !medium->scatters()) {
+        path.throughput *= transmittance(medium, distance);
+        return Way::ARRIVED;
+    }
+    const Flight flight = sampleFlight(*medium, distance, path.throughput, random);
+    path.throughput *= flight.weight;
+    if (!flight.scattered) {
+        return Way::ARRIVED;
+    }
+    Vertex vertex;
+    vertex.position = path.ray.origin + path.ray.direction * flight.distance;
+    vertex.direction = path.ray.direction;
+    vertex.mean_cosine = medium->mean_cosine;
+    direct_light_.add(path, vertex, random, layers);
+    path.ray.direction = sampleHenyeyGreenstein(vertex.direction, medium->mean_cosine, random);
+    path.ray.origin = path.from = vertex.position;
+    path.ray.near = 0;
+    path.pdf = henyeyGreenstein(dot(path.ray.direction, vertex.direction), medium->mean_cosine);
+    path.from_camera = false;
+    ++path.scatterings;
+    return survives(path, random) ? Way::SCATTERED : Way::ENDED;
+}
+
+/// A surface: it emits, is lit and sends the path on. False when the path ends.
+bool Tracer::meet(Path& path, SurfacePoint& point, Random& random, std::span<RGB> layers) const {
+    const SurfaceShader& shader = point.shader();
+    shader.bump(point);
+    const Vec out = -path.ray.direction;
+    ShadeContext context;
+    context.front = dot(out, point.normal) > 0.0f;
+    addEmission(path, point, length(point.position - path.from), layers);
+
+    path.splitAt(shader.medium(), random);
+    const Interface interface = interfaceOf(path.media, shader.medium(), context.front, path.wavelength);
+    context.eta = interface.eta;
+    BSDF bsdf(point, out);
+    if (interface.real && !shader.catches_shadows) {
+        shader.shade(point, context, RGB{1.0f}, bsdf);
+    } else {
+        if (shader.catches_shadows) {
+            path.throughput *= direct_light_.shadowOn(path, point, random);
+        }
+        Lobe pass;
+        pass.kind = Lobe::Kind::PASS;
+        bsdf.add(pass);
+    }
+    if (bsdf.empty() || path.depth >= max_depth_) {
+        return false;
+    }
+    if (bsdf.hasSmooth()) {
+        Vertex vertex;
+        vertex.position = point.position;
+        vertex.surface = &point;
+        vertex.bsdf = &bsdf;
+        direct_light_.add(path, vertex, random, layers);
+    }
+    return scatter(path, point, bsdf, context.front, random) && survives(path, random);
+}
+
+bool Tracer::scatter(Path& path, const SurfacePoint& point, const BSDF& bsdf, bool front, Random& random) {
     BSDF::Sample sample;
     if (!bsdf.sample(random, sample)) {
         return false;
@@ -100,9 +124,7 @@ bool Tracer::scatter(Path& path, const SurfacePoint& point, const BSDF& bsdf, bo
     path.ray.direction = sample.in;
     path.ray.near = 0;
     if (sample.transmitted) {
-        if (const InternalMedium* const medium = point.shader().medium()) {
-            front ? path.media.enter(medium) : path.media.leave(medium);
-        }
+        path.media.cross(point.shader().medium(), front);
     }
     if (!sample.passed) {
         path.from = point.position;
@@ -113,15 +135,16 @@ bool Tracer::scatter(Path& path, const SurfacePoint& point, const BSDF& bsdf, bo
     return true;
 }
 
-bool Tracer::survives(Path& path, Random& random) const {
+bool Tracer::survives(Path& path, Random& random) {
     const float strength = maxComponent(path.throughput);
     if (!(strength > 0.0f) || !std::isfinite(strength)) {
         return false;
     }
-    if (path.depth < ROULETTE_DEPTH) {
+    if (path.depth < ROULETTE_DEPTH && path.scatterings < ROULETTE_SCATTERINGS) {
         return true;
     }
-    const float chance = std::min(MAX_SURVIVAL, strength);
+    // Light that a medium doesn't absorb comes out of it after very many turns.
+    const float chance = std::min(path.media.current() ? 1.0f : MAX_SURVIVAL, strength);
     if (random.next() >= chance) {
         return false;
     }
@@ -153,70 +176,6 @@ void Tracer::addEmission(const Path& path, const SurfacePoint& point, float dist
             misWeight(path.pdf, lights_.pdf(path.from, path.ray.direction, point, distance, path.ray.time));
     }
     profile->emitted(point, -path.ray.direction).addTo(layers, path.throughput * weight);
-}
-
-void Tracer::addDirect(const Path& path, const SurfacePoint& point, const BSDF& bsdf, Random& random,
-                       std::span<RGB> layers) const {
-    LightSample sample;
-    if (!lights_.empty() && lights_.sample(point.position, path.ray.time, random, sample)) {
-        addLight(path, point, bsdf, sample, layers);
-    }
-    if (background_.hasSurround()) {
-        background_.sampleSurround(random, sample);
-        addLight(path, point, bsdf, sample, layers);
-    }
-    if (background_.hasSun()) {
-        background_.sampleSun(random, sample);
-        addLight(path, point, bsdf, sample, layers);
-    }
-}
-
-void Tracer::addLight(const Path& path, const SurfacePoint& point, const BSDF& bsdf,
-                      const LightSample& sample, std::span<RGB> layers) const {
-    float pdf = 0;
-    const RGB scattered = bsdf.evaluate(sample.direction, pdf);
-    if (isBlack(scattered) || !(sample.pdf > 0.0f)) {
-        return;
-    }
-    Ray shadow;
-    shadow.origin = point.leave(sample.direction);
-    shadow.direction = sample.direction;
-    if (!sample.infinite) {
-        // Both ends keep off their surfaces, which turns the way between them by a trifle.
-        const Vec way = sample.target - shadow.origin;
-        shadow.far = length(way);
-        shadow.direction = normalise(way);
-    }
-    shadow.time = path.ray.time;
-    const RGB seen = transmittance(shadow, path.media.current());
-    if (!isBlack(seen)) {
-        sample.radiance.addTo(layers,
-                              path.throughput * scattered * seen * (misWeight(sample.pdf, pdf) / sample.pdf));
-    }
-}
-
-RGB Tracer::transmittance(Ray ray, const InternalMedium* medium) const {
-    if (!surfaces_pass_) {
-        return geometry_.occluded(ray) ? RGB{0.0f} : absorbed(medium, ray.far);
-    }
-    RGB seen = absorbed(medium, ray.far);
-    for (int event = 0; event < MAX_EVENTS; ++event) {
-        Hit hit;
-        if (!geometry_.intersect(ray, hit)) {
-            return seen;
-        }
-        const SurfacePoint point = geometry_.surfaceAt(ray, hit);
-        seen *= point.shader().mayPass() ? point.shader().passing(point) : RGB{0.0f};
-        if (isBlack(seen)) {
-            return seen;
-        }
-        ray.far -= length(point.leave(ray.direction) - ray.origin);
-        ray.origin = point.leave(ray.direction);
-        if (!(ray.far > 0.0f)) {
-            return seen;
-        }
-    }
-    return RGB{0.0f};
 }
 
 } // namespace engine

@@ -2,18 +2,19 @@
 #pragma once
 
 #include "engine/background.h"
+#include "engine/direct_light.h"
 #include "engine/geometry.h"
 #include "engine/lights.h"
-#include "engine/medium_stack.h"
+#include "engine/path.h"
 #include "engine/random.h"
 
 #include <span>
 
 namespace engine {
 
-/// Follows paths of light from the camera: at each surface lamps, background and sun are sampled directly,
-/// and the path goes on by the surface's own scattering; the two ways of finding a light share it by the
-/// power heuristic.
+/// Follows paths of light from the camera: where they are scattered, lamps, background and sun are sampled
+/// directly, and the path goes on by the surface's or the medium's own scattering; the two ways of finding a
+/// light share it by the power heuristic.
 class Tracer {
 public:
     /// All three outlive the tracer. Paths end after `max_depth` surfaces.
@@ -23,24 +24,20 @@ public:
     void trace(Ray ray, float weight, Random& random, std::span<RGB> layers) const;
 
 private:
-    struct Path;
-
     void addSurround(const Path& path, std::span<RGB> layers) const;
     void addEmission(const Path& path, const SurfacePoint& point, float distance,
                      std::span<RGB> layers) const;
-    void addDirect(const Path& path, const SurfacePoint& point, const BSDF& bsdf, Random& random,
-                   std::span<RGB> layers) const;
-    void addLight(const Path& path, const SurfacePoint& point, const BSDF& bsdf, const LightSample& sample,
-                  std::span<RGB> layers) const;
-    RGB transmittance(Ray ray, const InternalMedium* medium) const;
-    bool scatter(Path& path, const SurfacePoint& point, const BSDF& bsdf, bool front, Random& random) const;
-    bool survives(Path& path, Random& random) const;
+    enum class Way { ARRIVED, SCATTERED, ENDED };
+    Way advance(Path& path, float distance, Random& random, std::span<RGB> layers) const;
+    bool meet(Path& path, SurfacePoint& point, Random& random, std::span<RGB> layers) const;
+    static bool scatter(Path& path, const SurfacePoint& point, const BSDF& bsdf, bool front, Random& random);
+    static bool survives(Path& path, Random& random);
 
     const Geometry& geometry_;
     const Lights& lights_;
     const Background& background_;
+    DirectLight direct_light_;
     int max_depth_;
-    bool surfaces_pass_ = false; ///< Some let light straight through.
 };
 
 } // namespace engine
