@@ -9,13 +9,15 @@ find_package(assimp)
 find_package(embree 3 CONFIG)
 find_package(OpenEXR CONFIG)
 find_package(PNG)
+find_package(TIFF)
 find_path(STB_INCLUDE_DIR stb/stb_image.h)
 find_path(TINYXML_INCLUDE_DIR tinyxml.h)
 find_library(TINYXML_LIBRARY tinyxml)
 find_path(MINIZIP_INCLUDE_DIR minizip/zip.h)
 find_library(MINIZIP_LIBRARY minizip)
 if(NOT (ZLIB_FOUND AND double-conversion_FOUND AND nlohmann_json_FOUND AND assimp_FOUND AND TINYXML_INCLUDE_DIR
-        AND TINYXML_LIBRARY AND embree_FOUND AND OpenEXR_FOUND AND PNG_FOUND AND STB_INCLUDE_DIR
+        AND TINYXML_LIBRARY AND embree_FOUND AND OpenEXR_FOUND AND PNG_FOUND AND TIFF_FOUND
+        AND STB_INCLUDE_DIR
         AND MINIZIP_INCLUDE_DIR AND MINIZIP_LIBRARY))
   message(FATAL_ERROR "A library is missing (see the lines above). ${QUENZA_SETUP_HINT}")
 endif()

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "engine/image_cache.h"
 #include "engine/notices.h"
 #include "engine/random.h"
 #include "engine/sampling.h"
-#include "engine/texture_map.h"
+
 #include "scene/aperture_shape.h"
 
 namespace engine {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "engine/image_file.h"
 
+#include "engine/tiff_file.h"
 #include "foundation/exceptions.h"
 #include "foundation/mapped_file.h"
 #include "foundation/string_utils.h"
@@ -54,63 +55,64 @@ namespace {
 /// thousandfold.
 constexpr Quenza::u64 MAX_PIXELS_PER_BYTE = 8300;
 
-bool isPlausible(Quenza::u64 width, Quenza::u64 height, std::string_view bytes, std::string& fault) {
-    if (width == 0 || height == 0 || width > INT_MAX || height > INT_MAX) {
-        fault = "it has no pixels";
-        return false;
-    }
-    if (width * height > MAX_IMAGE_PIXELS) {
-        fault = "it has more than " + Quenza::toString(MAX_IMAGE_PIXELS) + " pixels";
-        return false;
-    }
-    if (width * height > bytes.size() * MAX_PIXELS_PER_BYTE) {
-        fault = "it claims more pixels than its bytes can hold";
-        return false;
-    }
-    return true;
-}
-
 struct Freed {
     void operator()(void* pixels) const { stbi_image_free(pixels); }
 };
 
+struct Decoded {
+    int width = 0, height = 0;
+    int channels = 3;
+};
+
 template <class Value>
-std::shared_ptr<FloatImage> converted(Value* pixels, int width, int height, float maximum,
-                                      std::string& fault) {
+std::shared_ptr<TexelImage> taken(Value* pixels, const Decoded& decoded, float maximum, std::string& fault) {
     const std::unique_ptr<Value, Freed> owner(pixels);
     if (!pixels) {
         fault = stbi_failure_reason();
         return nullptr;
     }
-    auto image = std::make_shared<FloatImage>(Quenza::u32(width), Quenza::u32(height));
-    std::transform(pixels, pixels + image->rgb.size(), image->rgb.begin(),
-                   [&](Value v) { return float(v) / maximum; });
+    auto image = std::make_shared<TexelImage>();
+    image->width = Quenza::u32(decoded.width);
+    image->height = Quenza::u32(decoded.height);
+    image->channels = Quenza::u32(decoded.channels);
+    const size_t count = size_t(image->width) * image->height * image->channels;
+    if constexpr (sizeof(Value) == 1) {
+        image->bytes.assign(pixels, pixels + count);
+    } else {
+        image->floats.resize(count);
+        std::transform(pixels, pixels + count, image->floats.begin(),
+                       [&](Value v) { return float(v) / maximum; });
+    }
     return image;
 }
 
-std::shared_ptr<FloatImage> decodeSimple(std::string_view bytes, std::string& fault) {
+std::shared_ptr<TexelImage> decodeSimple(std::string_view bytes, std::string& fault) {
     const auto* const data = reinterpret_cast<const stbi_uc*>(bytes.data());
     const int size = int(bytes.size());
-    int width = 0, height = 0, channels = 0;
+    Decoded d;
     constexpr size_t HEADER_LIMIT = 1 << 20;
     allocation_limit = HEADER_LIMIT;
-    if (!stbi_info_from_memory(data, size, &width, &height, &channels)) {
+    if (!stbi_info_from_memory(data, size, &d.width, &d.height, &d.channels)) {
         fault = stbi_failure_reason();
         return nullptr;
     }
-    if (width < 0 || height < 0 || !isPlausible(Quenza::u64(width), Quenza::u64(height), bytes, fault))
+    if (d.width < 0 || d.height < 0 ||
+        !isPlausibleSize(Quenza::u64(d.width), Quenza::u64(d.height), bytes.size(), fault))
         return nullptr;
     // Up to four floats a pixel; a JPEG's blocks reach beyond the border.
     constexpr size_t BLOCK = 64;
-    allocation_limit = HEADER_LIMIT + (size_t(width) + BLOCK) * (size_t(height) + BLOCK) * 4 * sizeof(float);
+    allocation_limit =
+        HEADER_LIMIT + (size_t(d.width) + BLOCK) * (size_t(d.height) + BLOCK) * 4 * sizeof(float);
+    d.channels = d.channels <= 2 ? 1 : 3;
+    int stored = 0;
     if (stbi_is_hdr_from_memory(data, size))
-        return converted(stbi_loadf_from_memory(data, size, &width, &height, &channels, 3), width, height,
-                         1.0f, fault);
-    if (stbi_is_16_bit_from_memory(data, size))
-        return converted(stbi_load_16_from_memory(data, size, &width, &height, &channels, 3), width, height,
-                         65535.0f, fault);
-    return converted(stbi_load_from_memory(data, size, &width, &height, &channels, 3), width, height, 255.0f,
+        return taken(stbi_loadf_from_memory(data, size, &d.width, &d.height, &stored, d.channels), d, 1.0f,
                      fault);
+    if (stbi_is_16_bit_from_memory(data, size))
+        return taken(stbi_load_16_from_memory(data, size, &d.width, &d.height, &stored, d.channels), d,
+                     65535.0f, fault);
+    return taken(stbi_load_from_memory(data, size, &d.width, &d.height, &stored, d.channels), d, 255.0f,
+                 fault);
 }
 
 class MemoryIStream : public Imf::IStream {
@@ -132,7 +134,7 @@ private:
     uint64_t position_ = 0;
 };
 
-std::shared_ptr<FloatImage> decodeEXR(std::string_view bytes, std::string& fault) {
+std::shared_ptr<TexelImage> decodeEXR(std::string_view bytes, std::string& fault) {
     static std::once_flag limits_set;
     std::call_once(limits_set, [] {
         Imf::Header::setMaxImageSize(1 << 20, 1 << 20);
@@ -143,25 +145,26 @@ std::shared_ptr<FloatImage> decodeEXR(std::string_view bytes, std::string& fault
     const Imath::Box2i window = file.header().dataWindow();
     const int64_t width = int64_t(window.max.x) - window.min.x + 1;
     const int64_t height = int64_t(window.max.y) - window.min.y + 1;
-    if (!isPlausible(Quenza::u64(std::max<int64_t>(width, 0)), Quenza::u64(std::max<int64_t>(height, 0)),
-                     bytes, fault))
+    if (!isPlausibleSize(Quenza::u64(std::max<int64_t>(width, 0)), Quenza::u64(std::max<int64_t>(height, 0)),
+                         bytes.size(), fault))
         return nullptr;
     const bool grey = !file.header().channels().findChannel("R") && file.header().channels().findChannel("Y");
-    auto image = std::make_shared<FloatImage>(Quenza::u32(width), Quenza::u32(height));
-    constexpr size_t PIXEL = 3 * sizeof(float);
+    auto image = std::make_shared<TexelImage>();
+    image->width = Quenza::u32(width);
+    image->height = Quenza::u32(height);
+    image->channels = grey ? 1 : 3;
+    image->floats.resize(size_t(width) * size_t(height) * image->channels);
+    const size_t pixel = image->channels * sizeof(float);
     Imf::FrameBuffer frame;
     size_t component = 0;
     for (const char* channel : {"R", "G", "B"}) {
-        const Imf::Slice slice =
-            Imf::Slice::Make(Imf::FLOAT, image->rgb.data() + component, window, PIXEL, PIXEL * size_t(width));
-        if (!grey || component == 0)
-            frame.insert(grey ? "Y" : channel, slice);
+        if (component < image->channels)
+            frame.insert(grey ? "Y" : channel, Imf::Slice::Make(Imf::FLOAT, image->floats.data() + component,
+                                                                window, pixel, pixel * size_t(width)));
         ++component;
     }
     file.setFrameBuffer(frame);
     file.readPixels(window.min.y, window.max.y);
-    for (size_t i = 0; grey && i < image->rgb.size(); i += 3)
-        image->rgb[i + 1] = image->rgb[i + 2] = image->rgb[i];
     return image;
 }
 
@@ -171,15 +174,31 @@ bool isEXR(std::string_view bytes) {
 }
 
 /// What no radiance or reflectance can be is black.
-void clean(FloatImage& image) {
-    for (float& value : image.rgb)
+void clean(TexelImage& image) {
+    for (float& value : image.floats)
         if (!(value >= 0.0f && value < 1e30f))
             value = 0.0f;
 }
 
 } // namespace
 
-std::shared_ptr<const FloatImage> loadImage(const std::string& path, std::string& fault) {
+bool isPlausibleSize(Quenza::u64 width, Quenza::u64 height, Quenza::u64 file_size, std::string& fault) {
+    if (width == 0 || height == 0 || width > INT_MAX || height > INT_MAX) {
+        fault = "it has no pixels";
+        return false;
+    }
+    if (width * height > MAX_IMAGE_PIXELS) {
+        fault = "it has more than " + Quenza::toString(MAX_IMAGE_PIXELS) + " pixels";
+        return false;
+    }
+    if (width * height > file_size * MAX_PIXELS_PER_BYTE) {
+        fault = "it claims more pixels than its bytes can hold";
+        return false;
+    }
+    return true;
+}
+
+std::shared_ptr<const TexelImage> loadTexels(const std::string& path, std::string& fault) {
     try {
         const Quenza::MappedFile file(path);
         const std::string_view bytes = file.bytes();
@@ -187,8 +206,9 @@ std::shared_ptr<const FloatImage> loadImage(const std::string& path, std::string
             fault = "the file is too long";
             return nullptr;
         }
-        const std::shared_ptr<FloatImage> image =
-            isEXR(bytes) ? decodeEXR(bytes, fault) : decodeSimple(bytes, fault);
+        const std::shared_ptr<TexelImage> image = isEXR(bytes)    ? decodeEXR(bytes, fault)
+                                                  : isTIFF(bytes) ? decodeTIFF(bytes, fault)
+                                                                  : decodeSimple(bytes, fault);
         if (image)
             clean(*image);
         return image;
@@ -196,6 +216,18 @@ std::shared_ptr<const FloatImage> loadImage(const std::string& path, std::string
         fault = e.what();
         return nullptr;
     }
+}
+
+std::shared_ptr<const FloatImage> loadImage(const std::string& path, std::string& fault) {
+    const std::shared_ptr<const TexelImage> texels = loadTexels(path, fault);
+    if (!texels)
+        return nullptr;
+    auto image = std::make_shared<FloatImage>(texels->width, texels->height);
+    for (size_t i = 0; i < image->rgb.size(); ++i) {
+        const size_t from = texels->channels == 1 ? i / 3 : i;
+        image->rgb[i] = texels->bytes.empty() ? texels->floats[from] : float(texels->bytes[from]) / 255.0f;
+    }
+    return image;
 }
 
 } // namespace engine

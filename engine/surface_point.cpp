@@ -59,7 +59,13 @@ void setUVDerivatives(SurfacePoint& point, const Quenza::Mesh& mesh, const Vec& 
 } // namespace
 
 Quenza::Vec2f SurfacePoint::uv(u32 set) const {
-    if (!instance || !instance->shape->mesh) {
+    if (!instance) {
+        // A direction of the background, as a panorama that is seen from within has it: straight ahead (+y)
+        // is its middle, the right side lies towards +x.
+        const Vec d = normalise(position);
+        return {0.5f + std::atan2(d.x, d.y) / (2 * PI), 0.5f + std::asin(std::clamp(d.z, -1.0f, 1.0f)) / PI};
+    }
+    if (!instance->shape->mesh) {
         const Vec& n = sphere_normal;
         return {0.5f + std::atan2(n.y, n.x) / (2 * PI), 0.5f + std::asin(std::clamp(n.z, -1.0f, 1.0f)) / PI};
     }

@@ -4,76 +4,56 @@
 #include "engine/colour.h"
 #include "engine/geometry.h"
 #include "engine/image_file.h"
-#include "engine/notices.h"
+#include "engine/vec.h"
+#include "foundation/types.h"
+#include "foundation/vec.h"
 #include "scene/texture.h"
 
-#include <map>
+#include <array>
 #include <memory>
-#include <string>
 
 namespace engine {
 
-/// An image as a parameter reads it.
+/// An image as a parameter reads it: the value of a texel t, raised to the texture's exponent, is
+/// a * t * t + b * t + c. The image repeats in both directions.
 class TextureMap {
 public:
-    /// A null image stands for one that couldn't be read: it has the colour of a warning.
-    TextureMap(const Quenza::Texture& texture, std::shared_ptr<const FloatImage> image);
+    /// A null image stands for one that couldn't be read: it is grey all over.
+    TextureMap(const Quenza::Texture& texture, std::shared_ptr<const TexelImage> image);
 
+    bool isReadable() const { return image_ != nullptr; }
     RGB at(const SurfacePoint& point) const;
+    /// At the image's own coordinates: u runs to the right, v upwards from the bottom row.
+    RGB lookUp(float u, float v) const;
     /// Mean over the image.
     RGB average() const { return average_; }
-    /// Change of the luminance with the image's coordinates, over a texel.
+
+    /// Change of the luminance along u and v of the surface's first UV set, over a texel.
     struct Slope {
         float along_u, along_v;
     };
     Slope slopeAt(const SurfacePoint& point) const;
 
 private:
-    struct Place {
-        float u, v;
-    };
-    Place placeOf(const SurfacePoint& point) const;
-    RGB lookUp(Place place) const;
+    enum class Mapping { UV, SPHERICAL, PANORAMA };
+
+    void setMapping(const Quenza::TexCoordGenerator* generator);
+    Quenza::Vec2f placeOf(const SurfacePoint& point) const;
+    Slope slopeAlongPlace(const Quenza::Vec2f& place) const;
     RGB texel(Quenza::i64 x, Quenza::i64 y) const;
     float convert(float texel) const;
+    RGB smoothed(Quenza::i64 x, Quenza::i64 y, float fx, float fy) const;
 
-    Quenza::Texture texture_;
-    std::shared_ptr<const FloatImage> image_;
+    std::shared_ptr<const TexelImage> image_;
+    double a_, b_, c_, exponent_;
+    Quenza::u32 uv_set_;
+    bool smooth_;
+    Mapping mapping_ = Mapping::UV;
+    std::array<float, 4> uv_matrix_{1, 0, 0, 1}; ///< Row by row.
+    Quenza::Vec2f uv_offset_{0, 0};
+    std::array<Vec, 3> rotation_{Vec{1, 0, 0}, Vec{0, 1, 0}, Vec{0, 0, 1}}; ///< Row by row.
+    std::array<float, 256> values_{};                                       ///< Of each byte.
     RGB average_;
-};
-
-/// Images by their path, so that each is read once.
-class ImageCache {
-public:
-    /// Relative paths start at `folder`.
-    ImageCache(std::string folder, Notices& notices) : folder_(std::move(folder)), notices_(notices) {}
-
-    /// Null when it can't be read, of which the user is told.
-    std::shared_ptr<const FloatImage> load(const Quenza::String& path);
-    std::string resolve(const Quenza::String& path) const;
-
-private:
-    std::string folder_;
-    Notices& notices_;
-    std::map<std::string, std::shared_ptr<const FloatImage>> images_;
-};
-
-/// A colour that may vary over a surface.
-struct ColourParam {
-    RGB factor{1.0f};
-    std::shared_ptr<const TextureMap> texture; ///< Null for the factor alone.
-
-    RGB at(const SurfacePoint& point) const { return texture ? factor * texture->at(point) : factor; }
-    RGB average() const { return texture ? factor * texture->average() : factor; }
-};
-
-/// A number that may vary over a surface: the luminance of its texture.
-struct NumberParam {
-    float constant = 0;
-    std::shared_ptr<const TextureMap> texture;
-
-    float at(const SurfacePoint& point) const { return texture ? luminance(texture->at(point)) : constant; }
-    float average() const { return texture ? luminance(texture->average()) : constant; }
 };
 
 } // namespace engine

@@ -3,12 +3,17 @@
 
 #include "engine/colour.h"
 #include "engine/geometry.h"
+#include "engine/image_cache.h"
 #include "engine/notices.h"
+#include "engine/qsl_program.h"
 #include "engine/texture_map.h"
 #include "engine/vec.h"
 #include "foundation/ref_counted.h"
+#include "foundation/types.h"
 #include "scene/material.h"
 #include "scene/param.h"
+#include "scene/shader_info.h"
+#include "scene/texture.h"
 
 #include <memory>
 #include <string>
@@ -26,15 +31,13 @@ class Input {
 public:
     Input() = default;
     explicit Input(std::shared_ptr<const TextureMap> texture) : texture_(std::move(texture)) {}
+    explicit Input(std::shared_ptr<const QSLProgram> program) : program_(std::move(program)) {}
 
-    bool isConstant() const { return !texture_; }
+    bool isConstant() const { return !texture_ && !program_; }
 
 protected:
-    /// The value where it is no constant.
-    RGB valueAt(const SurfacePoint& point) const { return texture_->at(point); }
-    RGB averageValue() const { return texture_->average(); }
-
     std::shared_ptr<const TextureMap> texture_;
+    std::shared_ptr<const QSLProgram> program_;
 };
 
 /// A colour of the surface: a reflectance or other factor, or a radiance. Not negative.
@@ -46,9 +49,9 @@ public:
     ColourInput(const RGB& factor, Input source, bool set = true)
         : Input(std::move(source)), factor_(factor), set_(set) {}
 
-    RGB at(const SurfacePoint& point) const { return isConstant() ? factor_ : factor_ * valueAt(point); }
-    /// Mean over the image, or over a sample of points where a program is asked.
-    RGB average() const { return isConstant() ? factor_ : factor_ * averageValue(); }
+    RGB at(const SurfacePoint& point) const;
+    /// Mean over the image, or over some points where a program is asked.
+    RGB average() const;
     /// False for a parameter that isn't there.
     bool isSet() const { return set_; }
 
@@ -90,14 +93,15 @@ public:
     bool isSet() const { return !isConstant(); }
 };
 
-/// Makes the parameters of one material ready for rendering. What can't be read or doesn't compile is told by
-/// material and channel, and drawn as told at each call. `channel` is the parameter's name in the scene file.
+/// Makes the parameters of one material ready for rendering. An image that can't be read, a texture that
+/// isn't there and a program that doesn't compile are told once, by material and channel. `channel` is the
+/// parameter's name in the scene file.
 class InputBuilder {
 public:
     InputBuilder(const Quenza::Material& material, ImageCache& images, Notices& notices);
 
-    /// A reflectance or other factor. `absent` stands for a null parameter, which then counts as not set; an
-    /// image that can't be read is grey, a program that doesn't compile has the colour of a warning.
+    /// A reflectance or other factor. `absent` stands for a null parameter, which then counts as not set. An
+    /// image that can't be read is grey; a program that doesn't compile has the colour of a warning.
     ColourInput colour(const Quenza::Ref<Quenza::WavelengthDependentParam>& param, const char* channel,
                        float absent) const;
     /// A radiance; likewise, black when absent.
@@ -118,9 +122,19 @@ public:
 
 private:
     Input textureAt(Quenza::i32 index, const char* channel) const;
-    void tellShader() const;
+    Input program(const Quenza::Ref<Quenza::ShaderInfo>& info, const QSLEntry& entry,
+                  const char* channel) const;
+    std::shared_ptr<const TextureMap> makeMap(const Quenza::Texture& texture) const;
+    void addTexts(const Quenza::ShaderInfo& info, std::vector<QSLText>& texts) const;
+    void tellUnreadable(const Quenza::Texture& texture, const char* channel) const;
+    void tellFaulty(const char* channel, const std::string& reason) const;
+    ColourInput colourOf(const Quenza::Ref<Quenza::WavelengthDependentParam>& param, const char* channel,
+                         const RGB& absent, const RGB& white,
+                         RGB (*ofSpectrum)(const Quenza::Spectrum&)) const;
+    std::string owner(const char* channel) const;
 
     const Quenza::Material& material_;
+    ImageCache& images_;
     Notices& notices_;
     std::vector<std::shared_ptr<const TextureMap>> textures_;
     mutable bool failed_ = false;

@@ -141,24 +141,11 @@ TEST_F(Appearance, DistributionsGiveTheirCandelas) {
 TEST_F(Appearance, TellsOnceWhatIsDrawnInGrey) {
     SceneBuilder scene(4, 4);
     scene.setUniformBackground(1);
-    Texture gone = texture(folder_ / "gone.png");
-    Ref<DiffuseMaterial> textured = new DiffuseMaterial;
-    textured->textures.push_back(gone);
-    textured->albedo = new TextureWavelengthDependentParam(0);
-    Ref<DiffuseMaterial> shaded = new DiffuseMaterial;
-    shaded->albedo = new ShaderWavelengthDependentParam(new ShaderInfo);
-    const std::vector<Ref<Material>> materials = {
-        new PluginMaterial, new PluginMaterial, textured, textured, shaded, shaded};
-    for (const Ref<Material>& material : materials) {
-        scene.addSphere({0, 4, 0}, 0.5, scene.add(material));
+    for (int i = 0; i < 2; ++i) {
+        scene.addSphere({0, 4, 0}, 0.5, scene.add(new PluginMaterial));
     }
     scene.render(1);
-    ASSERT_EQ(scene.notices.size(), 3u);
-    EXPECT_EQ(scene.notices[0], "Materials of the kind 'plugin' are drawn in grey.");
-    EXPECT_EQ(
-        scene.notices[1].rfind("The image '" + (folder_ / "gone.png").toStdString() + "' can't be read (", 0),
-        0u);
-    EXPECT_EQ(scene.notices[2], "Shaders (QSL) are not evaluated; what they control is drawn in grey.");
+    EXPECT_EQ(scene.notices, std::vector<std::string>{"Materials of the kind 'plugin' are drawn in grey."});
 }
 
 TEST_F(Appearance, ScenesWithoutAnyLampAreSeen) {
