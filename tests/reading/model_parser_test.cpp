@@ -165,21 +165,14 @@ TEST_F(ModelParser, RefusesBadModels) {
          "'rotation_quaternion'  (In element 'rotation', around line 5, column 40)"},
         {"<model2>" + geometry + "<rotation><matrix>1 2</matrix></rotation></model2>",
          "syntax error while parsing Matrix.  (In element 'matrix', around line 5, column 50)"},
-        {"<model2>" + geometry + ROTATION + "<keyframe><time>0</time></keyframe></model2>",
-         "could not find element 'pos'  (In element 'keyframe', around line 5, column 96)"},
         {"<model2>" + geometry + ROTATION +
              "<materials><material_name>x</material_name></materials></model2>",
          "Material 'x' is not defined.   (In element 'material_name', around line 5, column 107)"},
-        {"<model2>" + geometry + ROTATION + "<materials><uid>1</uid></materials></model2>",
-         "Found unexpected element 'uid'  (In element 'uid', around line 5, column 107)"},
         {"<model2>" + geometry + ROTATION +
              "<emission_scale><measure>lux</measure><value>1</value></emission_scale></model2>",
          "No such measure 'lux'  (In element 'emission_scale', around line 5, column 96)"},
         {"<model><mesh_name>ball</mesh_name><pos>0 0 0</pos></model>",
          "Model tried to use undefined mesh 'ball'.   (In element 'model', around line 5, column 1)"},
-        {older + "</model>", "could not find element 'pos'  (In element 'model', around line 5, column 1)"},
-        {older + "<uid>1</uid></model>",
-         "Found unexpected element 'uid'  (In element 'uid', around line 5, column 34)"},
         {older +
              "<pos>0 0 0</pos><final_rotation><matrix>2 0 0 0 2 0 0 0 2</matrix></final_rotation></model>",
          "The final rotation must be a turn of the rotation.   (In element 'final_rotation', around line 5, "

@@ -6,6 +6,7 @@
 #include "support/thrown_message.h"
 
 #include <string>
+#include <vector>
 
 class TiXmlElement;
 
@@ -26,6 +27,16 @@ struct BadElement {
     const char* text;
     const char* message;
 };
+
+/// The text with an element that nobody knows as the last child of each of its elements in turn.
+inline std::vector<std::string> withStrangers(const std::string& text) {
+    std::vector<std::string> strange;
+    for (std::size_t at = text.find("</"); at != std::string::npos; at = text.find("</", at + 1))
+        strange.push_back(std::string(text).insert(at, "<zzz/>"));
+    return strange;
+}
+/// What begins the message about it.
+inline constexpr const char* STRANGER = "Found unexpected element 'zzz'  (In element 'zzz', around line ";
 
 /// The message with which `read(element)` refuses the text.
 template <class Read>

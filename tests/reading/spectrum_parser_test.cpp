@@ -103,18 +103,6 @@ TEST(SpectrumParser, RefusesWhatIsWrong) {
         {"<uniform/>", "could not find element 'value'  (In element 'uniform', around line 2, column 1)"},
         {"<uniform><value>x</value></uniform>",
          "Failed to parse double from 'x'  (In element 'value', around line 2, column 10)"},
-        {"<rgb><gamma>1</gamma></rgb>",
-         "could not find element 'rgb'  (In element 'rgb', around line 2, column 1)"},
-        {"<rgb><rgb>1 2</rgb></rgb>",
-         "Failed to parse Vec3 from '1 2'  (In element 'rgb', around line 2, column 6)"},
-        {"<rgb><red>1</red></rgb>",
-         "Found unexpected element 'red'  (In element 'red', around line 2, column 6)"},
-        {"<blackbody><gain>1</gain></blackbody>",
-         "could not find element 'temperature'  (In element 'blackbody', around line 2, column 1)"},
-        {"<peak><peak_min>1</peak_min><peak_width>1</peak_width></peak>",
-         "could not find element 'peak_value'  (In element 'peak', around line 2, column 1)"},
-        {"<regular_tabulated/>",
-         "could not find element 'num_values'  (In element 'regular_tabulated', around line 2, column 1)"},
     };
     for (const BadElement& row : rows)
         EXPECT_EQ(refusal(held(row.text), parseSpectrum), row.message) << row.text;

@@ -53,12 +53,6 @@ TEST_F(SurfaceParsers, RefuseBadInput) {
          "Found unexpected element 'center'  (In element 'center', around line 2, column 9)"},
         {"<parametric_surface/>\n", "Failed to find expected element 'shader'  (In element "
                                     "'parametric_surface', around line 2, column 1)"},
-        {"<parametric_surface><shader/></parametric_surface>\n",
-         "could not find element 'shader'  (In element 'shader', around line 2, column 21)"},
-        {"<parametric_surface><num_w>1</num_w></parametric_surface>\n",
-         "Found unexpected element 'num_w'  (In element 'num_w', around line 2, column 21)"},
-        {"<scatter><shader><shader/></shader></scatter>\n",
-         "could not find element 'geometry_uid'  (In element 'scatter', around line 2, column 1)"},
         {"<scatter><seed>-1</seed><shader><shader/></shader></scatter>\n",
          "Failed to parse unsigned integer from '-1'  (In element 'seed', around line 2, column 10)"},
         {"<scatter><seed>1</seed><seed>1</seed></scatter>\n",

@@ -61,8 +61,6 @@ TEST(ToneMappingParser, refusesWhatIsWrong) {
         {"<linear/><reinhard/>", "Found unexpected element 'reinhard',  already parsed mutually exclusive "
                                  "element 'linear'  (In element "
                                  "'reinhard', around line 2, column 10)"},
-        {"<linear><burn>1</burn></linear>",
-         "Found unexpected element 'burn'  (In element 'burn', around line 2, column 9)"},
         {"<reinhard>\n<burn>0</burn></reinhard>",
          "Burn must be greater than 0.0   (In element 'burn', around line 3, column 1)"},
         {"<camera><film_iso></film_iso></camera>",
