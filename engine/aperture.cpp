@@ -3,8 +3,6 @@
 
 #include "engine/colour.h"
 
-#include "engine/colour.h"
-
 #include <algorithm>
 #include <cmath>
 

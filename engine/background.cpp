@@ -43,7 +43,7 @@ Background::Background(const Quenza::SceneNodeBackgroundSettings* settings, Mate
     if (!settings || !settings->background_material) {
         if (!materials.hasEmitters()) {
             notices.tell("The scene has no light; it is shown under an even white sky.");
-            plain_ = radianceOf(Quenza::UniformSpectrum(1.0));
+            plain_ = radianceOf(Quenza::RGBSpectrum({1, 1, 1}, 1));
             tabulate();
         }
         return;

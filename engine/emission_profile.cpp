@@ -31,10 +31,11 @@ void measureSphere(const Affine& place, EmitterMeasure& measure) {
     measure.projected_area = double(PI) * radius * radius;
 }
 
-void measureMesh(const Instance& instance, Quenza::u32 material, const Affine& place,
-                 EmitterMeasure& measure) {
-    static const std::array<Vec, 128> DIRECTIONS = evenDirections();
-    std::array<double, 128> seen{};
+/// Calls `visit` with each of the material's facets as a vector along its normal, as long as its area.
+template <class Visit>
+void forFacets(const Instance& instance, Quenza::u32 material, const Visit& visit) {
+    const Affine place = instance.transform.at(0);
+    const float half = place.determinant() < 0.0f ? -0.5f : 0.5f;
     const Shape& shape = *instance.shape;
     for (u64 i = 0; i < shape.countTriangles(); ++i) {
         const Shape::Corners t = shape.triangle(i);
@@ -44,13 +45,23 @@ void measureMesh(const Instance& instance, Quenza::u32 material, const Affine& p
         const Vec a = place.point(shape.vertex(t.vertices[0]));
         const Vec ab = place.point(shape.vertex(t.vertices[1])) - a;
         const Vec ac = place.point(shape.vertex(t.vertices[2])) - a;
-        const Vec normal = cross(ab, ac) * (place.determinant() < 0.0f ? -0.5f : 0.5f);
-        measure.area += double(length(normal));
-        measure.mean_normal += normal;
-        for (size_t k = 0; k < DIRECTIONS.size(); ++k) {
-            seen[k] += double(std::max(0.0f, dot(normal, DIRECTIONS[k])));
+        const Vec facet = cross(ab, ac) * half;
+        if (std::isfinite(length(facet))) {
+            visit(facet);
         }
     }
+}
+
+void measureMesh(const Instance& instance, Quenza::u32 material, EmitterMeasure& measure) {
+    static const std::array<Vec, 128> DIRECTIONS = evenDirections();
+    std::array<double, 128> seen{};
+    forFacets(instance, material, [&](const Vec& facet) {
+        measure.area += double(length(facet));
+        measure.mean_normal += facet;
+        for (size_t k = 0; k < DIRECTIONS.size(); ++k) {
+            seen[k] += double(std::max(0.0f, dot(facet, DIRECTIONS[k])));
+        }
+    });
     measure.projected_area =
         std::max(double(length(measure.mean_normal)), *std::max_element(seen.begin(), seen.end()));
 }
@@ -62,14 +73,21 @@ LayeredRadiance EmissionProfile::emitted(const SurfacePoint& point, const Vec& o
     const float cosine = dot(point.normal, out);
     point.shader().emit(point, cosine > 0.0f, scale, sum);
     if (distribution && !sum.empty()) {
-        // The distribution gives intensities, so that the surface's own cosine goes out. What is seen at a
+        // The distribution gives intensities, so that a flat surface's own cosine goes out. What is seen at a
         // grazing angle would be infinitely bright.
-        const Vec local = axes.toLocal(out);
-        const float vertical = std::acos(std::clamp(local.z, -1.0f, 1.0f));
-        const float horizontal = std::atan2(local.y, local.x);
-        sum.scale(PI * distribution->at(vertical, horizontal) / std::max(0.001f, std::abs(cosine)));
+        const float seen = flat ? std::max(0.001f, std::abs(cosine)) : 1.0f;
+        sum.scale(PI * concentration * intensityShare(out) / seen);
     }
     return sum;
+}
+
+float EmissionProfile::intensityShare(const Vec& out) const {
+    const Vec local = axes.toLocal(out);
+    return distribution->at(std::acos(std::clamp(local.z, -1.0f, 1.0f)), std::atan2(local.y, local.x));
+}
+
+bool EmitterMeasure::isFlat() const {
+    return double(length(mean_normal)) > 0.99 * area;
 }
 
 double EmitterMeasure::flux() const {
@@ -82,11 +100,10 @@ float EmitterMeasure::luminance() const {
 
 EmitterMeasure measureEmitter(const Instance& instance, Quenza::u32 material) {
     EmitterMeasure measure;
-    const Affine place = instance.transform.at(0);
     if (instance.shape->mesh) {
-        measureMesh(instance, material, place, measure);
+        measureMesh(instance, material, measure);
     } else {
-        measureSphere(place, measure);
+        measureSphere(instance.transform.at(0), measure);
     }
     LayeredRadiance front, back;
     instance.materials[material]->emitAverage(true, 1.0f, front);
@@ -94,6 +111,18 @@ EmitterMeasure measureEmitter(const Instance& instance, Quenza::u32 material) {
     measure.front_luminance = engine::luminance(front.total());
     measure.back_luminance = engine::luminance(back.total());
     return measure;
+}
+
+float concentrationAlong(const Vec& axis, const Instance& instance, Quenza::u32 material,
+                         const EmitterMeasure& measure) {
+    double seen = 0;
+    forFacets(instance, material, [&](const Vec& facet) {
+        const double projected = double(dot(facet, axis));
+        seen +=
+            std::abs(projected) * double(projected > 0 ? measure.front_luminance : measure.back_luminance);
+    });
+    const double all = measure.area * (double(measure.front_luminance) + double(measure.back_luminance));
+    return seen > 0 ? float(all / seen) : 1.0f;
 }
 
 } // namespace engine

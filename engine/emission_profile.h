@@ -16,14 +16,18 @@ class EmissionProfile {
 public:
     /// Light that leaves the point in the direction `out`.
     LayeredRadiance emitted(const SurfacePoint& point, const Vec& out) const;
+    /// With a distribution: intensity in the direction over the flux, 1/sr.
+    float intensityShare(const Vec& out) const;
 
     float scale = 1;
     std::shared_ptr<const IESDistribution> distribution; ///< Null for light to all sides alike.
     Frame axes; ///< Of the distribution: it shines along the normal; horizontal angles start at the tangent.
-    /// Density per square metre with which lamps are picked there, as a share of all lamps.
-    float pick_density = 0;
-    /// For a sphere: the share of all lamps.
-    float pick_probability = 0;
+    /// With a distribution: all that shines over its projection along the axis, so that the light on the axis
+    /// is that of the whole flux.
+    float concentration = 1;
+    bool flat = true; ///< With a distribution: the surface's own cosine is taken out.
+    static constexpr Quenza::u32 NO_LAMP = 0xFFFFFFFFu;
+    Quenza::u32 lamp = NO_LAMP; ///< Index among the lamps; NO_LAMP for what is too weak or small to be drawn.
 };
 
 /// Area, flux and intensity of a material's surface on an instance, at emission scale 1. A material that has
@@ -35,10 +39,15 @@ struct EmitterMeasure {
     float front_luminance = 0; ///< cd/m^2, the mean over the surface.
     float back_luminance = 0;
 
+    bool isFlat() const;
     double flux() const;     ///< lm
     float luminance() const; ///< Of the brighter side.
 };
 
 EmitterMeasure measureEmitter(const Instance& instance, Quenza::u32 material);
+
+/// EmissionProfile::concentration for a distribution along `axis`.
+float concentrationAlong(const Vec& axis, const Instance& instance, Quenza::u32 material,
+                         const EmitterMeasure& measure);
 
 } // namespace engine

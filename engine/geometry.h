@@ -47,9 +47,10 @@ struct Instance {
     Quenza::u64 cut_planes = 0; ///< A bit for each of the geometry's cut planes that cuts it.
 
     /// For any index that a mesh may hold.
-    const SurfaceShader* shaderOf(Quenza::u32 material) const {
-        return materials[material < materials.size() ? material : materials.size() - 1];
+    Quenza::u32 shaderIndex(Quenza::u32 material) const {
+        return material < materials.size() ? material : Quenza::u32(materials.size() - 1);
     }
+    const SurfaceShader* shaderOf(Quenza::u32 material) const { return materials[shaderIndex(material)]; }
 };
 
 struct Ray {
@@ -85,7 +86,7 @@ struct SurfacePoint {
     Vec sphere_normal;
 
     const SurfaceShader& shader() const { return *instance->materials[material]; }
-    /// (0, 0) where the mesh has no such set.
+    /// (0, 0) where the mesh has no such set; of the background, the place in a panorama.
     Quenza::Vec2f uv(Quenza::u32 set) const;
     /// Where a ray in this direction starts.
     Vec leave(const Vec& direction) const {

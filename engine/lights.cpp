@@ -50,11 +50,11 @@ double scaleFor(const EmissionScale& scale, const EmitterMeasure& measure, const
     }
 }
 
-/// A flat lamp shines where its faces look; a closed one downwards in its own space.
+/// An open lamp shines where its faces look; a closed one downwards in its own space.
 Frame axesOf(const Instance& instance, const EmitterMeasure& measure) {
     const Affine place = instance.transform.at(0);
-    const bool flat = double(length(measure.mean_normal)) > 0.01 * measure.area;
-    Frame axes(normalise(flat ? measure.mean_normal : -place.z));
+    const bool open = double(length(measure.mean_normal)) > 0.01 * measure.area;
+    Frame axes(normalise(open ? measure.mean_normal : -place.z));
     const Vec along = place.x - axes.normal * dot(place.x, axes.normal);
     if (length(along) > 1e-3f * length(place.x)) {
         axes.tangent = normalise(along);
@@ -105,65 +105,117 @@ void Lights::addInstance(Instance& instance, const SceneNodeModel* model, const 
                              fault + "); the lamp shines to all sides.");
             }
             profile->axes = axesOf(instance, measure);
+            profile->flat = measure.isFlat();
+            profile->concentration = concentrationAlong(profile->axes.normal, instance, material, measure);
         }
         if (const auto* const scale = model ? entryFor(model->emission_scales, *model, material) : nullptr) {
             profile->scale = float(scaleFor(*scale, measure, profile->distribution.get()));
         }
         instance.emission[material] = profile.get();
-        const float density = profile->scale * (measure.front_luminance + measure.back_luminance);
+        addLamp(instance, material, *profile,
+                profile->scale * (measure.front_luminance + measure.back_luminance));
         profiles_.push_back(std::move(profile));
-        addEmitters(instance, material, density);
     }
 }
 
-void Lights::addEmitters(const Instance& instance, u32 material, float flux_density) {
-    EmissionProfile& profile = *profiles_.back();
-    const Affine place = instance.transform.at(0);
-    const Shape& shape = *instance.shape;
-    if (!shape.mesh) {
-        const float radius = length(place.x);
-        emitters_.push_back({&instance, 0});
-        profile.pick_probability = flux_density * 4 * PI * radius * radius;
-        distribution_.add(double(profile.pick_probability));
-        return;
+void Lights::addLamp(Instance& instance, u32 material, EmissionProfile& profile, float flux_density) {
+    Lamp lamp{&instance, &profile, 0, {}, 0, {}, {}};
+    double area = 0;
+    if (instance.shape->mesh) {
+        addTriangles(lamp, material);
+        area = lamp.areas.total();
+    } else {
+        lamp.radius = length(instance.transform.at(0).x);
+        area = 4 * double(PI) * double(lamp.radius) * double(lamp.radius);
     }
-    profile.pick_density = flux_density;
+    lamp.flux = float(double(flux_density) * area);
+    // What isn't drawn is still seen, and met by chance.
+    if (lamp.flux > 0 && std::isfinite(lamp.flux)) {
+        profile.lamp = u32(lamps_.size());
+        by_flux_.add(double(lamp.flux));
+        lamps_.push_back(std::move(lamp));
+    }
+}
+
+void Lights::addTriangles(Lamp& lamp, u32 material) {
+    const Affine place = lamp.instance->transform.at(0);
+    const Shape& shape = *lamp.instance->shape;
+    Vec low{INFINITY, INFINITY, INFINITY};
+    Vec high = -low;
     for (u64 i = 0; i < shape.countTriangles(); ++i) {
         const Shape::Corners t = shape.triangle(i);
-        if (t.material != material) {
+        if (lamp.instance->shaderIndex(t.material) != material) {
             continue;
         }
         const Vec a = shape.vertex(t.vertices[0]);
-        const Vec normal = cross(place.vector(shape.vertex(t.vertices[1]) - a),
-                                 place.vector(shape.vertex(t.vertices[2]) - a));
-        emitters_.push_back({&instance, i});
-        distribution_.add(double(flux_density) * 0.5 * double(length(normal)));
+        const Vec b = shape.vertex(t.vertices[1]);
+        const Vec c = shape.vertex(t.vertices[2]);
+        const double area = 0.5 * double(length(cross(place.vector(b - a), place.vector(c - a))));
+        if (!(area > 0) || !std::isfinite(area)) {
+            continue;
+        }
+        lamp.triangles.push_back(i);
+        lamp.areas.add(area);
+        for (const Vec& v : {a, b, c}) {
+            low = {std::min(low.x, v.x), std::min(low.y, v.y), std::min(low.z, v.z)};
+            high = {std::max(high.x, v.x), std::max(high.y, v.y), std::max(high.z, v.z)};
+        }
+    }
+    lamp.centre = (low + high) * 0.5f;
+    const Vec half = (high - low) * 0.5f;
+    for (const Vec& diagonal :
+         {half, Vec{half.x, half.y, -half.z}, Vec{half.x, -half.y, half.z}, Vec{-half.x, half.y, half.z}}) {
+        lamp.radius = std::max(lamp.radius, length(place.vector(diagonal)));
     }
 }
 
-void Lights::commit() {
-    for (const auto& profile : profiles_) {
-        const auto share = [this](float value) {
-            return empty() ? 0.0f : float(double(value) / distribution_.total());
-        };
-        profile->pick_density = share(profile->pick_density);
-        profile->pick_probability = share(profile->pick_probability);
+float Lights::weigh(const Vec& from, float time, Weights& weights) const {
+    float sum = 0;
+    for (u64 i = 0; i < lamps_.size(); ++i) {
+        const Lamp& lamp = lamps_[i];
+        const Vec way = lamp.instance->transform.at(time).point(lamp.centre) - from;
+        const float distance2 = std::max(dot(way, way), lamp.radius * lamp.radius);
+        weights[i] = lamp.flux / std::max(distance2, 1e-12f);
+        if (lamp.profile->distribution) {
+            // A spot sends most of its light elsewhere. Near a large one the directions differ, so that the
+            // floor is not small.
+            weights[i] *= 0.2f + 4 * PI * lamp.profile->intensityShare(-normalise(way));
+        }
+        sum += weights[i];
     }
+    return sum;
 }
 
 bool Lights::sample(const Vec& from, float time, Random& random, LightSample& sample) const {
-    const Emitter& emitter = emitters_[distribution_.sample(random.next())];
-    return emitter.instance->shape->mesh ? sampleTriangle(emitter, from, time, random, sample)
-                                         : sampleSphere(emitter, from, time, random, sample);
+    u64 index = 0;
+    float probability = 1;
+    if (lamps_.size() > MAX_WEIGHED) {
+        index = by_flux_.sample(random.next());
+        probability = float(by_flux_.probability(index));
+    } else {
+        Weights weights;
+        const float sum = weigh(from, time, weights);
+        float u = random.next() * sum;
+        while (index + 1 < lamps_.size() && u >= weights[index]) {
+            u -= weights[index++];
+        }
+        probability = weights[index] / sum;
+    }
+    const Lamp& lamp = lamps_[index];
+    const bool lit = lamp.triangles.empty() ? sampleSphere(lamp, from, time, random, sample)
+                                            : sampleTriangle(lamp, from, time, random, sample);
+    sample.pdf *= probability;
+    return lit;
 }
 
-bool Lights::sampleTriangle(const Emitter& emitter, const Vec& from, float time, Random& random,
-                            LightSample& sample) const {
+bool Lights::sampleTriangle(const Lamp& lamp, const Vec& from, float time, Random& random,
+                            LightSample& sample) {
+    const u64 triangle = lamp.triangles[lamp.areas.sample(random.next())];
     const float root = std::sqrt(random.next());
     const float u = root * (1.0f - random.next());
     const float v = 1.0f - root;
     const SurfacePoint point =
-        pointOnTriangle(*emitter.instance, emitter.triangle, u, v, emitter.instance->transform.at(time));
+        pointOnTriangle(*lamp.instance, triangle, u, v, lamp.instance->transform.at(time));
     const Vec way = point.position - from;
     const float distance = length(way);
     sample.direction = normalise(way);
@@ -172,20 +224,18 @@ bool Lights::sampleTriangle(const Emitter& emitter, const Vec& from, float time,
     if (!(cosine > 0.0f) || !(distance > 0.0f)) {
         return false;
     }
-    const EmissionProfile& profile = *emitter.instance->emission[point.material];
-    sample.pdf = profile.pick_density * distance * distance / cosine;
-    sample.radiance = profile.emitted(point, -sample.direction);
+    sample.pdf = distance * distance / (cosine * float(lamp.areas.total()));
+    sample.radiance = lamp.profile->emitted(point, -sample.direction);
     sample.target = point.leave(-sample.direction);
     return !sample.radiance.empty();
 }
 
-bool Lights::sampleSphere(const Emitter& emitter, const Vec& from, float time, Random& random,
-                          LightSample& sample) const {
-    const Instance& instance = *emitter.instance;
+bool Lights::sampleSphere(const Lamp& lamp, const Vec& from, float time, Random& random,
+                          LightSample& sample) {
+    const Instance& instance = *lamp.instance;
     const SphereView view = viewOf(instance, from, time);
-    const EmissionProfile& profile = *instance.emission[0];
     sample.direction = Frame(view.axis).toWorld(sampleCone(view.versine, random));
-    sample.pdf = profile.pick_probability / (2 * PI * view.versine);
+    sample.pdf = 1.0f / (2 * PI * view.versine);
     // To the near side, from within to the far one.
     const float along = view.distance * dot(sample.direction, view.axis);
     const Vec nearest = from + sample.direction * along - (from + view.axis * view.distance);
@@ -197,7 +247,7 @@ bool Lights::sampleSphere(const Emitter& emitter, const Vec& from, float time, R
     const Vec world = from + sample.direction * distance - place.origin;
     const SurfacePoint point =
         pointOnSphere(instance, {dot(world, place.x), dot(world, place.y), dot(world, place.z)}, place);
-    sample.radiance = profile.emitted(point, -sample.direction);
+    sample.radiance = lamp.profile->emitted(point, -sample.direction);
     sample.target = point.leave(-sample.direction);
     return !sample.radiance.empty();
 }
@@ -205,14 +255,23 @@ bool Lights::sampleSphere(const Emitter& emitter, const Vec& from, float time, R
 float Lights::pdf(const Vec& from, const Vec& direction, const SurfacePoint& hit, float distance,
                   float time) const {
     const EmissionProfile* const profile = hit.instance->emission[hit.material];
-    if (!profile || empty()) {
+    if (!profile || profile->lamp == EmissionProfile::NO_LAMP) {
         return 0.0f;
     }
-    if (!hit.instance->shape->mesh) {
-        return profile->pick_probability / (2 * PI * viewOf(*hit.instance, from, time).versine);
+    const Lamp& lamp = lamps_[profile->lamp];
+    float probability = 1;
+    if (lamps_.size() > MAX_WEIGHED) {
+        probability = float(by_flux_.probability(profile->lamp));
+    } else if (lamps_.size() > 1) {
+        Weights weights;
+        const float sum = weigh(from, time, weights);
+        probability = weights[profile->lamp] / sum;
+    }
+    if (lamp.triangles.empty()) {
+        return probability / (2 * PI * viewOf(*hit.instance, from, time).versine);
     }
     const float cosine = std::abs(dot(hit.normal, direction));
-    return cosine > 0.0f ? profile->pick_density * distance * distance / cosine : 0.0f;
+    return cosine > 0.0f ? probability * distance * distance / (cosine * float(lamp.areas.total())) : 0.0f;
 }
 
 } // namespace engine

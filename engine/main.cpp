@@ -29,6 +29,10 @@ void stopRendering(int signal) {
 bool renderAll(const engine::Options& options) {
     std::signal(SIGINT, stopRendering);
     std::signal(SIGTERM, stopRendering);
+    const auto isNetwork = [](const auto& entry) { return entry.first == "-n" || entry.first == "-p"; };
+    if (std::any_of(options.switches.begin(), options.switches.end(), isNetwork)) {
+        std::printf("Note: Rendering over a network is not known; this machine renders alone.\n");
+    }
     const std::string folder = Quenza::PlatformUtils::getProgramDirectory().toStdString();
     bool all = true;
     for (const engine::RenderJob& job : engine::makeJobs(options)) {

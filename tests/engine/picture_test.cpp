@@ -237,6 +237,7 @@ TEST(SectionPlane, CutsWhatItLists) {
         bool first_seen, second_seen;
     } cases[] = {
         {"all", SceneNodeSectionPlane::EXCLUDE, false, true, false, false},
+        {"all, as none is listed", SceneNodeSectionPlane::INCLUDE, false, true, false, false},
         {"all but the first", SceneNodeSectionPlane::EXCLUDE, true, true, true, false},
         {"the first", SceneNodeSectionPlane::INCLUDE, true, true, false, true},
         {"none", SceneNodeSectionPlane::EXCLUDE, false, false, true, true},

@@ -120,10 +120,26 @@ TEST_F(RenderProgram, PutsTheImageBesideTheSceneAndObeysSettings) {
     expectImage(path("a_untonemapped.exr"), 12);
     EXPECT_FALSE(exists(path("a_tonemapped.exr")));
 
-    Program wrong({"--settings", "<width>wide</width>", scene});
-    EXPECT_EQ(wrong.exitCode(), 1);
-    EXPECT_NE(wrong.text().find("Error while parsing '--settings' argument: "), std::string::npos)
-        << wrong.text();
+    const std::string element = "  (In element '", place = "', around line 1, column ";
+    const std::string prefix = "Error while parsing '--settings' argument: ";
+    const struct {
+        const char* settings;
+        std::string fault;
+    } wrong[] = {
+        {"<width>wide</width>",
+         prefix + "Failed to parse integer from 'wide'" + element + "width" + place + "66)"},
+        {"width=5",
+         prefix + "Found unexpected text 'width=5'" + element + "renderer_settings" + place + "47)"},
+        {"<width>2000000000</width>", "Argument of '--settings': \"width\" 2000000000 is out of bounds: an "
+                                      "image has 1 to 65536 pixels a side"},
+    };
+    for (const auto& test : wrong) {
+        Program refused({"--settings", test.settings, scene});
+        EXPECT_EQ(refused.exitCode(), 1);
+        EXPECT_NE(fileBytes(path("a.report.txt")).find("Faults:\n  " + test.fault + "\n"), std::string::npos)
+            << refused.text();
+        EXPECT_NE(refused.text().find("can't render '" + scene + "': "), std::string::npos) << refused.text();
+    }
 }
 
 TEST_F(RenderProgram, RendersEveryItemOfAQueue) {
@@ -146,6 +162,62 @@ TEST_F(RenderProgram, RendersEveryItemOfAQueue) {
     EXPECT_FALSE(exists(path("two.png")));
     EXPECT_FALSE(exists(path("all.png")));
     EXPECT_NE(program.text().find("3.00 samples per pixel, done\n"), std::string::npos);
+}
+
+/// Each once, before the render.
+TEST_F(RenderProgram, TellsWhatItDoesNotKnow) {
+    const std::string scene = writeScene("a.qzs", 1).toStdString();
+    const char* const modes[] = {"material_id_tracer",  "depth_pass",
+                                 "shadow_pass",         "glass_acceleration",
+                                 "watermark",           "render_foreground_alpha",
+                                 "info_overlay",        "write_aperture_preview",
+                                 "aperture_diffraction"};
+    std::string settings;
+    for (const std::string mode : modes) {
+        settings += "<" + mode + ">true</" + mode + ">";
+    }
+    Program program({"-n", "wm", "-p", "7117", "--settings", settings, scene});
+    EXPECT_EQ(program.exitCode(), 0) << program.text();
+    std::string notes;
+    for (size_t at = program.text().find("Note: "); at != std::string::npos;
+         at = program.text().find("Note: ", at + 1)) {
+        notes += program.text().substr(at, program.text().find('\n', at) + 1 - at);
+    }
+    EXPECT_EQ(notes, "Note: Rendering over a network is not known; this machine renders alone.\n"
+                     "Note: The mode 'material_id_tracer' is not known; the ordinary image is drawn.\n"
+                     "Note: The mode 'depth_pass' is not known; the ordinary image is drawn.\n"
+                     "Note: The mode 'shadow_pass' is not known; the ordinary image is drawn.\n"
+                     "Note: The alpha of the foreground is not drawn.\n"
+                     "Note: Glass acceleration is not known; light through glass takes its ordinary time.\n"
+                     "Note: Diffraction at the aperture is not drawn.\n"
+                     "Note: No preview of the aperture is written.\n"
+                     "Note: No watermark is drawn.\n"
+                     "Note: No text is laid over the image.\n");
+}
+
+TEST_F(RenderProgram, RefusesImagesBeyondAllBounds) {
+    const std::string scene = writeScene("a.qzs", 1).toStdString();
+    const struct {
+        const char *settings, *fault;
+    } cases[] = {
+        {"<width>2000000000</width>", "The image can't be 2000000000 pixels in width."},
+        {"<height>2000000000</height>", "The image can't be 2000000000 pixels in height."},
+        {"<width>0</width>", "The image can't be 0 pixels in width."},
+        {"<super_sample_factor>2000000000</super_sample_factor>",
+         "The image of 24 x 16 pixels with a super sampling factor of 2000000000 and 1 layers can't be held "
+         "in "
+         "memory."},
+        {"<width>65536</width><height>65536</height>",
+         "The image of 65536 x 65536 pixels with a super sampling factor of 1 and 1 layers can't be held in "
+         "memory."},
+    };
+    for (const auto& test : cases) {
+        Program program({"--settings", test.settings, scene});
+        EXPECT_EQ(program.exitCode(), 1);
+        EXPECT_NE(program.text().find(std::string("can't render '") + scene + "': " + test.fault + "\n"),
+                  std::string::npos)
+            << program.text();
+    }
 }
 
 TEST_F(RenderProgram, EndsCleanlyWhenInterrupted) {

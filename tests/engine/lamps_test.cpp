@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+#include "engine/scene_builder.h"
+#include "foundation/file_utils.h"
+#include "scene/emission.h"
+#include "scene/rotation.h"
+#include "support/temp_dir.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <numbers>
+#include <vector>
+
+namespace {
+
+using namespace Quenza;
+using std::numbers::pi;
+
+struct Ball {
+    Vec3d centre;
+    double radius, radiance;
+};
+
+/// A camera that looks at a small piece of a wall of albedo 0.5, four metres off, under shining balls that it
+/// doesn't see.
+engine::FloatImage litByBalls(const std::vector<Ball>& balls, double samples) {
+    SceneBuilder scene(8, 8);
+    scene.camera->lens_sensor_dist = 3.6; // A hundredth of the view.
+    scene.addModel(rectangle({10, 0, 0}, {0, 0, 10}), scene.diffuse(0.5), {0, 4, 0});
+    for (const Ball& ball : balls) {
+        scene.addSphere(ball.centre, ball.radius, scene.emitter(ball.radiance));
+    }
+    return scene.render(samples)[0];
+}
+
+/// The luminance of that piece.
+double expectedFor(const std::vector<Ball>& balls) {
+    double sum = 0;
+    for (const Ball& ball : balls) {
+        const Vec3d& c = ball.centre;
+        const double distance2 = c.x * c.x + (4 - c.y) * (4 - c.y) + c.z * c.z;
+        sum += ball.radiance * ball.radius * ball.radius / distance2 * (4 - c.y) / std::sqrt(distance2);
+    }
+    return 0.5 * sum * unitLuminance();
+}
+
+double noiseOf(const engine::FloatImage& image, double expected) {
+    double sum = 0;
+    for (unsigned y = 0; y < image.height; ++y) {
+        for (unsigned x = 0; x < image.width; ++x) {
+            sum += std::pow(luminanceAt(image, x, y) / expected - 1, 2);
+        }
+    }
+    return std::sqrt(sum / (image.width * image.height));
+}
+
+/// A candle near the wall counts as much as a floodlight of ten thousand times its flux far away.
+TEST(Lamps, AreDrawnByWhatTheySendToThePoint) {
+    const std::vector<Ball> balls = {{{0.5, 3.5, 0}, 0.05, 1}, {{0, -100, 50}, 1, 25}};
+    const double expected = expectedFor(balls);
+    const engine::FloatImage image = litByBalls(balls, 16);
+    EXPECT_NEAR(meanLuminance(image) / expected, 1, 0.05);
+    EXPECT_LT(noiseOf(image, expected), 0.3);
+}
+
+TEST(Lamps, GiveTheirLightHoweverManyThereAre) {
+    for (const int count : {1, 5, int(engine::Lights::MAX_WEIGHED), 200}) {
+        std::vector<Ball> balls;
+        for (int i = 0; i < count; ++i) {
+            const double angle = 2 * pi * i / count;
+            balls.push_back({{1.5 * std::cos(angle), 2.5, 1.5 * std::sin(angle)}, 0.01, 1.0 + i % 3});
+        }
+        EXPECT_NEAR(meanLuminance(litByBalls(balls, 128)) / expectedFor(balls), 1, 0.02) << count;
+    }
+}
+
+/// Twelve triangles would do; these are six quads that look outwards.
+Ref<Mesh> cube(float half) {
+    Ref<Mesh> mesh = new Mesh;
+    for (int corner = 0; corner < 8; ++corner) {
+        mesh->addVertex({corner & 1 ? half : -half, corner & 2 ? half : -half, corner & 4 ? half : -half});
+    }
+    const u32 no_uvs[4] = {};
+    for (const auto& face : std::vector<std::array<u32, 4>>{
+             {0, 2, 3, 1}, {4, 5, 7, 6}, {0, 1, 5, 4}, {2, 6, 7, 3}, {0, 4, 6, 2}, {1, 3, 7, 5}}) {
+        mesh->addQuad(face.data(), no_uvs, 0);
+    }
+    mesh->endOfModel();
+    return mesh;
+}
+
+TEST(Lamps, OfAnyShapeGiveTheCandelasOfTheirDistribution) {
+    const TempDir folder;
+    const String path = folder / "even.ies";
+    // 100 candelas to all sides of the lower half: 200 pi lumens.
+    FileUtils::writeEntireFile(path,
+                               std::string("IESNA:LM-63-1995\nTILT=NONE\n1 1000 1 2 1 1 2 0 0 0\n1 1 0\n"
+                                           "0 90\n0\n100 100\n"));
+    const struct {
+        const char* shape;
+        Ref<Mesh> mesh;
+    } cases[] = {{"flat", rectangle({0.01, 0, 0}, {0, -0.01, 0})}, {"closed", cube(0.01f)}};
+    for (const auto& test : cases) {
+        SceneBuilder scene(8, 8);
+        scene.camera->lens_sensor_dist = 3.6;
+        scene.addModel(rectangle({10, 0, 0}, {0, 0, 10}), scene.diffuse(0.5), {0, 4, 0});
+        auto& lamp = scene.addModel(test.mesh, scene.emitter(1), {0, 2, 0});
+        // Its own down is towards the wall.
+        static_cast<MatrixRotation&>(*lamp.rotation).matrix = {{1, 0, 0, 0, 0, -1, 0, 1, 0}};
+        lamp.invisible_to_camera = true;
+        Ref<IESProfile> profile = new IESProfile;
+        profile->path = path;
+        profile->material = lamp.materials[0];
+        lamp.ies_profiles.push_back(profile);
+        Ref<EmissionScale> scale = new EmissionScale;
+        scale->measure = EmissionScale::LUMINOUS_FLUX;
+        scale->value = 200 * pi;
+        scale->material = lamp.materials[0];
+        lamp.emission_scales.push_back(scale);
+        EXPECT_NEAR(meanLuminance(scene.render(64)[0]) / (0.5 / pi * 100 / 4), 1, 0.03) << test.shape;
+    }
+}
+
+/// What a damaged file of a mesh can hold.
+TEST(Lamps, OutOfBadFacesShineWithTheGoodOnes) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const auto render = [](const Ref<Mesh>& mesh) {
+        SceneBuilder scene(8, 8);
+        scene.camera->lens_sensor_dist = 3.6;
+        scene.addModel(rectangle({10, 0, 0}, {0, 0, 10}), scene.diffuse(0.5), {0, 4, 0});
+        auto& lamp = scene.addModel(mesh, scene.emitter(1), {0, 3, 0});
+        lamp.invisible_to_camera = true;
+        Ref<EmissionScale> scale = new EmissionScale;
+        scale->value = 100;
+        scale->material = lamp.materials[0];
+        lamp.emission_scales.push_back(scale);
+        return meanLuminance(scene.render(64)[0]);
+    };
+    const double expected = 100 / pi * 0.5 / pi;
+    const Ref<Mesh> broken = rectangle({0.02, 0, 0}, {0, 0, -0.02});
+    for (const Vec3f& v :
+         {Vec3f{nan, 0, 0}, Vec3f{0, std::numeric_limits<float>::infinity(), 0}, Vec3f{1, 1, nan}}) {
+        broken->vert_positions.push_back(v);
+    }
+    const u32 last = u32(broken->vert_positions.size()) - 1;
+    broken->triangles.push_back({{last, last - 1, last - 2}, {0, 0, 0}, 0});
+    broken->triangles.push_back({{0, 1, last}, {0, 0, 0}, 0});
+    EXPECT_NEAR(render(broken) / expected, 1, 0.02) << "points that aren't finite";
+
+    const Ref<Mesh> beyond = rectangle({0.02, 0, 0}, {0, 0, -0.02});
+    beyond->quads[0].mat_index = 0xFFFFFFFFu;
+    EXPECT_NEAR(render(beyond) / expected, 1, 0.02) << "a material that no model has";
+}
+
+} // namespace
