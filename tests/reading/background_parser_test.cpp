@@ -84,13 +84,9 @@ TEST_F(BackgroundParser, RefusesBadBackgrounds) {
     const BadScene cases[] = {
         {"<background/>\n", "No 'spectrum' element found in background element.   (In element 'background', "
                             "around line 2, column 1)"},
-        {"<background><layer>1</layer></background>\n",
-         "Found unexpected element 'layer'  (In element 'layer', around line 2, column 13)"},
         {"<env_map/>\n",
          "Failed to find child for element 'env_map' - Child should be one of 'texture', 'path' "
          " (In element 'env_map', around line 2, column 1)"},
-        {"<skylight><sundir>0 1</sundir></skylight>\n",
-         "Failed to parse Vec3 from '0 1'  (In element 'sundir', around line 2, column 11)"},
         {"<background_settings><background_material/></background_settings>\n",
          "Failed to find expected element 'material'  (In element 'background_material', around line 2, "
          "column "

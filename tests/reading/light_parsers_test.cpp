@@ -117,8 +117,6 @@ TEST_F(LightParsers, RefuseBadLights) {
                                           "'rectanglelight', around line 3, column 1)"},
         {rectangle + SPECTRUM + "<width>1</width></rectanglelight>",
          "could not find element 'height'  (In element 'rectanglelight', around line 3, column 1)"},
-        {rectangle + "<depth>1</depth></rectanglelight>",
-         "Found unexpected element 'depth'  (In element 'depth', around line 3, column 33)"},
         {"<meshlight><mesh_name>ball</mesh_name></meshlight>",
          "Invalid mesh when parsing meshlight.  (In element 'meshlight', around line 3, column 1)"},
         {"<meshlight/>",

@@ -87,13 +87,9 @@ TEST(MediumParser, RefusesWhatIsWrong) {
     const BadElement rows[] = {
         {"<name>m</name>", "Medium type not found.   (In element 'medium', around line 1, column 1)"},
         {"<fog/>", "Medium type not found.   (In element 'medium', around line 1, column 1)"},
-        {"<basic/><density/>",
-         "Found unexpected element 'density'  (In element 'density', around line 2, column 9)"},
         {"<basic/><dermis/>",
          "Found unexpected element 'dermis',  already parsed mutually exclusive element 'basic'  (In element "
          "'dermis', around line 2, column 9)"},
-        {"<basic/><precedence>x</precedence>",
-         "Failed to parse integer from 'x'  (In element 'precedence', around line 2, column 9)"},
         {"<basic><absorption_coefficient/></basic>",
          "Internal Error.  (In element 'absorption_coefficient', around line 2, column 8)"},
         {"<basic><subsurface_scattering><phase_function/></subsurface_scattering></basic>",

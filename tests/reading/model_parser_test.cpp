@@ -154,8 +154,6 @@ TEST_F(ModelParser, RefusesBadModels) {
         std::string element;
         const char* message;
     } cases[] = {
-        {"<model2><pos>0 0 0</pos></model2>",
-         "Found unexpected element 'pos'  (In element 'pos', around line 5, column 9)"},
         {"<model2/>",
          "could not find element 'geometry_uid'  (In element 'model2', around line 5, column 1)"},
         {"<model2>" + geometry + "</model2>",

@@ -142,16 +142,10 @@ TEST(SettingsParser, leavesLayersIndependentOfWhatTheyWereMergedInto) {
 
 TEST(SettingsParser, refusesWhatIsWrong) {
     const BadElement rows[] = {
-        {"<colour>red</colour>",
-         "Found unexpected element 'colour'  (In element 'colour', around line 2, column 1)"},
         {"<width>-1</width>", "width must be >= 0.    (In element 'width', around line 2, column 1)"},
         {"<height>-1</height>", "height must be >= 0.    (In element 'height', around line 2, column 1)"},
         {"<width>1.5</width>",
          "Parse error while parsing integer from '1.5'  (In element 'width', around line 2, column 1)"},
-        {"<max_depth>4294967296</max_depth>",
-         "Failed to parse integer from '4294967296'  (In element 'max_depth', around line 2, column 1)"},
-        {"<gpu>TRUE</gpu>",
-         "Invalid boolean value (Should be 'true' or 'false').  (In element 'gpu', around line 2, column 1)"},
         {"<render_region><x1>0</x1><y1>0</y1><x2>4</x2></render_region>",
          "could not find element 'y2'  (In element 'render_region', around line 2, column 1)"},
         {"<splat_filter/>", "Failed to find child for element 'splat_filter' - Child should be one of "

@@ -76,16 +76,9 @@ TEST(SmallNodeParsers, refuseWhatIsWrong) {
                       }),
               "Found unexpected element 'name'  (In element 'name', around line 1, column 13)");
     const BadElement rows[] = {
-        {"<section_plane><distance>1</distance></section_plane>",
-         "Found unexpected element 'distance'  (In element 'distance', around line 1, column 16)"},
-        {"<section_plane><enabled>1</enabled></section_plane>",
-         "Invalid boolean value (Should be 'true' or 'false').  (In element 'enabled', around line 1, column "
-         "16)"},
         {"<section_plane><object_list_type>only</object_list_type></section_plane>",
          "Unknown object list type 'only', should be either 'include' or 'exclude'.  (In element "
          "'object_list_type', around line 1, column 16)"},
-        {"<section_plane><object_list><uid>-1</uid></object_list></section_plane>",
-         "Failed to parse unsigned integer from '-1'  (In element 'uid', around line 1, column 29)"},
     };
     const auto reader = [](const TiXmlElement& element) { parseSectionPlane(ParserState(), element); };
     for (const BadElement& row : rows)

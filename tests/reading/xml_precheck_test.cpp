@@ -148,37 +148,12 @@ bool hasElement(const TiXmlNode& node, const std::string& name) {
 
 // TinyXML drops the rest of many a broken text without a word; the marks at both ends are there to be missed.
 TEST(XMLPrecheck, LetsNothingPassThatTinyXMLCutsShort) {
-    const std::vector<std::string> words = {"<a>",
-                                            "</a>",
-                                            "<b>",
-                                            "</b>",
-                                            "<b/>",
-                                            "<",
-                                            ">",
-                                            "/",
-                                            "!",
-                                            "?",
-                                            "<?d?>",
-                                            "'",
-                                            "\"",
-                                            "=",
-                                            " ",
-                                            "\n",
-                                            "\t",
-                                            "<!--",
-                                            "-->",
-                                            "<a c='1'",
-                                            "&#x4;",
-                                            "&#",
-                                            "x",
-                                            ";",
-                                            "&amp;",
-                                            "]]>",
-                                            "<!d>",
-                                            "\xE2",
-                                            "\xC3\xA4",
-                                            "<![CDATA[",
-                                            "<?xml version='1.0'?>"};
+    // clang-format off
+    const std::vector<std::string> words = {
+        "<a>", "</a>", "<b>", "</b>", "<b/>", "<", ">", "/", "!", "?", "<?d?>", "'", "\"", "=", " ", "\n", "\t",
+        "<!--", "-->", "<a c='1'", "&#x4;", "&#", "x", ";", "&amp;", "]]>", "<!d>", "\xE2", "\xC3\xA4",
+        "<![CDATA[", "<?xml version='1.0'?>"};
+    // clang-format on
     std::mt19937 random(4);
     const auto someWords = [&](u32 most) {
         std::string text;
