@@ -41,7 +41,7 @@ struct FlagGroup {
     int32_t group;
 };
 
-/// All enable flags, in the order of the page.
+/// All enable flags: of the channels and of groups of settings.
 std::span<const FlagGroup> flagGroups();
 
 /// Every link to another material, of whatever kind.

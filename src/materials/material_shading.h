@@ -39,6 +39,7 @@ private:
     /// Where a ray goes on behind the surface; mirrored when it can't leave.
     ShadingRay refracted(const VolumeData& volume) const;
     Vector mirrorPart(VolumeData& volume) const;
+    static ChannelData placeOf(const VolumeData& volume);
 
     int32_t kind_ = 0;
     Vector albedo_;

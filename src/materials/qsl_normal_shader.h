@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "materials/qsl_shader.h"
+
+/// From one colour, at the edges of a body, to another where the surface faces the viewer.
+class QSLNormalShader : public QSLShaderData {
+public:
+    bool Init(BaseList2D* node) override;
+    bool GetDDescription(BaseList2D* node, Description* description, int32_t& flags) override;
+    int32_t InitRender(BaseShader* shader, const InitRenderStruct& init) override;
+    Vector Output(BaseShader* shader, const ChannelData& channel) override;
+    String getQSLExpression(BaseShader* node, int32_t valueType) override;
+
+private:
+    bool read(const BaseShader* node);
+
+    Vector colour1_;
+    Vector colour2_;
+};
