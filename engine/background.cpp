@@ -51,6 +51,10 @@ Background::Background(const Quenza::SceneNodeBackgroundSettings* settings, Mate
     const Quenza::Material& material = *settings->background_material;
     if (const auto* sun_sky = dynamic_cast<const Quenza::SunSkyMaterial*>(&material)) {
         sun_sky_.emplace(*sun_sky);
+        if (sun_sky->enable_sky && sun_sky->model != "original") {
+            notices.tell("The sky model '" + sun_sky->model.toStdString() +
+                         "' is not known; the 'original' one is drawn.");
+        }
     } else {
         shader_ = materials.compile(material);
     }

@@ -17,7 +17,7 @@ namespace engine {
 /// sun, and the sky of sunset fades by a factor of ten every 3 degrees; that isn't in the paper. Nor is the
 /// ground, which is seen below the horizon where there is a sky: a grey of reflectance 0.2 in the light of
 /// the sky and the sun. As seen from above the atmosphere there is the sun at full strength in a black sky.
-/// The scene's "model" is not looked at: all of them are this one.
+/// The scene's "model" is not looked at here: this is the "original".
 class SunSky {
 public:
     explicit SunSky(const Quenza::SunSkyMaterial& material);

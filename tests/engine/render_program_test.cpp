@@ -2,6 +2,7 @@
 #include "engine/image_file.h"
 #include "engine/scene_builder.h"
 #include "foundation/file_utils.h"
+#include "scene/materials/sun_sky_material.h"
 #include "support/temp_dir.h"
 
 #include <cerrno>
@@ -166,7 +167,13 @@ TEST_F(RenderProgram, RendersEveryItemOfAQueue) {
 
 /// Each once, before the render.
 TEST_F(RenderProgram, TellsWhatItDoesNotKnow) {
-    const std::string scene = writeScene("a.qzs", 1).toStdString();
+    SceneBuilder described(4, 4);
+    Ref<SunSkyMaterial> sky = new SunSkyMaterial;
+    sky->model = "captured-simulation";
+    described.setBackground(sky);
+    described.settings->setDouble("halt_samples_per_pixel", 1);
+    const std::string scene = path("a.qzs");
+    described.root->writeToXMLFile(scene, false, nullptr);
     const char* const modes[] = {"material_id_tracer",  "depth_pass",
                                  "shadow_pass",         "glass_acceleration",
                                  "watermark",           "render_foreground_alpha",
@@ -183,16 +190,18 @@ TEST_F(RenderProgram, TellsWhatItDoesNotKnow) {
          at = program.text().find("Note: ", at + 1)) {
         notes += program.text().substr(at, program.text().find('\n', at) + 1 - at);
     }
-    EXPECT_EQ(notes, "Note: Rendering over a network is not known; this machine renders alone.\n"
-                     "Note: The mode 'material_id_tracer' is not known; the ordinary image is drawn.\n"
-                     "Note: The mode 'depth_pass' is not known; the ordinary image is drawn.\n"
-                     "Note: The mode 'shadow_pass' is not known; the ordinary image is drawn.\n"
-                     "Note: The alpha of the foreground is not drawn.\n"
-                     "Note: Glass acceleration is not known; light through glass takes its ordinary time.\n"
-                     "Note: Diffraction at the aperture is not drawn.\n"
-                     "Note: No preview of the aperture is written.\n"
-                     "Note: No watermark is drawn.\n"
-                     "Note: No text is laid over the image.\n");
+    EXPECT_EQ(notes,
+              "Note: Rendering over a network is not known; this machine renders alone.\n"
+              "Note: The mode 'material_id_tracer' is not known; the ordinary image is drawn.\n"
+              "Note: The mode 'depth_pass' is not known; the ordinary image is drawn.\n"
+              "Note: The mode 'shadow_pass' is not known; the ordinary image is drawn.\n"
+              "Note: The alpha of the foreground is not drawn.\n"
+              "Note: Glass acceleration is not known; light through glass takes its ordinary time.\n"
+              "Note: Diffraction at the aperture is not drawn.\n"
+              "Note: No preview of the aperture is written.\n"
+              "Note: No watermark is drawn.\n"
+              "Note: No text is laid over the image.\n"
+              "Note: The sky model 'captured-simulation' is not known; the 'original' one is drawn.\n");
 }
 
 TEST_F(RenderProgram, RefusesImagesBeyondAllBounds) {
