@@ -15,10 +15,15 @@ find_path(TINYXML_INCLUDE_DIR tinyxml.h)
 find_library(TINYXML_LIBRARY tinyxml)
 find_path(MINIZIP_INCLUDE_DIR minizip/zip.h)
 find_library(MINIZIP_LIBRARY minizip)
+# Its own configuration asks for programs of another package.
+find_path(OPENIMAGEIO_INCLUDE_DIR OpenImageIO/imageio.h)
+find_library(OPENIMAGEIO_LIBRARY OpenImageIO)
+find_library(OPENIMAGEIO_UTIL_LIBRARY OpenImageIO_Util)
 if(NOT (ZLIB_FOUND AND double-conversion_FOUND AND nlohmann_json_FOUND AND assimp_FOUND AND TINYXML_INCLUDE_DIR
         AND TINYXML_LIBRARY AND embree_FOUND AND OpenEXR_FOUND AND PNG_FOUND AND TIFF_FOUND
         AND STB_INCLUDE_DIR
-        AND MINIZIP_INCLUDE_DIR AND MINIZIP_LIBRARY))
+        AND MINIZIP_INCLUDE_DIR AND MINIZIP_LIBRARY AND OPENIMAGEIO_INCLUDE_DIR AND OPENIMAGEIO_LIBRARY
+        AND OPENIMAGEIO_UTIL_LIBRARY))
   message(FATAL_ERROR "A library is missing (see the lines above). ${QUENZA_SETUP_HINT}")
 endif()
 
@@ -30,6 +35,10 @@ target_compile_definitions(tinyxml INTERFACE TIXML_USE_STL)
 add_library(minizip INTERFACE)
 target_include_directories(minizip SYSTEM INTERFACE ${MINIZIP_INCLUDE_DIR})
 target_link_libraries(minizip INTERFACE ${MINIZIP_LIBRARY})
+
+add_library(openimageio INTERFACE)
+target_include_directories(openimageio SYSTEM INTERFACE ${OPENIMAGEIO_INCLUDE_DIR})
+target_link_libraries(openimageio INTERFACE ${OPENIMAGEIO_LIBRARY} ${OPENIMAGEIO_UTIL_LIBRARY})
 
 # Headers that stand alone; one source of the engine holds the implementation.
 add_library(stb INTERFACE)

@@ -2,6 +2,7 @@
 #include "headless/model/builtin_types.h"
 
 #include "headless/model/primitive_ids.h"
+#include "headless/shaders/shader_ids.h"
 
 namespace headless {
 
@@ -136,6 +137,20 @@ const ParameterPreset textureTag[] = {
 const ParameterPreset motionBlurTag[] = {{PARAMETER(MOTIONBLUR_STRENGTH), real, {1.0f}}};
 
 const ParameterPreset material[] = {
+    {PARAMETER(MATERIAL_USE_COLOR), boolean, {1.0f}},
+    {PARAMETER(MATERIAL_USE_LUMINANCE), boolean, {0.0f}},
+    {PARAMETER(MATERIAL_USE_TRANSPARENCY), boolean, {0.0f}},
+    {PARAMETER(MATERIAL_USE_REFLECTION), boolean, {0.0f}},
+    {PARAMETER(MATERIAL_USE_ENVIRONMENT), boolean, {0.0f}},
+    {PARAMETER(MATERIAL_USE_FOG), boolean, {0.0f}},
+    {PARAMETER(MATERIAL_USE_BUMP), boolean, {0.0f}},
+    {PARAMETER(MATERIAL_USE_ALPHA), boolean, {0.0f}},
+    {PARAMETER(MATERIAL_USE_SPECULAR), boolean, {1.0f}},
+    {PARAMETER(MATERIAL_USE_SPECULARCOLOR), boolean, {0.0f}},
+    {PARAMETER(MATERIAL_USE_GLOW), boolean, {0.0f}},
+    {PARAMETER(MATERIAL_USE_DISPLACEMENT), boolean, {0.0f}},
+    {PARAMETER(MATERIAL_USE_DIFFUSION), boolean, {0.0f}},
+    {PARAMETER(MATERIAL_USE_NORMAL), boolean, {0.0f}},
     {PARAMETER(MATERIAL_COLOR_COLOR), vector, {0.8f, 0.8f, 0.8f}},
     {PARAMETER(MATERIAL_COLOR_BRIGHTNESS), real, {1.0f}},
     {PARAMETER(MATERIAL_LUMINANCE_COLOR), vector, {1.0f, 1.0f, 1.0f}},
@@ -162,6 +177,48 @@ const ParameterPreset material[] = {
     {PARAMETER(MATERIAL_NORMAL_SHADER), link},
 };
 const ParameterPreset bitmapShader[] = {{PARAMETER(BITMAPSHADER_FILENAME), filename}};
+const ParameterPreset noiseShader[] = {
+    {PARAMETER(NOISE_COLOR1), vector, {0.0f, 0.0f, 0.0f}},
+    {PARAMETER(NOISE_COLOR2), vector, {1.0f, 1.0f, 1.0f}},
+    {PARAMETER(NOISE_SEED), integer, {665.0f}},
+    {PARAMETER(NOISE_OCTAVES), integer, {5.0f}},
+    {PARAMETER(NOISE_SCALE), real, {1.0f}},
+};
+const ParameterPreset gradientShader[] = {
+    {PARAMETER(GRADIENT_COLOR1), vector, {0.0f, 0.0f, 0.0f}},
+    {PARAMETER(GRADIENT_COLOR2), vector, {1.0f, 1.0f, 1.0f}},
+    {PARAMETER(GRADIENT_TYPE), integer, {static_cast<float>(GRADIENT_TYPE_U)}},
+    {PARAMETER(GRADIENT_CYCLE), boolean, {0.0f}},
+};
+const ParameterPreset checkerboardShader[] = {
+    {PARAMETER(CHECKERBOARD_COLOR1), vector, {0.0f, 0.0f, 0.0f}},
+    {PARAMETER(CHECKERBOARD_COLOR2), vector, {1.0f, 1.0f, 1.0f}},
+    {PARAMETER(CHECKERBOARD_FREQUENCY_U), real, {8.0f}},
+    {PARAMETER(CHECKERBOARD_FREQUENCY_V), real, {8.0f}},
+};
+const ParameterPreset fusionShader[] = {
+    {PARAMETER(FUSION_MODE), integer, {static_cast<float>(BLEND_NORMAL)}},
+    {PARAMETER(FUSION_BLEND), real, {1.0f}},
+    {PARAMETER(FUSION_BLEND_CHANNEL), link},
+    {PARAMETER(FUSION_MASK_CHANNEL), link},
+    {PARAMETER(FUSION_BASE_CHANNEL), link},
+};
+#define LAYER_PARAMETERS(N)                                                                                  \
+    {LAYER_1_SHADER + (N - 1) * LAYER_STEP, "LAYER_" #N "_SHADER", link},                                    \
+        {LAYER_1_MODE + (N - 1) * LAYER_STEP, "LAYER_" #N "_MODE", integer, {0.0f}, notStored}, {            \
+        LAYER_1_STRENGTH + (N - 1) * LAYER_STEP, "LAYER_" #N "_STRENGTH", real, {1.0f}, notStored            \
+    }
+const ParameterPreset layerShader[] = {
+    LAYER_PARAMETERS(1), LAYER_PARAMETERS(2), LAYER_PARAMETERS(3), LAYER_PARAMETERS(4),
+    LAYER_PARAMETERS(5), LAYER_PARAMETERS(6), LAYER_PARAMETERS(7), LAYER_PARAMETERS(8),
+};
+#undef LAYER_PARAMETERS
+const ParameterPreset colorizerShader[] = {
+    {PARAMETER(COLORIZER_SHADER), link},
+    {PARAMETER(COLORIZER_INPUT), integer, {static_cast<float>(COLORIZER_INPUT_BRIGHTNESS)}},
+    {PARAMETER(COLORIZER_COLOR1), vector, {0.0f, 0.0f, 0.0f}},
+    {PARAMETER(COLORIZER_COLOR2), vector, {1.0f, 1.0f, 1.0f}},
+};
 
 const ParameterPreset renderData[] = {
     {PARAMETER(RDATA_XRES), integer, {800.0f}},
@@ -217,6 +274,12 @@ std::span<const NodeTypeInfo> builtinTypes() {
 
         typeOf(Mmaterial, NodeKind::material, "Mat", material),
         typeOf(Xbitmap, NodeKind::shader, "Bitmap", bitmapShader),
+        typeOf(Xnoise, NodeKind::shader, "Noise", noiseShader),
+        typeOf(Xgradient, NodeKind::shader, "Gradient", gradientShader),
+        typeOf(Xcheckerboard, NodeKind::shader, "Checkerboard", checkerboardShader),
+        typeOf(Xfusion, NodeKind::shader, "Fusion", fusionShader),
+        typeOf(Xlayer, NodeKind::shader, "Layer", layerShader),
+        typeOf(Xcolorizer, NodeKind::shader, "Colorizer", colorizerShader),
         typeOf(ID_RENDERDATA, NodeKind::renderData, "Render Setting", renderData),
     };
     return types;

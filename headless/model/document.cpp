@@ -22,6 +22,7 @@ void setActiveDocument(Document* document) {
 }
 
 Document::Document() : Node(NodeKind::document, ID_DOCUMENT) {
+    layerRoot_.setDocument(this);
     setActiveRenderData(insertRenderData(createRenderData(), nullptr));
 }
 
@@ -36,7 +37,6 @@ Document::~Document() {
         return object.children_;
     });
     materials_.clear();
-    layers_.clear();
     renderData_.clear();
 }
 
@@ -56,12 +56,6 @@ Object& Document::appendObject(std::unique_ptr<Object> object) {
 
 Material& Document::insertMaterial(std::unique_ptr<Material> material, Material* behind) {
     Material& added = materials_.insert(std::move(material), behind);
-    added.setDocument(this);
-    return added;
-}
-
-Layer& Document::insertLayer(std::unique_ptr<Layer> layer, Layer* behind) {
-    Layer& added = layers_.insert(std::move(layer), behind);
     added.setDocument(this);
     return added;
 }
@@ -117,7 +111,7 @@ void Document::visitOwned(Owned which, const std::function<void(Node&)>& visit) 
             visit(*node);
         }
     };
-    visitAll(layers_.first());
+    visitAll(layers().first());
     visitAll(materials_.first());
     visitAll(objects_.first());
     visitAll(renderData_.first());

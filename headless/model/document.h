@@ -30,10 +30,17 @@ public:
         return insertMaterial(std::move(material), materials_.last());
     }
 
+    /// The root of the layers: nothing can be on it, and it stays.
+    const Layer& layerRoot() const { return layerRoot_; }
+    Layer& layerRoot() { return layerRoot_; }
     /// The layers at the top.
-    const Chain<Layer>& layers() const { return layers_; }
-    Layer& insertLayer(std::unique_ptr<Layer> layer, Layer* behind = nullptr);
-    Layer& appendLayer(std::unique_ptr<Layer> layer) { return insertLayer(std::move(layer), layers_.last()); }
+    const Chain<Layer>& layers() const { return layerRoot_.children(); }
+    Layer& insertLayer(std::unique_ptr<Layer> layer, Layer* behind = nullptr) {
+        return layerRoot_.insertChild(std::move(layer), behind);
+    }
+    Layer& appendLayer(std::unique_ptr<Layer> layer) {
+        return insertLayer(std::move(layer), layers().last());
+    }
 
     const Chain<RenderDataNode>& renderData() const { return renderData_; }
     RenderDataNode& insertRenderData(std::unique_ptr<RenderDataNode> renderData, RenderDataNode* behind);
@@ -60,6 +67,8 @@ public:
     /// Folder and name of the document's file; the folder is empty while it was never saved.
     Filename path;
     Filename fileName;
+    /// The document was told to differ from its file.
+    bool changed = false;
 
     void assign(const Node& source) override;
     std::unique_ptr<Node> makeEmpty() const override;
@@ -70,7 +79,7 @@ private:
     friend std::unique_ptr<Node> removeNode(Node&);
 
     int32_t fps_ = 30;
-    Chain<Layer> layers_;
+    Layer layerRoot_;
     Chain<Material> materials_;
     Chain<Object> objects_;
     Chain<RenderDataNode> renderData_;

@@ -8,6 +8,7 @@
 #include "headless/model/tag.h"
 #include "headless/model/view.h"
 #include "host/document.h"
+#include "host/layer.h"
 #include "host/material.h"
 #include "host/object.h"
 #include "host/tag.h"
@@ -50,6 +51,7 @@ HEADLESS_HANDLE(Material, ::BaseMaterial)
 HEADLESS_HANDLE(Shader, ::BaseShader)
 HEADLESS_HANDLE(VideoPost, ::BaseVideoPost)
 HEADLESS_HANDLE(RenderDataNode, ::RenderData)
+HEADLESS_HANDLE(Layer, ::LayerObject)
 HEADLESS_HANDLE(Document, ::BaseDocument)
 #undef HEADLESS_HANDLE
 

@@ -50,6 +50,14 @@ Layer& Layer::insertChild(std::unique_ptr<Layer> layer, Layer* behind) {
     return added;
 }
 
+bool Layer::isWithin(const Layer& layer) const {
+    const Layer* place = this;
+    while (place && place != &layer) {
+        place = place->parent_;
+    }
+    return place != nullptr;
+}
+
 void Layer::assign(const Node& source) {
     Node::assign(source);
     setOwnFlags(static_cast<const Layer&>(source).own_);

@@ -24,6 +24,9 @@ public:
     /// Takes over `layer` as a child behind `behind`, or first when that is null.
     Layer& insertChild(std::unique_ptr<Layer> layer, Layer* behind);
 
+    /// True for `layer` itself and all below it.
+    bool isWithin(const Layer& layer) const;
+
     Layer* next = nullptr;
     Layer* pred = nullptr;
 

@@ -32,6 +32,14 @@ Material* Shader::material() const {
     return shader->material_;
 }
 
+bool Shader::isWithin(const Shader& shader) const {
+    const Shader* place = this;
+    while (place && place != &shader) {
+        place = place->parent_;
+    }
+    return place != nullptr;
+}
+
 std::unique_ptr<Node> Shader::makeEmpty() const {
     auto made = std::make_unique<Shader>(type());
     attachPluginData(*made);

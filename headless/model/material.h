@@ -3,6 +3,7 @@
 
 #include "headless/model/chain.h"
 #include "headless/model/node.h"
+#include "headless/model/shader_run.h"
 
 namespace headless {
 
@@ -19,6 +20,11 @@ public:
     /// The material in whose list the shader or a shader above it is; null outside.
     Material* material() const;
     Shader* parent() const { return parent_; }
+    /// True for `shader` itself and all below it.
+    bool isWithin(const Shader& shader) const;
+
+    /// Null but between InitRender and FreeRender; not copied.
+    std::unique_ptr<ShaderRun> run;
 
     Shader* next = nullptr;
     Shader* pred = nullptr;

@@ -119,7 +119,8 @@ std::unique_ptr<T> clone(const T& node, Owned which = Owned::all) {
 }
 
 /// Takes `node` out of the list that holds it; the caller owns it then. A node that is in no list comes back
-/// as it is. Null, and nothing happens, for what can't be taken out: the head of a cache, a document.
+/// as it is. Null, and nothing happens, for what can't be taken out: the head of a cache, the root of the
+/// layers, a document.
 std::unique_ptr<Node> removeNode(Node& node);
 
 } // namespace headless

@@ -65,7 +65,7 @@ std::unique_ptr<Node> removeNode(Node& node) {
             removed = layer.parent_->children_.remove(layer);
             layer.parent_ = nullptr;
         } else if (document) {
-            removed = document->layers_.remove(layer);
+            return nullptr;
         }
         layer.updateFlags();
         break;

@@ -37,7 +37,7 @@ std::pair<Node*, Node*> placeOf(const Node& node) {
         return {node.document(), static_cast<const RenderDataNode&>(node).pred};
     case NodeKind::layer: {
         const auto& layer = static_cast<const Layer&>(node);
-        return {layer.parent() ? static_cast<Node*>(layer.parent()) : node.document(), layer.pred};
+        return {layer.parent(), layer.pred};
     }
     case NodeKind::document:
         break;
@@ -92,11 +92,7 @@ void insertAt(std::unique_ptr<Node> node, Node& owner, Node* behind) {
                                   stillIn<RenderDataNode>(owner, behind));
         break;
     case NodeKind::layer:
-        if (atTop) {
-            document.insertLayer(as<Layer>(std::move(node)), stillIn<Layer>(owner, behind));
-        } else {
-            static_cast<Layer&>(owner).insertChild(as<Layer>(std::move(node)), stillIn<Layer>(owner, behind));
-        }
+        static_cast<Layer&>(owner).insertChild(as<Layer>(std::move(node)), stillIn<Layer>(owner, behind));
         break;
     case NodeKind::document:
         break;

@@ -24,12 +24,18 @@ BaseContainer* getParameter(Description* description, const DescID& id) {
     return fromHost(description).properties(id[0]);
 }
 
+bool setParameter(Description* description, const DescID& id, int32_t dataType,
+                  const BaseContainer& properties, const DescID& group) {
+    return fromHost(description).set(id[0], dataType, properties, group[0]);
+}
+
 } // namespace
 
 const DescriptionTable* descriptionTable() {
     static constexpr DescriptionTable table = {
         .Load = load,
         .GetParameter = getParameter,
+        .SetParameter = setParameter,
     };
     return &table;
 }

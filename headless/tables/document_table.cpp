@@ -4,6 +4,7 @@
 #include "headless/model/node_types.h"
 #include "headless/tables/adopt.h"
 #include "headless/tables/tables.h"
+#include "host/atomarray.h"
 
 namespace headless {
 
@@ -144,6 +145,86 @@ void insertVideoPost(::RenderData* renderData, BaseVideoPost* videoPost, BaseVid
     }
 }
 
+::RenderData* allocRenderData() {
+    return toHost(createRenderData().release());
+}
+
+void insertRenderData(BaseDocument* document, ::RenderData* renderData) {
+    if (std::unique_ptr<RenderDataNode> adopted = adopt(renderData)) {
+        Document& target = *fromHost(document);
+        target.setActiveRenderData(target.insertRenderData(std::move(adopted), target.renderData().last()));
+    }
+}
+
+LayerObject* getLayerObjectRoot(const BaseDocument* document) {
+    return toHost(&fromHost(document)->layerRoot());
+}
+
+LayerObject* allocLayer() {
+    return toHost(std::make_unique<Layer>().release());
+}
+
+LayerObject* getDownLayer(const LayerObject* layer) {
+    return toHost(fromHost(layer)->children().first());
+}
+
+LayerObject* getNextLayer(const LayerObject* layer) {
+    return toHost(fromHost(layer)->next);
+}
+
+void insertLayerUnder(LayerObject* layer, LayerObject* parent) {
+    if (layer && parent && !fromHost(parent)->isWithin(*fromHost(layer))) {
+        if (std::unique_ptr<Layer> adopted = adopt(layer)) {
+            fromHost(parent)->insertChild(std::move(adopted), nullptr);
+        }
+    }
+}
+
+void appendSelected(const Node& node, AtomArray& selected) {
+    if ((node.info & BIT_ACTIVE) != 0) {
+        selected.Append(toHost(&node));
+    }
+}
+
+void getActiveMaterials(const BaseDocument* document, AtomArray& selected) {
+    for (const Material* material = fromHost(document)->materials().first(); material;
+         material = material->next) {
+        appendSelected(*material, selected);
+    }
+}
+
+/// Objects as the hierarchy shows them, each with its tags behind it, then materials.
+void getSelection(const BaseDocument* document, AtomArray& selected) {
+    const Object* object = fromHost(document)->objects().first();
+    while (object) {
+        appendSelected(*object, selected);
+        for (const Tag* tag = object->tags().first(); tag; tag = tag->next) {
+            appendSelected(*tag, selected);
+        }
+        if (object->children().first()) {
+            object = object->children().first();
+            continue;
+        }
+        while (object && !object->next) {
+            object = object->parent();
+        }
+        object = object ? object->next : nullptr;
+    }
+    getActiveMaterials(document, selected);
+}
+
+void setDocumentPath(BaseDocument* document, const Filename& folder) {
+    fromHost(document)->path = folder;
+}
+
+void setDocumentName(BaseDocument* document, const Filename& name) {
+    fromHost(document)->fileName = name;
+}
+
+void setChanged(BaseDocument* document) {
+    fromHost(document)->changed = true;
+}
+
 } // namespace
 
 const DocumentTable* documentTable() {
@@ -174,6 +255,18 @@ const DocumentTable* documentTable() {
         .GetFirstVideoPost = getFirstVideoPost,
         .GetNextVideoPost = getNextVideoPost,
         .InsertVideoPost = insertVideoPost,
+        .AllocRenderData = allocRenderData,
+        .InsertRenderData = insertRenderData,
+        .GetLayerObjectRoot = getLayerObjectRoot,
+        .AllocLayer = allocLayer,
+        .GetDownLayer = getDownLayer,
+        .GetNextLayer = getNextLayer,
+        .InsertLayerUnder = insertLayerUnder,
+        .GetActiveMaterials = getActiveMaterials,
+        .GetSelection = getSelection,
+        .SetDocumentPath = setDocumentPath,
+        .SetDocumentName = setDocumentName,
+        .SetChanged = setChanged,
     };
     return &table;
 }

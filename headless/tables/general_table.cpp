@@ -8,6 +8,8 @@
 #include "headless/model/host_memory.h"
 #include "headless/runtime/files.h"
 #include "headless/runtime/host.h"
+#include "headless/runtime/texture_search.h"
+#include "headless/runtime/zip_extract.h"
 
 namespace headless {
 
@@ -96,6 +98,14 @@ bool fileSelect(Filename& path, int32_t /*mode*/, const String& title) {
     return chosen.has_value();
 }
 
+bool unpackZip(const Filename& archive, const Filename& folder) {
+    const std::string fault = extractZip(files::pathOf(archive), files::pathOf(folder));
+    if (!fault.empty()) {
+        Host::current().errors().print(archive.GetUtf8() + ": " + fault);
+    }
+    return fault.empty();
+}
+
 } // namespace
 
 const GeneralTable* generalTable() {
@@ -121,6 +131,10 @@ const GeneralTable* generalTable() {
         .CreateDirectory = files::createDirectory,
         .Kill = files::kill,
         .FileSelect = fileSelect,
+        .CopyFile = files::copy,
+        .ListDirectory = files::list,
+        .ExtractZip = unpackZip,
+        .GenerateTexturePath = findTexture,
     };
     return &table;
 }

@@ -15,6 +15,8 @@ const HostTable* hostTable() {
         .object = objectTable(),
         .tag = tagTable(),
         .material = materialTable(),
+        .shading = shadingTable(),
+        .bitmap = bitmapTable(),
         .draw = drawTable(),
         .description = descriptionTable(),
         .thread = threadTable(),

@@ -54,6 +54,15 @@ bool message(BaseList2D* node, int32_t type, void* data) {
     return fromHost(node)->message(type, data);
 }
 
+LayerObject* getLayerObject(const BaseList2D* node) {
+    return toHost(fromHost(node)->layer());
+}
+
+void setLayerObject(BaseList2D* node, LayerObject* layer) {
+    const bool isRoot = layer && !fromHost(layer)->parent() && fromHost(layer)->document();
+    fromHost(node)->setLayer(isRoot ? nullptr : fromHost(layer));
+}
+
 BaseList2D* getClone(const BaseList2D* node) {
     return toHost(cloneNode(*fromHost(node)).release());
 }
@@ -91,6 +100,8 @@ const ListTable* listTable() {
         .GetDocument = getDocument,
         .GetNodeData = getNodeData,
         .Message = message,
+        .GetLayerObject = getLayerObject,
+        .SetLayerObject = setLayerObject,
         .GetClone = getClone,
         .Remove = removeFromList,
         .Free = freeNode,

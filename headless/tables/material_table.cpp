@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "headless/model/node_types.h"
+#include "headless/shaders/material_picture.h"
 #include "headless/tables/adopt.h"
 #include "headless/tables/tables.h"
 
@@ -41,6 +42,26 @@ BaseShader* getDownShader(const BaseShader* shader) {
     return toHost(fromHost(shader)->children().first());
 }
 
+void insertShaderUnder(BaseShader* parent, BaseShader* shader) {
+    if (shader && parent && !fromHost(parent)->isWithin(*fromHost(shader))) {
+        if (std::unique_ptr<Shader> adopted = adopt(shader)) {
+            fromHost(parent)->insertChild(std::move(adopted), nullptr);
+        }
+    }
+}
+
+BaseMaterial* getMaterialOfShader(const BaseShader* shader) {
+    return toHost(fromHost(shader)->material());
+}
+
+bool getChannelState(const BaseMaterial* material, int32_t channel) {
+    return channelState(*fromHost(material), channel);
+}
+
+bool initGLImage(BaseMaterial* material, BaseDocument* document, BaseThread* thread, BaseBitmap* bitmap) {
+    return bitmap && drawMaterial(*fromHost(material), document, thread, bitmap);
+}
+
 } // namespace
 
 const MaterialTable* materialTable() {
@@ -53,6 +74,10 @@ const MaterialTable* materialTable() {
         .AllocShader = allocShader,
         .GetNextShader = getNextShader,
         .GetDownShader = getDownShader,
+        .InsertShaderUnder = insertShaderUnder,
+        .GetMaterialOfShader = getMaterialOfShader,
+        .GetChannelState = getChannelState,
+        .InitGLImage = initGLImage,
     };
     return &table;
 }

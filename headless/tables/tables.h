@@ -12,6 +12,8 @@ const DocumentTable* documentTable();
 const ObjectTable* objectTable();
 const TagTable* tagTable();
 const MaterialTable* materialTable();
+const ShadingTable* shadingTable();
+const BitmapTable* bitmapTable();
 const DrawTable* drawTable();
 const DescriptionTable* descriptionTable();
 const ThreadTable* threadTable();

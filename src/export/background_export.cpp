@@ -5,7 +5,6 @@
 #include "export/scene_exporter.h"
 #include "host/material.h"
 #include "materials/background_material.h"
-#include "materials/material_ids.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/materials/sun_sky_material.h"
 #include "scene/render_settings_parts.h"

@@ -4,7 +4,6 @@
 #include "foundation/file_utils.h"
 #include "host/material.h"
 #include "host/tag.h"
-#include "materials/material_ids.h"
 #include "shared/export_context.h"
 #include "shared/parameter_ids.h"
 #include "shared/plugin_state.h"

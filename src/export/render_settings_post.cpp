@@ -4,7 +4,6 @@
 #include "export/gpu_devices.h"
 #include "host/general.h"
 #include "host/ids.h"
-#include "materials/material_ids.h"
 #include "shared/described_data.h"
 #include "shared/parameter_ids.h"
 #include "shared/plugin_ids.h"

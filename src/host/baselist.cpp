@@ -66,3 +66,11 @@ BaseList2D* BaseList2D::GetClone() const {
 void BaseList2D::Remove() {
     HostTables()->list->Remove(this);
 }
+
+LayerObject* BaseList2D::GetLayerObject() const {
+    return HostTables()->list->GetLayerObject(this);
+}
+
+void BaseList2D::SetLayerObject(LayerObject* layer) {
+    HostTables()->list->SetLayerObject(this, layer);
+}

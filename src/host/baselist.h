@@ -5,6 +5,7 @@
 #include "host/descid.h"
 
 class BaseDocument;
+class LayerObject;
 class NodeData;
 
 /// A node of the host: an element of a document with a type, a name, info flags and a container of
@@ -39,6 +40,11 @@ public:
     NodeData* GetNodeData() const;
     bool Message(int32_t type, void* data = nullptr);
 
+    /// Null when the node is on no layer.
+    LayerObject* GetLayerObject() const;
+    /// Null takes the node from its layer.
+    void SetLayerObject(LayerObject* layer);
+
     /// A copy with all below it, outside any document; links between copied nodes lead to the copies.
     /// The caller owns it until it's inserted.
     BaseList2D* GetClone() const;
@@ -51,9 +57,23 @@ struct DescriptionCommand {
     DescID id;
 };
 
+/// Data of MSG_RENDER_PREPARE when one material takes another's place.
+struct MaterialExchange {
+    class BaseMaterial* oldMaterial = nullptr;
+    class BaseMaterial* newMaterial = nullptr;
+};
+
 enum NodeMessage : int32_t {
+    /// The node has changed.
+    MSG_UPDATE = 5,
     /// A button of the node's page was pressed; the data is a DescriptionCommand.
     MSG_DESCRIPTION_COMMAND = 18,
-    /// A render is about to begin.
+    /// The node's page is about to be shown.
+    MSG_DESCRIPTION_VALIDATE = 20,
+    /// A parameter of the node was set.
+    MSG_DESCRIPTION_POSTSETPARAMETER = 31,
+    /// Without data a render is about to begin, or unused materials are about to be removed and each material
+    /// marks
+    /// those that it uses. With data, a MaterialExchange, a material takes another's place.
     MSG_RENDER_PREPARE = 1073741828,
 };

@@ -16,3 +16,8 @@ void Description::Hide(const DescID& id, bool hidden) {
         properties->SetBool(DESC_HIDE, hidden);
     }
 }
+
+bool Description::SetParameter(const DescID& id, int32_t dataType, const BaseContainer& properties,
+                               const DescID& group) {
+    return HostTables()->description->SetParameter(this, id, dataType, properties, group);
+}

@@ -116,3 +116,35 @@ bool BaseDocument::DoUndo() {
 BaseDocument* GetActiveDocument() {
     return HostTables()->document->GetActiveDocument();
 }
+
+RenderData* RenderData::Alloc() {
+    return HostTables()->document->AllocRenderData();
+}
+
+void BaseDocument::InsertRenderData(RenderData* renderData) {
+    HostTables()->document->InsertRenderData(this, renderData);
+}
+
+LayerObject* BaseDocument::GetLayerObjectRoot() const {
+    return HostTables()->document->GetLayerObjectRoot(this);
+}
+
+void BaseDocument::GetActiveMaterials(AtomArray& materials) const {
+    HostTables()->document->GetActiveMaterials(this, materials);
+}
+
+void BaseDocument::GetSelection(AtomArray& nodes) const {
+    HostTables()->document->GetSelection(this, nodes);
+}
+
+void BaseDocument::SetDocumentPath(const Filename& folder) {
+    HostTables()->document->SetDocumentPath(this, folder);
+}
+
+void BaseDocument::SetDocumentName(const Filename& name) {
+    HostTables()->document->SetDocumentName(this, name);
+}
+
+void BaseDocument::SetChanged() {
+    HostTables()->document->SetChanged(this);
+}

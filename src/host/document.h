@@ -6,7 +6,9 @@
 class BaseDraw;
 class BaseMaterial;
 class BaseObject;
+class AtomArray;
 class BaseThread;
+class LayerObject;
 
 /// An effect of a render setup; the plug-in's render settings are one.
 class BaseVideoPost : public BaseList2D {
@@ -20,6 +22,8 @@ public:
 /// One render setup of a document: image size, frame range, video posts.
 class RenderData : public BaseList2D {
 public:
+    static RenderData* Alloc();
+
     BaseVideoPost* GetFirstVideoPost() const;
     void InsertVideoPost(BaseVideoPost* videoPost, BaseVideoPost* behind = nullptr);
 };
@@ -44,6 +48,15 @@ public:
     void InsertObject(BaseObject* object, BaseObject* parent = nullptr, BaseObject* behind = nullptr);
     void InsertMaterial(BaseMaterial* material, BaseMaterial* behind = nullptr);
 
+    /// The document takes over the setup, and makes it the active one.
+    void InsertRenderData(RenderData* renderData);
+    /// Root of the document's layers.
+    LayerObject* GetLayerObjectRoot() const;
+    /// Appends the selected materials, in the document's order.
+    void GetActiveMaterials(AtomArray& materials) const;
+    /// Appends all selected objects, tags and materials.
+    void GetSelection(AtomArray& nodes) const;
+
     int32_t GetFps() const;
     void SetFps(int32_t fps);
     BaseTime GetTime() const;
@@ -58,6 +71,11 @@ public:
     /// The folder of the document's file; empty while the document was never saved.
     Filename GetDocumentPath() const;
     Filename GetDocumentName() const;
+    /// Neither touches the document's file.
+    void SetDocumentPath(const Filename& folder);
+    void SetDocumentName(const Filename& name);
+    /// The document differs from its file.
+    void SetChanged();
 
     void StartUndo();
     /// To be called before a change or a deletion, after a creation.

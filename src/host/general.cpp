@@ -83,6 +83,23 @@ bool GeFKill(const Filename& path, bool recursive) {
     return HostTables()->general->Kill(path, recursive);
 }
 
+bool GeFCopyFile(const Filename& source, const Filename& target, bool overwrite) {
+    return HostTables()->general->CopyFile(source, target, overwrite);
+}
+
+bool GeFListDirectory(const Filename& folder, std::vector<Filename>& names) {
+    return HostTables()->general->ListDirectory(folder, names);
+}
+
+bool GeExtractZip(const Filename& archive, const Filename& folder) {
+    return HostTables()->general->ExtractZip(archive, folder);
+}
+
+bool GenerateTexturePath(const Filename& documentPath, const Filename& name, const Filename& extra,
+                         Filename* found) {
+    return HostTables()->general->GenerateTexturePath(documentPath, name, extra, found);
+}
+
 void Random::Init(uint32_t seed) {
     // A xorshift state of 0 would stay 0; the multiplication spreads neighbouring timer values apart.
     state_ = seed * 2654435761u + 0x9E3779B9u;

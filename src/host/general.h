@@ -4,6 +4,7 @@
 #include "host/basecontainer.h"
 
 #include <cstddef>
+#include <vector>
 
 /// Writes a line to the host's console. Any thread.
 void GePrint(const String& line);
@@ -61,6 +62,20 @@ bool GeFExist(const Filename& path, bool isDirectory = false);
 bool GeFCreateDir(const Filename& path);
 /// Deletes a file, or with `recursive` a folder and all it holds.
 bool GeFKill(const Filename& path, bool recursive = false);
+/// Copies a file; with `overwrite` over an existing one. The source may be a "preset://" name of the host's
+/// libraries.
+bool GeFCopyFile(const Filename& source, const Filename& target, bool overwrite);
+/// Appends the names of what lies in a folder, files and folders, in alphabetical order.
+bool GeFListDirectory(const Filename& folder, std::vector<Filename>& names);
+/// Unpacks a zip archive into an existing folder; nothing is written outside of it. False when the archive
+/// can't be read or is refused; what was unpacked until then is removed.
+bool GeExtractZip(const Filename& archive, const Filename& folder);
+
+/// Looks for a texture by its name as a document stores it: beside the document, in its folder "tex", in
+/// `extra` and in the host's texture paths. False when there is none. An empty `found` means that the name
+/// stands as it is.
+bool GenerateTexturePath(const Filename& documentPath, const Filename& name, const Filename& extra,
+                         Filename* found);
 
 /// The host's random numbers.
 class Random {

@@ -54,10 +54,54 @@ enum NodeType : int32_t {
     Xbitmap = 5833,
 };
 
+enum ShaderParameter : int32_t {
+    /// Of the bitmap shader: the image file.
+    BITMAPSHADER_FILENAME = 1000,
+};
+
+/// Parameters of the standard material, Mmaterial. Colours are multiplied by their brightness.
+enum MaterialParameter : int32_t {
+    /// Strength of the bump, of 1 for 100 %.
+    MATERIAL_BUMP_STRENGTH = 1009,
+    MATERIAL_TRANSPARENCY_REFRACTION = 1005,
+    MATERIAL_ALPHA_INVERT = 1014,
+    MATERIAL_SPECULAR_WIDTH = 1016,
+    MATERIAL_SPECULAR_HEIGHT = 1017,
+    /// Document units.
+    MATERIAL_DISPLACEMENT_HEIGHT = 1025,
+    /// 2 is Oren-Nayar.
+    MATERIAL_ILLUMINATION_MODEL = 1134,
+    MATERIAL_ILLUMINATION_MODEL_ORENNAYAR = 2,
+    MATERIAL_COLOR_COLOR = 2100,
+    MATERIAL_COLOR_BRIGHTNESS = 2101,
+    MATERIAL_LUMINANCE_COLOR = 2300,
+    MATERIAL_LUMINANCE_BRIGHTNESS = 2301,
+    MATERIAL_TRANSPARENCY_COLOR = 2400,
+    MATERIAL_TRANSPARENCY_BRIGHTNESS = 2401,
+    MATERIAL_REFLECTION_COLOR = 2500,
+    MATERIAL_REFLECTION_BRIGHTNESS = 2501,
+    MATERIAL_COLOR_SHADER = 8000,
+    MATERIAL_LUMINANCE_SHADER = 8002,
+    MATERIAL_BUMP_SHADER = 8006,
+    MATERIAL_ALPHA_SHADER = 8007,
+    MATERIAL_SPECULAR_SHADER = 8008,
+    MATERIAL_DISPLACEMENT_SHADER = 8009,
+    MATERIAL_NORMAL_SHADER = 8012,
+    /// Blurriness, 0 to 1.
+    MATERIAL_TRANSPARENCY_DISPERSION = 8020,
+    MATERIAL_REFLECTION_DISPERSION = 8021,
+};
+
 /// Bits of a node's info flags.
 enum NodeBits : int32_t {
     /// The object is input of a generator.
     BIT_CONTROLOBJECT = 0x200,
+    /// The node is selected.
+    BIT_ACTIVE = 2,
+    /// The material is used: the removal of unused materials leaves it. It shares its number with the
+    /// disabled bit of
+    /// video posts.
+    BIT_MATERIALUSED = 4,
     /// The video post is disabled.
     BIT_VPDISABLED = 4,
 };

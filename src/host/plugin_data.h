@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/description.h"
+#include "host/material.h"
 #include "host/object.h"
 
 class BaseDraw;
@@ -52,8 +53,37 @@ public:
 };
 
 class VideoPostData : public NodeData {};
-class MaterialData : public NodeData {};
-class ShaderData : public NodeData {};
+
+class MaterialData : public NodeData {
+public:
+    /// What the material asks of the host's renderer; no flags by default.
+    virtual int32_t GetRenderInfo(BaseMaterial* /*material*/) { return 0; }
+    /// A render begins. An InitRenderResult.
+    virtual int32_t InitRender(BaseMaterial* /*material*/, const InitRenderStruct& /*init*/) {
+        return INITRENDERRESULT_OK;
+    }
+    virtual void FreeRender(BaseMaterial* /*material*/) {}
+    /// Fills the answers of `volume`. Any thread.
+    virtual void CalcSurface(BaseMaterial* /*material*/, VolumeData* /*volume*/) {}
+    /// Fills `transparency` of `volume`. Any thread.
+    virtual void CalcTransparency(BaseMaterial* /*material*/, VolumeData* /*volume*/) {}
+    /// Fills `bitmap`, an image of the viewport's size, with what the viewport shows of the material.
+    virtual bool InitGLImage(BaseMaterial* /*material*/, BaseDocument* /*document*/, BaseThread* /*thread*/,
+                             BaseBitmap* /*bitmap*/) {
+        return false;
+    }
+};
+
+class ShaderData : public NodeData {
+public:
+    /// A render or bake begins. An InitRenderResult.
+    virtual int32_t InitRender(BaseShader* /*shader*/, const InitRenderStruct& /*init*/) {
+        return INITRENDERRESULT_OK;
+    }
+    virtual void FreeRender(BaseShader* /*shader*/) {}
+    /// The shader's value at a place. Any thread, between InitRender and FreeRender.
+    virtual Vector Output(BaseShader* /*shader*/, const ChannelData& /*channel*/) { return Vector(); }
+};
 
 enum CommandState : int32_t { CMD_ENABLED = 1, CMD_VALUE = 2 };
 

@@ -4,10 +4,12 @@
 // The boundary to the host: tables of functions by family, whose root the host hands to c4d_main. The classes
 // of this folder wrap them under the host's names; nothing else uses the tables. A host fills every entry.
 
+#include "host/bake.h"
 #include "host/basedraw.h"
 #include "host/dialog.h"
 #include "host/document.h"
 #include "host/general.h"
+#include "host/layer.h"
 #include "host/material.h"
 #include "host/object.h"
 #include "host/registration.h"
@@ -36,6 +38,11 @@ struct GeneralTable {
     bool (*CreateDirectory)(const Filename& path);
     bool (*Kill)(const Filename& path, bool recursive);
     bool (*FileSelect)(Filename& path, int32_t mode, const String& title);
+    bool (*CopyFile)(const Filename& source, const Filename& target, bool overwrite);
+    bool (*ListDirectory)(const Filename& folder, std::vector<Filename>& names);
+    bool (*ExtractZip)(const Filename& archive, const Filename& folder);
+    bool (*GenerateTexturePath)(const Filename& documentPath, const Filename& name, const Filename& extra,
+                                Filename* found);
 };
 
 struct ListTable {
@@ -51,6 +58,8 @@ struct ListTable {
     BaseDocument* (*GetDocument)(const BaseList2D* node);
     NodeData* (*GetNodeData)(const BaseList2D* node);
     bool (*Message)(BaseList2D* node, int32_t type, void* data);
+    LayerObject* (*GetLayerObject)(const BaseList2D* node);
+    void (*SetLayerObject)(BaseList2D* node, LayerObject* layer);
     BaseList2D* (*GetClone)(const BaseList2D* node);
     void (*Remove)(BaseList2D* node);
     /// Frees a node that no document owns; null is ignored.
@@ -86,6 +95,18 @@ struct DocumentTable {
     BaseVideoPost* (*GetFirstVideoPost)(const RenderData* renderData);
     BaseVideoPost* (*GetNextVideoPost)(const BaseVideoPost* videoPost);
     void (*InsertVideoPost)(RenderData* renderData, BaseVideoPost* videoPost, BaseVideoPost* behind);
+    RenderData* (*AllocRenderData)();
+    void (*InsertRenderData)(BaseDocument* document, RenderData* renderData);
+    LayerObject* (*GetLayerObjectRoot)(const BaseDocument* document);
+    LayerObject* (*AllocLayer)();
+    LayerObject* (*GetDownLayer)(const LayerObject* layer);
+    LayerObject* (*GetNextLayer)(const LayerObject* layer);
+    void (*InsertLayerUnder)(LayerObject* layer, LayerObject* parent);
+    void (*GetActiveMaterials)(const BaseDocument* document, AtomArray& materials);
+    void (*GetSelection)(const BaseDocument* document, AtomArray& nodes);
+    void (*SetDocumentPath)(BaseDocument* document, const Filename& folder);
+    void (*SetDocumentName)(BaseDocument* document, const Filename& name);
+    void (*SetChanged)(BaseDocument* document);
 };
 
 struct ObjectTable {
@@ -149,6 +170,39 @@ struct MaterialTable {
     BaseShader* (*AllocShader)(int32_t type);
     BaseShader* (*GetNextShader)(const BaseShader* shader);
     BaseShader* (*GetDownShader)(const BaseShader* shader);
+    void (*InsertShaderUnder)(BaseShader* parent, BaseShader* shader);
+    BaseMaterial* (*GetMaterialOfShader)(const BaseShader* shader);
+    bool (*GetChannelState)(const BaseMaterial* material, int32_t channel);
+    bool (*InitGLImage)(BaseMaterial* material, BaseDocument* document, BaseThread* thread,
+                        BaseBitmap* bitmap);
+};
+
+struct ShadingTable {
+    int32_t (*InitRender)(BaseShader* shader, const InitRenderStruct& init);
+    void (*FreeRender)(BaseShader* shader);
+    Vector (*Sample)(BaseShader* shader, const ChannelData& channel);
+    Vector (*TraceColor)(VolumeData* volume, const ShadingRay& ray, float maximumDistance);
+    void (*IllumSurfacePoint)(VolumeData* volume, Vector* diffuse, Vector* highlights);
+    BaseDocument* (*InitBakeTexture)(BaseDocument* document, TextureTag* texture, UVWTag* uvw,
+                                     const BaseContainer& settings, int32_t* error, BaseThread* thread);
+    int32_t (*BakeTexture)(BaseDocument* bakeDocument, const BaseContainer& settings, BaseBitmap* bitmap,
+                           BaseThread* thread);
+};
+
+struct BitmapTable {
+    BaseBitmap* (*Alloc)();
+    MultipassBitmap* (*AllocMultipass)(int32_t width, int32_t height, int32_t colorMode);
+    void (*Free)(BaseBitmap* bitmap);
+    int32_t (*Init)(BaseBitmap* bitmap, int32_t width, int32_t height, int32_t depth);
+    int32_t (*Load)(BaseBitmap* bitmap, const Filename& file);
+    int32_t (*Save)(const BaseBitmap* bitmap, const Filename& file, int32_t filter,
+                    const BaseContainer* settings, int32_t saveBits);
+    int32_t (*GetWidth)(const BaseBitmap* bitmap);
+    int32_t (*GetHeight)(const BaseBitmap* bitmap);
+    int32_t (*GetDepth)(const BaseBitmap* bitmap);
+    void (*GetPixel)(const BaseBitmap* bitmap, int32_t x, int32_t y, uint16_t* r, uint16_t* g, uint16_t* b);
+    void (*SetPixel)(BaseBitmap* bitmap, int32_t x, int32_t y, int32_t r, int32_t g, int32_t b);
+    uint8_t* (*GetRow)(BaseBitmap* bitmap, int32_t y);
 };
 
 struct DrawTable {
@@ -167,6 +221,8 @@ struct DrawTable {
 struct DescriptionTable {
     bool (*Load)(Description* description, int32_t pluginId);
     BaseContainer* (*GetParameter)(Description* description, const DescID& id);
+    bool (*SetParameter)(Description* description, const DescID& id, int32_t dataType,
+                         const BaseContainer& properties, const DescID& group);
 };
 
 struct ThreadTable {
@@ -235,6 +291,8 @@ struct HostTable {
     const ObjectTable* object;
     const TagTable* tag;
     const MaterialTable* material;
+    const ShadingTable* shading;
+    const BitmapTable* bitmap;
     const DrawTable* draw;
     const DescriptionTable* description;
     const ThreadTable* thread;

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// Numbers of the parameters of the plug-in's video post, tags and objects: the very headers that its
-// description resources are made with, so that a number stands in one place. Documents store them.
+// Numbers of the parameters of the plug-in's video post, material, shaders, tags and objects: the very
+// headers that its description resources are made with, so that a number stands in one place. Documents store
+// them.
 
+#include "description/Mquenzamaterial.h"
 #include "description/Oquenzainstance.h"
 #include "description/Oquenzasectionplane.h"
 #include "description/TCameraTag.h"
@@ -12,3 +14,8 @@
 #include "description/oquenzarendersettings.h"
 #include "description/tMyLightTag.h"
 #include "description/tSubdivision.h"
+#include "description/xcquenzaqslshader.h"
+#include "description/xqslblend.h"
+#include "description/xqslgradient.h"
+#include "description/xqslnoise.h"
+#include "description/xqslnormal.h"

@@ -6,7 +6,6 @@
 #include "host/material.h"
 #include "materials/background_material.h"
 #include "materials/base_emission.h"
-#include "materials/material_ids.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/materials/sun_sky_material.h"
 #include "scene/scene_node_background_settings.h"

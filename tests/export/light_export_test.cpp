@@ -5,7 +5,6 @@
 #include "host/ids.h"
 #include "host/inexclude.h"
 #include "host/material.h"
-#include "materials/material_ids.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/scene_node_render_settings.h"
 #include "scene/scene_node_section_plane.h"

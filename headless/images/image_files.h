@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "headless/images/image.h"
+
+#include <filesystem>
+
+namespace headless {
+
+/// Reads an image file: PNG, JPEG, TIFF, OpenEXR, Radiance HDR, BMP and TGA, told by its content. 8 bits a
+/// component become a 24 bit image, more of them a 96 bit one. Grey is spread over the three components,
+/// alpha is left out and doesn't darken. An ImageResult; after a failure the image is empty. Any thread.
+int32_t readImage(const std::filesystem::path& file, Image& image);
+
+/// How an image is written.
+struct ImageSaving {
+    /// An ImageFilter.
+    int32_t filter = FILTER_PNG;
+    /// 0 to 100, for JPEG.
+    int32_t quality = 80;
+    /// One channel with the brightness of the colours; three equal ones in HDR files, which know no other.
+    bool greyscale = false;
+};
+
+/// Writes an image file whole or not at all. TIFF, OpenEXR and HDR keep floats, the others take 0 to 1 as 8
+/// bits. An ImageResult. Any thread.
+int32_t writeImage(const std::filesystem::path& file, const Image& image, const ImageSaving& saving);
+
+} // namespace headless

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#include "headless/runtime/texture_search.h"
+
+#include "headless/runtime/files.h"
+#include "headless/runtime/platform.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace headless {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+#ifdef _WIN32
+constexpr char LIST_SEPARATOR = ';';
+#else
+constexpr char LIST_SEPARATOR = ':';
+#endif
+
+std::string lowerCase(std::string text) {
+    std::ranges::transform(text, text.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return text;
+}
+
+/// The entry of a folder whose name differs from `name` in case alone; the first by its bytes.
+std::optional<fs::path> entryIgnoringCase(const fs::path& folder, const fs::path& name) {
+    const std::string wanted = lowerCase(platform::utf8FromPath(name));
+    std::optional<fs::path> best;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const fs::path candidate = entry->path().filename();
+        if (lowerCase(platform::utf8FromPath(candidate)) == wanted && (!best || candidate < *best)) {
+            best = candidate;
+        }
+    }
+    return best;
+}
+
+std::optional<fs::path> fileOnDisk(const fs::path& folder, const fs::path& relative) {
+    std::error_code error;
+    if (fs::is_regular_file(folder / relative, error)) {
+        return folder / relative;
+    }
+    fs::path place = folder;
+    for (const fs::path& part : relative) {
+        if (fs::exists(place / part, error)) {
+            place /= part;
+            continue;
+        }
+        const std::optional<fs::path> entry = entryIgnoringCase(place, part);
+        if (!entry) {
+            return std::nullopt;
+        }
+        place /= *entry;
+    }
+    return fs::is_regular_file(place, error) ? std::optional(place) : std::nullopt;
+}
+
+std::vector<fs::path> placesOf(const Filename& documentPath, const Filename& extra) {
+    std::vector<fs::path> places;
+    if (documentPath.Content()) {
+        const fs::path folder = files::pathOf(documentPath);
+        places = {folder, folder / "tex"};
+    }
+    if (extra.Content()) {
+        places.push_back(files::pathOf(extra));
+    }
+    const char* const variable = std::getenv("QUENZA_HEADLESS_TEXTURES");
+    const std::string list = variable ? variable : "";
+    for (size_t start = 0; start < list.size();) {
+        const size_t end = std::min(list.find(LIST_SEPARATOR, start), list.size());
+        if (end > start) {
+            places.push_back(platform::pathFromUtf8(list.substr(start, end - start)));
+        }
+        start = end + 1;
+    }
+    return places;
+}
+
+/// The forms in which a name is looked for below a place.
+std::vector<fs::path> formsOf(std::string name) {
+    // A document may come from a platform with other separators.
+    std::ranges::replace(name, '\\', '/');
+    const bool isFull = name.starts_with('/') || (name.size() > 1 && name[1] == ':');
+    const fs::path whole = platform::pathFromUtf8(name);
+    std::vector<fs::path> forms;
+    if (!isFull && whole.has_parent_path()) {
+        forms.push_back(whole);
+    }
+    if (whole.has_filename()) {
+        forms.push_back(whole.filename());
+    }
+    return forms;
+}
+
+} // namespace
+
+bool findTexture(const Filename& documentPath, const Filename& name, const Filename& extra, Filename* found) {
+    if (!name.Content()) {
+        return false;
+    }
+    const fs::path asItStands = files::pathOf(name);
+    std::error_code error;
+    if (asItStands != platform::pathFromUtf8(name.GetUtf8())) {
+        const bool exists = fs::is_regular_file(asItStands, error);
+        if (exists) {
+            *found = Filename();
+        }
+        return exists;
+    }
+    if (asItStands.is_absolute() && fs::is_regular_file(asItStands, error)) {
+        *found = name;
+        return true;
+    }
+    const std::vector<fs::path> forms = formsOf(name.GetUtf8());
+    for (const fs::path& place : placesOf(documentPath, extra)) {
+        for (const fs::path& form : forms) {
+            if (const std::optional<fs::path> file = fileOnDisk(place, form)) {
+                *found = Filename(String(platform::utf8FromPath(*file)));
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+} // namespace headless

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#ifndef QUENZA_XCQUENZAQSLSHADER_H
+#define QUENZA_XCQUENZAQSLSHADER_H
+
+enum {
+    QSL_TEXTURE_1 = 1400,
+    QSL_TEXTURE_2 = 1401,
+    QSL_TEXTURE_3 = 1402,
+    QSL_CODE = 1405,
+};
+
+#endif
