@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "engine/displacement.h"
 
+#include "engine/subdivision.h"
 #include "engine/surface_point.h"
 
-#include <array>
-#include <bit>
 #include <cmath>
-#include <map>
 #include <vector>
 
 namespace engine {
@@ -21,20 +19,6 @@ float scaleOf(const Affine& place) {
     return std::cbrt(std::abs(place.determinant()));
 }
 
-/// For each vertex the first one at the same position: an edge whose faces don't share vertices must not
-/// burst.
-std::vector<u32> placesOf(const Quenza::Mesh& mesh) {
-    std::map<std::array<u32, 3>, u32> firsts;
-    std::vector<u32> places;
-    places.reserve(mesh.vert_positions.size());
-    for (const Quenza::Vec3f& p : mesh.vert_positions) {
-        const std::array<u32, 3> key{std::bit_cast<u32>(p.x), std::bit_cast<u32>(p.y),
-                                     std::bit_cast<u32>(p.z)};
-        places.push_back(firsts.try_emplace(key, u32(places.size())).first->second);
-    }
-    return places;
-}
-
 } // namespace
 
 void displace(Quenza::Mesh& mesh, const Instance& instance) {
@@ -45,7 +29,7 @@ void displace(Quenza::Mesh& mesh, const Instance& instance) {
     };
     const Affine place = instance.transform.at(0);
     const Shape& shape = *instance.shape;
-    const std::vector<u32> places = placesOf(mesh);
+    const std::vector<u32> places = firstAtSamePlace(mesh);
     std::vector<Move> moves(mesh.vert_positions.size());
     for (u64 i = 0; i < shape.countTriangles(); ++i) {
         const Shape::Corners t = shape.triangle(i);

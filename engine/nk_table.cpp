@@ -108,7 +108,7 @@ std::shared_ptr<const NKTable> NKTable::load(const std::string& path, std::strin
             return nullptr;
         }
         return parse(Quenza::FileUtils::readEntireFile(path), fault);
-    } catch (const Quenza::QuenzaException& exception) {
+    } catch (const Quenza::MessageExcep& exception) {
         fault = exception.what();
         return nullptr;
     }

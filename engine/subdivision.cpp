@@ -3,7 +3,10 @@
 
 #include "engine/vec.h"
 
+#include <array>
+#include <bit>
 #include <cmath>
+#include <map>
 #include <numbers>
 #include <unordered_map>
 #include <vector>
@@ -176,6 +179,16 @@ private:
     Ref<Mesh> new_;
 };
 
+/// Faces that meet at one place share a vertex there, or rounding would tear them apart.
+void weld(Mesh& mesh) {
+    const std::vector<u32> firsts = firstAtSamePlace(mesh);
+    for (MeshTriangle& triangle : mesh.triangles) {
+        for (u32& vertex : triangle.vertex_indices) {
+            vertex = firsts[vertex];
+        }
+    }
+}
+
 /// Quads become two triangles each, along the diagonal along which rays see them.
 Ref<Mesh> triangulated(const Mesh& mesh) {
     Ref<Mesh> result = new Mesh;
@@ -197,8 +210,24 @@ Ref<Mesh> triangulated(const Mesh& mesh) {
 
 } // namespace
 
+std::vector<u32> firstAtSamePlace(const Mesh& mesh) {
+    std::map<std::array<u32, 3>, u32> known;
+    std::vector<u32> firsts;
+    firsts.reserve(mesh.vert_positions.size());
+    for (const Vec3f& p : mesh.vert_positions) {
+        // By their bits: what isn't a number has no order. Both zeros are one.
+        const std::array<u32, 3> key{std::bit_cast<u32>(p.x + 0.0f), std::bit_cast<u32>(p.y + 0.0f),
+                                     std::bit_cast<u32>(p.z + 0.0f)};
+        firsts.push_back(known.try_emplace(key, u32(firsts.size())).first->second);
+    }
+    return firsts;
+}
+
 Ref<Mesh> subdivided(const Mesh& mesh, int levels, bool smooth) {
     Ref<Mesh> result = triangulated(mesh);
+    if (smooth && levels > 0) {
+        weld(*result);
+    }
     for (int i = 0; i < levels; ++i) {
         result = Cut(*result, smooth).make();
     }
