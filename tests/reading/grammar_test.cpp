@@ -91,9 +91,10 @@ const std::vector<std::string> ONLY_READ = {
         "<ies_profile><path>a.ies</path><material_name>red</material_name></ies_profile>"
         "<invisible_to_camera>true</invisible_to_camera></model>",
     "<model>" + KEYFRAME + "<mesh_name>tri</mesh_name></model>",
-    "<skylight><sundir>0 0 1</sundir><turbidity>3</turbidity><extra_atmospheric>true</extra_atmospheric>"
-    "<enable_sky>true</enable_sky><sky_layer>1</sky_layer><sun_layer>2</sun_layer><model>original</model>"
-    "</skylight>",
+    std::string(
+        "<skylight><sundir>0 0 1</sundir><turbidity>3</turbidity><extra_atmospheric>true</extra_atmospheric>"
+        "<enable_sky>true</enable_sky><sky_layer>1</sky_layer><sun_layer>2</sun_layer><model>original</model>"
+        "</skylight>"),
     "<background><spectrum>" + UNIFORM + "</spectrum></background>",
     "<background_settings><uid>9</uid><name>b</name>" + emission("luminance") + "<background_material>" +
         "<material><name>m</name><null_material></null_material></material>"
@@ -103,28 +104,39 @@ const std::vector<std::string> ONLY_READ = {
         "</spherical_environment></tex_coord_generation></texture></env_map>",
     "<sphere><uid>9</uid><name>b</name>" + KEYFRAME +
         "<radius>1</radius><material_name>red</material_name></sphere>",
-    "<parametric_surface><uid>9</uid><name>b</name><shader><shader>s</shader></shader><num_u>2</"
-    "num_u><num_v>3</num_v></parametric_surface>",
-    "<scatter><uid>9</uid><name>b</name><shader><shader>s</shader></shader><density>2</density><seed>3</"
-    "seed><geometry_uid>4</geometry_uid><materials><material_uid>11"
-    "</material_uid></materials><target_object_uid>5</target_object_uid></scatter>",
-    "<metadata><uid>9</uid><name>b</name><exporter>e</exporter><author>a</author><description>d</description>"
-    "<created_date>c</created_date><platform>p</platform><exporter_specific>s</exporter_specific></metadata>",
-    "<section_plane><uid>9</uid><name>b</name><point>0 0 0</point><normal>0 0 1</normal><enabled>true"
-    "</enabled><cull_geometry>true</cull_geometry><object_list><uid>4</uid></object_list><object_list_type>"
-    "include</object_list_type></section_plane>",
+    std::string("<parametric_surface><uid>9</uid><name>b</name><shader><shader>s</shader></shader><num_u>2</"
+                "num_u><num_v>3</num_v></parametric_surface>"),
+    std::string(
+        "<scatter><uid>9</uid><name>b</name><shader><shader>s</shader></shader><density>2</density><seed>3</"
+        "seed><geometry_uid>4</geometry_uid><materials><material_uid>11"
+        "</material_uid></materials><target_object_uid>5</target_object_uid></scatter>"),
+    std::string("<metadata><uid>9</uid><name>b</name><exporter>e</exporter><author>a</author><description>d</"
+                "description>"
+                "<created_date>c</created_date><platform>p</platform><exporter_specific>s</"
+                "exporter_specific></metadata>"),
+    std::string(
+        "<section_plane><uid>9</uid><name>b</name><point>0 0 0</point><normal>0 0 1</normal><enabled>true"
+        "</enabled><cull_geometry>true</cull_geometry><object_list><uid>4</uid></"
+        "object_list><object_list_type>"
+        "include</object_list_type></section_plane>"),
     "<mesh><external><path>a.obj</path></external></mesh>",
-    "<renderer_settings><hybrid>true</hybrid><write_aperture_preview>true</write_aperture_preview><batched>"
-    "true</batched><close_gui_on_halt>true</close_gui_on_halt><save_images_on_close>true"
-    "</save_images_on_close><merging>false</merging><dithering>false</dithering><frame_upload_period>1.5"
-    "</frame_upload_period><width>5</width><splat_filter><mn_cubic><blur>1</blur><ring>0</ring></mn_cubic>"
-    "</splat_filter><downsize_filter><mn_cubic><blur>1</blur><ring>0</ring><radius>2</radius></mn_cubic>"
-    "</downsize_filter><render_region><x1>0</x1><y1>0</y1><x2>4</x2><y2>4</y2></render_region><white_point>"
-    "<chromaticity_coordinates>0.3 0.3</chromaticity_coordinates></white_point><layer_setting><name>l</name>"
-    "<xyz>1 1 1</xyz><gain>2</gain></layer_setting><selected_gpu_device><device_name>d</device_name>"
-    "<subsystem>CUDA</subsystem></selected_gpu_device></renderer_settings>",
-    "<renderer_settings><splat_filter><box></box></splat_filter><downsize_filter><gaussian></gaussian>"
-    "</downsize_filter></renderer_settings>",
+    std::string(
+        "<renderer_settings><hybrid>true</hybrid><write_aperture_preview>true</"
+        "write_aperture_preview><batched>"
+        "true</batched><close_gui_on_halt>true</close_gui_on_halt><save_images_on_close>true"
+        "</save_images_on_close><merging>false</merging><dithering>false</dithering><frame_upload_period>1.5"
+        "</frame_upload_period><width>5</width><splat_filter><mn_cubic><blur>1</blur><ring>0</ring></"
+        "mn_cubic>"
+        "</splat_filter><downsize_filter><mn_cubic><blur>1</blur><ring>0</ring><radius>2</radius></mn_cubic>"
+        "</downsize_filter><render_region><x1>0</x1><y1>0</y1><x2>4</x2><y2>4</y2></"
+        "render_region><white_point>"
+        "<chromaticity_coordinates>0.3 "
+        "0.3</chromaticity_coordinates></white_point><layer_setting><name>l</name>"
+        "<xyz>1 1 1</xyz><gain>2</gain></layer_setting><selected_gpu_device><device_name>d</device_name>"
+        "<subsystem>CUDA</subsystem></selected_gpu_device></renderer_settings>"),
+    std::string(
+        "<renderer_settings><splat_filter><box></box></splat_filter><downsize_filter><gaussian></gaussian>"
+        "</downsize_filter></renderer_settings>"),
     "<renderer_settings><downsize_filter><sharp></sharp></downsize_filter></renderer_settings>",
     medium("<basic><absorption_coefficient_spectrum>" + UNIFORM +
            "</absorption_coefficient_spectrum></basic>"),

@@ -52,7 +52,7 @@ TEST(MaterialParser, ReadsWhatIsWritten) {
         const std::string text = xmlText(*node);
         ParserState state;
         EXPECT_EQ(xmlText(*read(state, text)), text);
-        for (const std::string& strange : withStrangers(text))
+        for (const std::string& strange : withStrangers(text, text.rfind("<smooth>")))
             EXPECT_TRUE(refusal(strange, [&](const TiXmlElement& e) { parseMaterial(state, e); })
                             .starts_with(STRANGER))
                 << strange;

@@ -28,10 +28,11 @@ struct BadElement {
     const char* message;
 };
 
-/// The text with an element that nobody knows as the last child of each of its elements in turn.
-inline std::vector<std::string> withStrangers(const std::string& text) {
+/// The text with an element that nobody knows as the last child of each element in turn, of those that end
+/// behind `start`.
+inline std::vector<std::string> withStrangers(const std::string& text, std::size_t start = 0) {
     std::vector<std::string> strange;
-    for (std::size_t at = text.find("</"); at != std::string::npos; at = text.find("</", at + 1))
+    for (std::size_t at = text.find("</", start); at != std::string::npos; at = text.find("</", at + 1))
         strange.push_back(std::string(text).insert(at, "<zzz/>"));
     return strange;
 }
