@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "engine/texturing.h"
-#include "foundation/exceptions.h"
 #include "foundation/mapped_file.h"
 #include "foundation/string.h"
 #include "scene/displacement_param.h"
@@ -8,6 +7,8 @@
 #include "scene/vec3_param.h"
 #include "scene/wavelength_dependent_param.h"
 #include "scene/wavelength_independent_param.h"
+
+#include <exception>
 
 namespace engine {
 
@@ -126,7 +127,7 @@ Input InputBuilder::program(const Ref<Quenza::ShaderInfo>& info, const QSLEntry&
         return Input(std::move(program));
     } catch (const QSLFault& fault) {
         tellFaulty(channel, described(fault.place, texts) + ": " + fault.reason);
-    } catch (const Quenza::QuenzaException& e) {
+    } catch (const std::exception& e) {
         tellFaulty(channel, e.what());
     }
     return Input();

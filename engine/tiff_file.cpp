@@ -19,6 +19,7 @@ namespace {
 constexpr tmsize_t MAX_ALLOCATION = tmsize_t(MAX_IMAGE_PIXELS) * 16;
 
 constexpr size_t MAX_ROW = size_t(1) << 28;
+constexpr const char* UNKNOWN = "its form of TIFF is not known";
 
 struct Source {
     std::string_view bytes;
@@ -163,10 +164,11 @@ bool isTIFF(std::string_view bytes) {
 std::shared_ptr<TexelImage> decodeTIFF(std::string_view bytes, std::string& fault) {
     Source source{bytes};
     const Tiff tiff = openTiff(source, fault);
+    auto image = std::make_shared<TexelImage>();
     if (!tiff) {
+        fault = fault.empty() ? UNKNOWN : fault;
         return nullptr;
     }
-    auto image = std::make_shared<TexelImage>();
     TIFFGetField(tiff.get(), TIFFTAG_IMAGEWIDTH, &image->width);
     TIFFGetField(tiff.get(), TIFFTAG_IMAGELENGTH, &image->height);
     if (!isPlausibleSize(image->width, image->height, bytes.size(), fault)) {
@@ -176,7 +178,7 @@ std::shared_ptr<TexelImage> decodeTIFF(std::string_view bytes, std::string& faul
     const bool rows = layout.isDeep() && layout.planes == PLANARCONFIG_CONTIG && !TIFFIsTiled(tiff.get()) &&
                       layout.orientation == ORIENTATION_TOPLEFT;
     if (!(rows ? readDeep(tiff.get(), layout, *image) : readShallow(tiff.get(), *image))) {
-        fault = fault.empty() ? "its form of TIFF is not known" : fault;
+        fault = fault.empty() ? UNKNOWN : fault;
         return nullptr;
     }
     return image;
