@@ -4,6 +4,7 @@
 #include "engine/medium.h"
 
 #include <array>
+#include <cstddef>
 
 namespace engine {
 
@@ -14,7 +15,7 @@ public:
     /// Null in the open.
     const InternalMedium* current() const {
         const InternalMedium* found = nullptr;
-        for (int i = 0; i < count_; ++i) {
+        for (size_t i = 0; i < count_; ++i) {
             if (!found || media_[i]->precedence >= found->precedence) {
                 found = media_[i];
             }
@@ -22,14 +23,14 @@ public:
         return found;
     }
     void enter(const InternalMedium* medium) {
-        if (count_ < int(media_.size())) {
+        if (count_ < media_.size()) {
             media_[count_++] = medium;
         }
     }
     void leave(const InternalMedium* medium) {
-        for (int i = count_ - 1; i >= 0; --i) {
+        for (size_t i = count_; i-- > 0;) {
             if (media_[i] == medium) {
-                for (int k = i; k + 1 < count_; ++k) {
+                for (size_t k = i; k + 1 < count_; ++k) {
                     media_[k] = media_[k + 1];
                 }
                 --count_;
@@ -46,7 +47,7 @@ public:
 
 private:
     std::array<const InternalMedium*, 8> media_{};
-    int count_ = 0;
+    size_t count_ = 0;
 };
 
 /// What a boundary of a medium is to a path.
