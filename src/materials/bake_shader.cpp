@@ -2,28 +2,18 @@
 #include "materials/bake_shader.h"
 
 #include "host/bake.h"
-#include "host/document.h"
 #include "host/ids.h"
 #include "host/material.h"
 #include "host/object.h"
 #include "host/tag.h"
+#include "materials/bake_memory.h"
 #include "shared/export_context.h"
 #include "shared/parameter_ids.h"
 #include "shared/text.h"
 
 #include <cmath>
-#include <memory>
 
 namespace {
-
-struct DocumentDeleter {
-    void operator()(BaseDocument* document) const { BaseDocument::Free(document); }
-};
-struct BitmapDeleter {
-    void operator()(BaseBitmap* bitmap) const { BaseBitmap::Free(bitmap); }
-};
-using OwnedDocument = std::unique_ptr<BaseDocument, DocumentDeleter>;
-using OwnedBitmap = std::unique_ptr<BaseBitmap, BitmapDeleter>;
 
 struct ImageSize {
     int32_t width;
@@ -122,9 +112,7 @@ bool bakeShaderToFile(BaseShader* shader, const Filename& file, const BaseContai
     if (!image || !renderShader(*shader, *context.document, size, *image)) {
         return false;
     }
-    BaseContainer jpeg;
-    jpeg.SetLong(JPGSAVER_QUALITY, 100);
-    const bool isSaved = image->Save(file, FILTER_JPG, &jpeg, saveFlags) == IMAGERESULT_OK;
+    const bool isSaved = saveAsJpeg(*image, file, saveFlags);
     if (isSaved && context.extraFiles) {
         context.extraFiles->push_back(toSceneString(file));
     }
