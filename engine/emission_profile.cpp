@@ -66,9 +66,20 @@ void measureMesh(const Instance& instance, Quenza::u32 material, EmitterMeasure&
         std::max(double(length(measure.mean_normal)), *std::max_element(seen.begin(), seen.end()));
 }
 
+/// A direction at a time of the frame as it was, seen from the object, at the time 0. The maps of the two
+/// times differ by a turn alone.
+Vec turnedBack(const Vec& direction, const MotionTransform& transform, float time) {
+    const Affine then = transform.at(0);
+    const Affine now = transform.at(time);
+    const Vec turned = cross(then.y, then.z) * dot(now.x, direction) +
+                       cross(then.z, then.x) * dot(now.y, direction) +
+                       cross(then.x, then.y) * dot(now.z, direction);
+    return normalise(then.determinant() < 0.0f ? -turned : turned);
+}
+
 } // namespace
 
-LayeredRadiance EmissionProfile::emitted(const SurfacePoint& point, const Vec& out) const {
+LayeredRadiance EmissionProfile::emitted(const SurfacePoint& point, const Vec& out, float time) const {
     LayeredRadiance sum;
     const float cosine = dot(point.normal, out);
     point.shader().emit(point, cosine > 0.0f, scale, sum);
@@ -76,13 +87,13 @@ LayeredRadiance EmissionProfile::emitted(const SurfacePoint& point, const Vec& o
         // The distribution gives intensities, so that a flat surface's own cosine goes out. What is seen at a
         // grazing angle would be infinitely bright.
         const float seen = flat ? std::max(0.001f, std::abs(cosine)) : 1.0f;
-        sum.scale(PI * concentration * intensityShare(out) / seen);
+        sum.scale(PI * concentration * intensityShare(out, point.instance->transform, time) / seen);
     }
     return sum;
 }
 
-float EmissionProfile::intensityShare(const Vec& out) const {
-    const Vec local = axes.toLocal(out);
+float EmissionProfile::intensityShare(const Vec& out, const MotionTransform& transform, float time) const {
+    const Vec local = axes.toLocal(transform.moves() ? turnedBack(out, transform, time) : out);
     return distribution->at(std::acos(std::clamp(local.z, -1.0f, 1.0f)), std::atan2(local.y, local.x));
 }
 

@@ -5,6 +5,7 @@
 #include "engine/layered_radiance.h"
 #include "engine/photometry_ies.h"
 #include "engine/surface_shader.h"
+#include "engine/transform.h"
 #include "engine/vec.h"
 
 #include <memory>
@@ -14,14 +15,15 @@ namespace engine {
 /// How one material emits on one instance.
 class EmissionProfile {
 public:
-    /// Light that leaves the point in the direction `out`.
-    LayeredRadiance emitted(const SurfacePoint& point, const Vec& out) const;
+    /// Light that leaves the point in the direction `out` at a time of the frame.
+    LayeredRadiance emitted(const SurfacePoint& point, const Vec& out, float time) const;
     /// With a distribution: intensity in the direction over the flux, 1/sr.
-    float intensityShare(const Vec& out) const;
+    float intensityShare(const Vec& out, const MotionTransform& transform, float time) const;
 
     float scale = 1;
     std::shared_ptr<const IESDistribution> distribution; ///< Null for light to all sides alike.
     Frame axes; ///< Of the distribution: it shines along the normal; horizontal angles start at the tangent.
+                ///< As it stands at the time 0.
     /// With a distribution: all that shines over its projection along the axis, so that the light on the axis
     /// is that of the whole flux.
     float concentration = 1;

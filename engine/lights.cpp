@@ -179,7 +179,8 @@ float Lights::weigh(const Vec& from, float time, Weights& weights) const {
         if (lamp.profile->distribution) {
             // A spot sends most of its light elsewhere. Near a large one the directions differ, so that the
             // floor is not small.
-            weights[i] *= 0.2f + 4 * PI * lamp.profile->intensityShare(-normalise(way));
+            weights[i] *=
+                0.2f + 4 * PI * lamp.profile->intensityShare(-normalise(way), lamp.instance->transform, time);
         }
         sum += weights[i];
     }
@@ -225,7 +226,7 @@ bool Lights::sampleTriangle(const Lamp& lamp, const Vec& from, float time, Rando
         return false;
     }
     sample.pdf = distance * distance / (cosine * float(lamp.areas.total()));
-    sample.radiance = lamp.profile->emitted(point, -sample.direction);
+    sample.radiance = lamp.profile->emitted(point, -sample.direction, time);
     sample.target = point.leave(-sample.direction);
     return !sample.radiance.empty();
 }
@@ -247,7 +248,7 @@ bool Lights::sampleSphere(const Lamp& lamp, const Vec& from, float time, Random&
     const Vec world = from + sample.direction * distance - place.origin;
     const SurfacePoint point =
         pointOnSphere(instance, {dot(world, place.x), dot(world, place.y), dot(world, place.z)}, place);
-    sample.radiance = lamp.profile->emitted(point, -sample.direction);
+    sample.radiance = lamp.profile->emitted(point, -sample.direction, time);
     sample.target = point.leave(-sample.direction);
     return !sample.radiance.empty();
 }

@@ -175,7 +175,7 @@ void Tracer::addEmission(const Path& path, const SurfacePoint& point, float dist
         weight =
             misWeight(path.pdf, lights_.pdf(path.from, path.ray.direction, point, distance, path.ray.time));
     }
-    profile->emitted(point, -path.ray.direction).addTo(layers, path.throughput * weight);
+    profile->emitted(point, -path.ray.direction, path.ray.time).addTo(layers, path.throughput * weight);
 }
 
 } // namespace engine

@@ -5,10 +5,12 @@
 #include "scene/rotation.h"
 #include "support/temp_dir.h"
 
+#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 #include <numbers>
+#include <string>
 #include <vector>
 
 namespace {
@@ -89,36 +91,44 @@ Ref<Mesh> cube(float half) {
     return mesh;
 }
 
-TEST(Lamps, OfAnyShapeGiveTheCandelasOfTheirDistribution) {
+/// The luminance of that wall under a lamp, two metres before it, that has the distribution of `candelas` and
+/// as many lumens. Its own down is towards the wall.
+double litByDistribution(const Ref<Mesh>& mesh, const std::string& candelas, double lumens, double turn = 0) {
     const TempDir folder;
-    const String path = folder / "even.ies";
-    // 100 candelas to all sides of the lower half: 200 pi lumens.
+    const String path = folder / "lamp.ies";
     FileUtils::writeEntireFile(path,
-                               std::string("IESNA:LM-63-1995\nTILT=NONE\n1 1000 1 2 1 1 2 0 0 0\n1 1 0\n"
-                                           "0 90\n0\n100 100\n"));
-    const struct {
-        const char* shape;
-        Ref<Mesh> mesh;
-    } cases[] = {{"flat", rectangle({0.01, 0, 0}, {0, -0.01, 0})}, {"closed", cube(0.01f)}};
-    for (const auto& test : cases) {
-        SceneBuilder scene(8, 8);
-        scene.camera->lens_sensor_dist = 3.6;
-        scene.addModel(rectangle({10, 0, 0}, {0, 0, 10}), scene.diffuse(0.5), {0, 4, 0});
-        auto& lamp = scene.addModel(test.mesh, scene.emitter(1), {0, 2, 0});
-        // Its own down is towards the wall.
-        static_cast<MatrixRotation&>(*lamp.rotation).matrix = {{1, 0, 0, 0, 0, -1, 0, 1, 0}};
-        lamp.invisible_to_camera = true;
-        Ref<IESProfile> profile = new IESProfile;
-        profile->path = path;
-        profile->material = lamp.materials[0];
-        lamp.ies_profiles.push_back(profile);
-        Ref<EmissionScale> scale = new EmissionScale;
-        scale->measure = EmissionScale::LUMINOUS_FLUX;
-        scale->value = 200 * pi;
-        scale->material = lamp.materials[0];
-        lamp.emission_scales.push_back(scale);
-        EXPECT_NEAR(meanLuminance(scene.render(64)[0]) / (0.5 / pi * 100 / 4), 1, 0.03) << test.shape;
-    }
+                               "IESNA:LM-63-1995\nTILT=NONE\n1 1000 1 4 1 1 2 0 0 0\n1 1 0\n" + candelas);
+    SceneBuilder scene(8, 8);
+    scene.camera->lens_sensor_dist = 3.6;
+    scene.addModel(rectangle({10, 0, 0}, {0, 0, 10}), scene.diffuse(0.5), {0, 4, 0});
+    auto& lamp = scene.addModel(mesh, scene.emitter(1), {0, 2, 0});
+    static_cast<MatrixRotation&>(*lamp.rotation).matrix = {{1, 0, 0, 0, 0, -1, 0, 1, 0}};
+    lamp.keyframes.push_back({{0, 2, 0}, 1, {0, 0, 1}, turn});
+    lamp.invisible_to_camera = true;
+    Ref<IESProfile> profile = new IESProfile;
+    profile->path = path;
+    profile->material = lamp.materials[0];
+    lamp.ies_profiles.push_back(profile);
+    Ref<EmissionScale> scale = new EmissionScale;
+    scale->measure = EmissionScale::LUMINOUS_FLUX;
+    scale->value = lumens;
+    scale->material = lamp.materials[0];
+    lamp.emission_scales.push_back(scale);
+    return meanLuminance(scene.render(256)[0]);
+}
+
+TEST(Lamps, GiveTheCandelasOfTheirDistribution) {
+    // 100 candelas to all sides of the lower half; and within 45 degrees of the axis.
+    const std::string half = "0 89.999 90 180\n0\n100 100 0 0\n";
+    const std::string cone = "0 45 45.001 180\n0\n100 100 0 0\n";
+    const double cone_lumens = 200 * pi * (1 - std::sqrt(0.5));
+    const Ref<Mesh> flat = rectangle({0.01, 0, 0}, {0, -0.01, 0});
+    const double expected = 0.5 / pi * 100 / 4;
+    EXPECT_NEAR(litByDistribution(flat, half, 200 * pi) / expected, 1, 0.03) << "flat";
+    EXPECT_NEAR(litByDistribution(cube(0.01f), half, 200 * pi) / expected, 1, 0.03) << "closed";
+    EXPECT_NEAR(litByDistribution(flat, cone, cone_lumens) / expected, 1, 0.03) << "a cone";
+    // By a quarter turn while the shutter is open, the cone leaves the wall at half time.
+    EXPECT_NEAR(litByDistribution(flat, cone, cone_lumens, pi / 2) / expected, 0.5, 0.03) << "a turning cone";
 }
 
 /// What a damaged file of a mesh can hold.
