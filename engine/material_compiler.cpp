@@ -149,6 +149,13 @@ std::optional<ReflectanceCurve> measuredMetal(const String& name, const std::str
     });
 }
 
+/// What a material is drawn as whose shader doesn't compile.
+std::unique_ptr<DiffuseShader> makeWarning() {
+    auto shader = std::make_unique<DiffuseShader>();
+    shader->albedo = ColourInput(WARNING_COLOUR);
+    return shader;
+}
+
 } // namespace
 
 MaterialCompiler::MaterialCompiler(ImageCache& images, const std::string& data_folder, Notices& notices)
@@ -229,9 +236,7 @@ SurfaceShader* MaterialCompiler::makeSurface(const SurfaceMaterial& material) {
     readSurface(material, inputs, *shader);
     has_emitters_ = has_emitters_ || material.base_emission || material.emission;
     if (inputs.failed()) {
-        auto warning = std::make_unique<DiffuseShader>();
-        warning->albedo = ColourInput(WARNING_COLOUR);
-        shader = std::move(warning);
+        shader = makeWarning();
     }
     return keep(std::move(shader));
 }
@@ -301,6 +306,9 @@ SurfaceShader* MaterialCompiler::makeBlend(const BlendMaterial& material) {
     const SurfaceShader* const a = reference(material.a_mat);
     const SurfaceShader* const b = reference(material.b_mat);
     shader->parts = {{a, inputs.displacement(material.blend, "blend", GREY)}, {b, ScalarInput()}};
+    if (inputs.failed()) {
+        return keep(makeWarning());
+    }
     return keep(std::move(shader));
 }
 
@@ -310,6 +318,9 @@ SurfaceShader* MaterialCompiler::makeSum(const SumMaterial& material) {
     for (u64 i = 0; i < material.materials.size() && i < material.weights.size(); ++i) {
         shader->parts.push_back(
             {reference(material.materials[i]), inputs.scalar(material.weights[i], "weight", 0.0f)});
+    }
+    if (inputs.failed()) {
+        return keep(makeWarning());
     }
     return keep(std::move(shader));
 }

@@ -3,6 +3,7 @@
 #include "engine/scene_builder.h"
 #include "engine/texturing.h"
 #include "scene/displacement_param.h"
+#include "scene/materials/blend_material.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/materials/phong_material.h"
 #include "scene/param_forms.h"
@@ -244,6 +245,25 @@ TEST_F(Texturing, FaultsAreToldOnceByMaterialAndChannel) {
                 " doesn't compile (line 1, column 25: 'pos' is not known here); the material is drawn in "
                 "magenta.",
         }));
+}
+
+TEST_F(Texturing, WhatDoesNotCompileIsMagentaAllOver) {
+    Ref<ShaderInfo> broken = shader("no shader");
+    Ref<PhongMaterial> phong = new PhongMaterial;
+    phong->exponent = new ShaderWavelengthIndependentParam(broken);
+    Ref<BlendMaterial> blend = new BlendMaterial;
+    blend->blend = new ShaderDisplacementParam(broken);
+    for (const Ref<Material>& material : {Ref<Material>(phong), Ref<Material>(blend)}) {
+        SceneBuilder scene(4, 4);
+        scene.setUniformBackground(1);
+        scene.addModel(rectangle({9, 0, 0}, {0, 0, 9}), scene.add(material), {0, 4, 0});
+        const engine::FloatImage image = scene.render(16)[0];
+        const float* const pixel = image.pixel(2, 2);
+        EXPECT_GT(pixel[0], 0.0f);
+        EXPECT_LT(pixel[1], pixel[0] * 0.1f);
+        EXPECT_GT(pixel[2], pixel[0] * 0.6f);
+        EXPECT_EQ(scene.notices.size(), 1u);
+    }
 }
 
 /// Through the whole renderer: a wall that shines as a program says, which sees the wall's texture
