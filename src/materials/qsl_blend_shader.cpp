@@ -55,16 +55,19 @@ int32_t QSLBlendShader::InitRender(BaseShader* shader, const InitRenderStruct& i
     for (BaseShader* const leaf : tree_.leaves()) {
         const int32_t result = leaf->InitRender(init);
         if (result != INITRENDERRESULT_OK) {
+            FreeRender(shader);
             return result;
         }
+        ready_.push_back(leaf);
     }
     return INITRENDERRESULT_OK;
 }
 
 void QSLBlendShader::FreeRender(BaseShader* /*shader*/) {
-    for (BaseShader* const leaf : tree_.leaves()) {
+    for (BaseShader* const leaf : ready_) {
         leaf->FreeRender();
     }
+    ready_.clear();
     tree_ = QSLBlendTree();
 }
 

@@ -3,6 +3,8 @@
 
 #include "materials/qsl_blend_tree.h"
 
+#include <vector>
+
 /// Adds, subtracts or multiplies two shaders that can be written as expressions; others count as empty links,
 /// and an empty link as white.
 class QSLBlendShader : public QSLShaderData {
@@ -18,4 +20,6 @@ public:
 
 private:
     QSLBlendTree tree_;
+    /// Leaves of the tree that are prepared for sampling.
+    std::vector<BaseShader*> ready_;
 };

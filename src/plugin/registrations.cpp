@@ -11,6 +11,14 @@
 #include "export/tags/subdivision_tag.h"
 #include "host/general.h"
 #include "host/registration.h"
+#include "materials/new_material_command.h"
+#include "materials/qsl_blend_shader.h"
+#include "materials/qsl_gradient_shader.h"
+#include "materials/qsl_noise_shader.h"
+#include "materials/qsl_normal_shader.h"
+#include "materials/qsl_program_shader.h"
+#include "materials/quenza_material.h"
+#include "materials/string_gui.h"
 #include "plugin/message_plugin.h"
 #include "plugin/separator_command.h"
 #include "render/render_command.h"
@@ -20,7 +28,7 @@
 
 namespace {
 
-enum class Kind { TAG, OBJECT, VIDEO_POST, COMMAND, MESSAGE };
+enum class Kind { TAG, OBJECT, VIDEO_POST, MATERIAL, SHADER, COMMAND, MESSAGE, CUSTOM_GUI };
 
 struct Row {
     Kind kind;
@@ -39,6 +47,7 @@ struct Row {
     MessageData* (*makeMessage)();
     /// Of video posts.
     int32_t priority = 0;
+    CustomGuiData* (*makeGui)() = nullptr;
 };
 
 template <typename Data>
@@ -57,6 +66,11 @@ MessageData* makeMessage() {
 }
 
 template <typename Data>
+CustomGuiData* makeGui() {
+    return new Data;
+}
+
+template <typename Data>
 constexpr Row tagRow(int32_t id, int32_t nameId, const char* description, const char* icon) {
     return {Kind::TAG, id, nameId, "", description, "", icon, 1, true, makeNode<Data>, nullptr, nullptr};
 }
@@ -67,6 +81,18 @@ constexpr Row objectRow(int32_t id, int32_t nameId, const char* description, con
             info,         true, makeNode<Data>, nullptr, nullptr};
 }
 
+/// A command that is left out without a name.
+template <typename Data>
+constexpr Row commandRow(int32_t id, int32_t nameId, const char* help, const char* icon, int32_t info) {
+    return {Kind::COMMAND, id, nameId, "", "", help, icon, info, true, nullptr, makeCommand<Data>, nullptr};
+}
+
+template <typename Data>
+constexpr Row shaderRow(int32_t id, int32_t nameId, const char* literalName, const char* description) {
+    return {Kind::SHADER, id, nameId, literalName,    description, "",
+            "",           0,  false,  makeNode<Data>, nullptr,     nullptr};
+}
+
 // The order is the plug-in's; the info values are the host's flags.
 constexpr Row ROWS[] = {
     tagRow<LightTag>(PLUGINID_LIGHT_TAG, 10002, "tMyLightTag", "LightTag.tif"),
@@ -74,14 +100,24 @@ constexpr Row ROWS[] = {
     tagRow<CameraTag>(PLUGINID_CAMERA_TAG, 10009, "TCameraTag", "CameraTag.tif"),
     tagRow<SubdivisionTag>(PLUGINID_SUBDIVISION_TAG, 10016, "tSubdivision", "subdivtag.tif"),
     tagRow<CompositingTag>(PLUGINID_COMPOSITING_TAG, 10028, "TQuenzaCompositing", "animationtag.tif"),
-    {Kind::COMMAND, PLUGINID_RENDER_COMMAND, 10020, "", "", "Render with Quenza", "Export.tif", 0, true,
-     nullptr, makeCommand<RenderCommand>, nullptr},
+    commandRow<RenderCommand>(PLUGINID_RENDER_COMMAND, 10020, "Render with Quenza", "Export.tif", 0),
+    commandRow<NewMaterialCommand>(PLUGINID_NEW_MATERIAL_COMMAND, 10024, "New Quenza Material",
+                                   "materialhelper.tif", 0x10000000),
     objectRow<InstanceObject>(PLUGINID_INSTANCE, 10011, "Oquenzainstance", "instance.tif", 0x20000004),
     objectRow<SectionPlaneObject>(PLUGINID_SECTION_PLANE, 10026, "Oquenzasectionplane", "instance.tif", 0),
     {Kind::VIDEO_POST, PLUGINID_RENDER_SETTINGS, 10000, "", "oquenzarendersettings", "", "", 8, true,
      makeNode<RenderSettingsPost>, nullptr, nullptr, 100},
     {Kind::COMMAND, PLUGINID_MENU_SEPARATOR, 0, "#$3 --", "", "", "", 0, false, nullptr,
      makeCommand<SeparatorCommand>, nullptr},
+    {Kind::CUSTOM_GUI, PLUGINID_STRING_GUI, 0, "My String GUI", "", "", "", 0, false, nullptr, nullptr,
+     nullptr, 0, makeGui<StringGui>},
+    shaderRow<QSLProgramShader>(PLUGINID_QSL_SHADER, 10019, "", "xcquenzaqslshader"),
+    {Kind::MATERIAL, PLUGINID_MATERIAL, 10025, "", "Mquenzamaterial", "", "", 0x20000001, true,
+     makeNode<QuenzaMaterial>, nullptr, nullptr},
+    shaderRow<QSLNoiseShader>(PLUGINID_QSL_NOISE, 0, "QSL Noise", "xqslnoise"),
+    shaderRow<QSLBlendShader>(PLUGINID_QSL_BLEND, 0, "QSL Blend", "xqslblend"),
+    shaderRow<QSLGradientShader>(PLUGINID_QSL_GRADIENT, 0, "QSL Gradient", "xqslgradient"),
+    shaderRow<QSLNormalShader>(PLUGINID_QSL_NORMAL, 0, "QSL Normal", "xqslnormal"),
     {Kind::MESSAGE, PLUGINID_MESSAGE, 0, "Quenza Message", "", "", "", 0, false, nullptr, nullptr,
      makeMessage<MessagePlugin>},
 };
@@ -116,10 +152,16 @@ bool registerRow(const Row& row) {
         return RegisterObjectPlugin(info, row.makeNode);
     case Kind::VIDEO_POST:
         return RegisterVideoPostPlugin(info, row.makeNode);
+    case Kind::MATERIAL:
+        return RegisterMaterialPlugin(info, row.makeNode);
+    case Kind::SHADER:
+        return RegisterShaderPlugin(info, row.makeNode);
     case Kind::COMMAND:
         return handOver(RegisterCommandPlugin, info, row.makeCommand());
     case Kind::MESSAGE:
         return handOver(RegisterMessagePlugin, info, row.makeMessage());
+    case Kind::CUSTOM_GUI:
+        return handOver(RegisterCustomGUIPlugin, info, row.makeGui());
     }
     return false;
 }
