@@ -25,10 +25,10 @@ std::array<Vec, 128> evenDirections() {
     return directions;
 }
 
-void measureSphere(const Affine& place, EmitterMeasure& measure) {
-    const double radius = double(length(place.x));
-    measure.area = 4 * double(PI) * radius * radius;
-    measure.projected_area = double(PI) * radius * radius;
+/// The area of a sphere's outline, m^2.
+double sphereDisc(const Instance& sphere) {
+    const double radius = double(length(sphere.transform.at(0).x));
+    return double(PI) * radius * radius;
 }
 
 /// Calls `visit` with each of the material's facets as a vector along its normal, as long as its area.
@@ -50,20 +50,6 @@ void forFacets(const Instance& instance, Quenza::u32 material, const Visit& visi
             visit(facet);
         }
     }
-}
-
-void measureMesh(const Instance& instance, Quenza::u32 material, EmitterMeasure& measure) {
-    static const std::array<Vec, 128> DIRECTIONS = evenDirections();
-    std::array<double, 128> seen{};
-    forFacets(instance, material, [&](const Vec& facet) {
-        measure.area += double(length(facet));
-        measure.mean_normal += facet;
-        for (size_t k = 0; k < DIRECTIONS.size(); ++k) {
-            seen[k] += double(std::max(0.0f, dot(facet, DIRECTIONS[k])));
-        }
-    });
-    measure.projected_area =
-        std::max(double(length(measure.mean_normal)), *std::max_element(seen.begin(), seen.end()));
 }
 
 /// A direction at a time of the frame as it was, seen from the object, at the time 0. The maps of the two
@@ -112,9 +98,12 @@ float EmitterMeasure::luminance() const {
 EmitterMeasure measureEmitter(const Instance& instance, Quenza::u32 material) {
     EmitterMeasure measure;
     if (instance.shape->mesh) {
-        measureMesh(instance, material, measure);
+        forFacets(instance, material, [&measure](const Vec& facet) {
+            measure.area += double(length(facet));
+            measure.mean_normal += facet;
+        });
     } else {
-        measureSphere(instance.transform.at(0), measure);
+        measure.area = 4 * sphereDisc(instance);
     }
     LayeredRadiance front, back;
     instance.materials[material]->emitAverage(true, 1.0f, front);
@@ -122,6 +111,22 @@ EmitterMeasure measureEmitter(const Instance& instance, Quenza::u32 material) {
     measure.front_luminance = engine::luminance(front.total());
     measure.back_luminance = engine::luminance(back.total());
     return measure;
+}
+
+double projectedArea(const Instance& instance, Quenza::u32 material) {
+    if (!instance.shape->mesh) {
+        return sphereDisc(instance);
+    }
+    static const std::array<Vec, 128> DIRECTIONS = evenDirections();
+    std::array<double, 128> seen{};
+    Vec mean_normal;
+    forFacets(instance, material, [&](const Vec& facet) {
+        mean_normal += facet;
+        for (size_t k = 0; k < DIRECTIONS.size(); ++k) {
+            seen[k] += double(std::max(0.0f, dot(facet, DIRECTIONS[k])));
+        }
+    });
+    return std::max(double(length(mean_normal)), *std::max_element(seen.begin(), seen.end()));
 }
 
 float concentrationAlong(const Vec& axis, const Instance& instance, Quenza::u32 material,

@@ -32,11 +32,10 @@ public:
     Quenza::u32 lamp = NO_LAMP; ///< Index among the lamps; NO_LAMP for what is too weak or small to be drawn.
 };
 
-/// Area, flux and intensity of a material's surface on an instance, at emission scale 1. A material that has
+/// Area and flux of a material's surface on an instance, at emission scale 1. A material that has
 /// several of the mesh's indices is one.
 struct EmitterMeasure {
     double area = 0;           ///< m^2
-    double projected_area = 0; ///< The greatest over all directions that the surface is seen from.
     Vec mean_normal;           ///< The sum of the facets' normals, weighted by area.
     float front_luminance = 0; ///< cd/m^2, the mean over the surface.
     float back_luminance = 0;
@@ -47,6 +46,10 @@ struct EmitterMeasure {
 };
 
 EmitterMeasure measureEmitter(const Instance& instance, Quenza::u32 material);
+
+/// In m^2, the greatest over all directions that the material's surface is seen from. Apart from the rest
+/// because it takes long.
+double projectedArea(const Instance& instance, Quenza::u32 material);
 
 /// EmissionProfile::concentration for a distribution along `axis`.
 float concentrationAlong(const Vec& axis, const Instance& instance, Quenza::u32 material,

@@ -32,7 +32,8 @@ const Entry* entryFor(const Quenza::Vector<Ref<Entry>>& entries, const SceneNode
 }
 
 /// What the radiance is multiplied by so that the measure has its value.
-double scaleFor(const EmissionScale& scale, const EmitterMeasure& measure, const IESDistribution* ies) {
+double scaleFor(const EmissionScale& scale, const Instance& instance, u32 material,
+                const EmitterMeasure& measure, const IESDistribution* ies) {
     const auto over = [&scale](double now) { return now > 0 ? scale.value / now : 1.0; };
     switch (scale.measure) {
     case EmissionScale::LUMINOUS_FLUX:
@@ -40,7 +41,7 @@ double scaleFor(const EmissionScale& scale, const EmitterMeasure& measure, const
     case EmissionScale::LUMINOUS_INTENSITY:
         // In the direction where it is greatest.
         return over(ies ? measure.flux() * double(ies->maximum())
-                        : measure.projected_area * double(measure.luminance()));
+                        : projectedArea(instance, material) * double(measure.luminance()));
     case EmissionScale::LUMINANCE:
         return over(double(measure.luminance()));
     case EmissionScale::LUMINOUS_EMITTANCE:
@@ -109,7 +110,8 @@ void Lights::addInstance(Instance& instance, const SceneNodeModel* model, const 
             profile->concentration = concentrationAlong(profile->axes.normal, instance, material, measure);
         }
         if (const auto* const scale = model ? entryFor(model->emission_scales, *model, material) : nullptr) {
-            profile->scale = float(scaleFor(*scale, measure, profile->distribution.get()));
+            profile->scale =
+                float(scaleFor(*scale, instance, material, measure, profile->distribution.get()));
         }
         instance.emission[material] = profile.get();
         addLamp(instance, material, *profile,
