@@ -64,7 +64,8 @@ Ref<Mesh> makeMesh(const Contents& contents) {
 }
 
 KeyFrame place(u32 index) {
-    return {{double(index % 100), double(index / 100), 0}, 0, {0, 0, 1}, 0};
+    const u32 row = index / 100;
+    return {{double(index % 100), double(row), 0}, 0, {0, 0, 1}, 0};
 }
 
 Ref<SceneNodeMaterial> makeMaterial(bool emits) {
