@@ -105,10 +105,11 @@ RGB DirectLight::seen(const Path& path, const Vertex& vertex, const LightSample&
 RGB DirectLight::throughSurfaces(Ray ray, const Path& path) const {
     MediumStack media = path.media;
     RGB left{1.0f};
+    float passed = 0; // How far the ray has come.
     for (int i = 0; i < MAX_SURFACES; ++i) {
         Hit hit;
         const bool found = geometry_.intersect(ray, hit);
-        left *= transmittance(media.current(), found ? hit.distance : ray.far);
+        left *= transmittance(media.current(), (found ? hit.distance : ray.far) - passed);
         if (!found) {
             return left;
         }
@@ -125,10 +126,10 @@ RGB DirectLight::throughSurfaces(Ray ray, const Path& path) const {
             return left;
         }
         media.cross(shader.medium(), context.front);
-        const Vec beyond = point.leave(ray.direction);
-        ray.far -= length(beyond - ray.origin);
-        ray.origin = beyond;
-        if (!(ray.far > 0.0f)) {
+        passed = hit.distance;
+        // On the same line still: a ray that is shifted may end inside a small lamp.
+        ray.near = hit.distance + point.error;
+        if (ray.near >= ray.far) {
             return left;
         }
     }

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "engine/subdivision.h"
 
+#include "engine/random.h"
 #include "engine/vec.h"
 
 #include <array>
 #include <bit>
 #include <cmath>
-#include <map>
 #include <numbers>
 #include <unordered_map>
 #include <vector>
@@ -211,7 +211,13 @@ Ref<Mesh> triangulated(const Mesh& mesh) {
 } // namespace
 
 std::vector<u32> firstAtSamePlace(const Mesh& mesh) {
-    std::map<std::array<u32, 3>, u32> known;
+    struct Hash {
+        size_t operator()(const std::array<u32, 3>& key) const {
+            return size_t(Random::scramble((u64(key[0]) << 32 | key[1]) ^ Random::scramble(key[2])));
+        }
+    };
+    std::unordered_map<std::array<u32, 3>, u32, Hash> known;
+    known.reserve(mesh.vert_positions.size());
     std::vector<u32> firsts;
     firsts.reserve(mesh.vert_positions.size());
     for (const Vec3f& p : mesh.vert_positions) {

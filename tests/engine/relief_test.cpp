@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: MIT
+// Surfaces that are cut, rounded and moved before they are drawn.
+#include "engine/scene_builder.h"
+#include "engine/subdivision.h"
+#include "foundation/exceptions.h"
+#include "scene/displacement_param.h"
+#include "scene/materials/blend_material.h"
+#include "scene/materials/diffuse_material.h"
+#include "scene/scene_node_mesh.h"
+#include "scene/spectrum.h"
+#include "scene/wavelength_dependent_param.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <map>
+#include <set>
+
+namespace {
+
+using namespace Quenza;
+
+/// A cube of half side 1. `shared` is one vertex a corner, else each face has its own.
+Ref<Mesh> cube(bool shared) {
+    Ref<Mesh> mesh = new Mesh;
+    mesh->setMaxNumTexcoordSets(1);
+    mesh->addUVs({{0, 0}});
+    std::map<std::array<float, 3>, u32> known;
+    const auto vertex = [&](const std::array<float, 3>& p) {
+        const auto found = known.find(p);
+        if (shared && found != known.end()) {
+            return found->second;
+        }
+        mesh->addVertex({p[0], p[1], p[2]});
+        return known[p] = u32(mesh->vert_positions.size() - 1);
+    };
+    for (size_t axis = 0; axis < 3; ++axis) {
+        for (const float side : {-1.0f, 1.0f}) {
+            u32 corners[4];
+            const float square[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
+            for (size_t i = 0; i < 4; ++i) {
+                std::array<float, 3> p{};
+                p[axis] = side;
+                p[(axis + 1) % 3] = square[i][0] * side;
+                p[(axis + 2) % 3] = square[i][1];
+                corners[i] = vertex(p);
+            }
+            const u32 uvs[4] = {};
+            mesh->addQuad(corners, uvs, 0);
+        }
+    }
+    mesh->endOfModel();
+    return mesh;
+}
+
+/// Edges that don't have a triangle on both sides.
+size_t openEdges(const Mesh& mesh) {
+    std::map<std::pair<u32, u32>, int> uses;
+    for (const MeshTriangle& t : mesh.triangles) {
+        for (size_t i = 0; i < 3; ++i) {
+            const u32 a = t.vertex_indices[i], b = t.vertex_indices[(i + 1) % 3];
+            uses[{std::min(a, b), std::max(a, b)}] += a < b ? 1 : -1;
+        }
+    }
+    size_t open = 0;
+    for (const auto& [edge, balance] : uses) {
+        open += balance != 0 ? 1u : 0u;
+    }
+    return open;
+}
+
+double areaOf(const Mesh& mesh) {
+    double sum = 0;
+    for (const MeshTriangle& t : mesh.triangles) {
+        const Vec3f a = mesh.vert_positions[t.vertex_indices[0]],
+                    b = mesh.vert_positions[t.vertex_indices[1]],
+                    c = mesh.vert_positions[t.vertex_indices[2]];
+        const double u[3] = {double(b.x - a.x), double(b.y - a.y), double(b.z - a.z)};
+        const double v[3] = {double(c.x - a.x), double(c.y - a.y), double(c.z - a.z)};
+        sum +=
+            0.5 * std::hypot(u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0]);
+    }
+    return sum;
+}
+
+TEST(Subdivision, FlatCutsKeepTheShape) {
+    const Ref<Mesh> square = rectangle({1, 0, 0}, {0, 0, 1});
+    const Ref<Mesh> fine = engine::subdivided(*square, 3, false);
+    EXPECT_EQ(fine->triangles.size(), 2u * 64);
+    EXPECT_EQ(fine->vert_positions.size(), 81u) << "neighbours share their vertices";
+    EXPECT_NEAR(areaOf(*fine), 4, 1e-5);
+    fine->checkAllIndices();
+    for (const MeshTriangle& t : fine->triangles) {
+        for (size_t i = 0; i < 3; ++i) {
+            const Vec3f p = fine->vert_positions[t.vertex_indices[i]];
+            const Vec2f uv = fine->uv_pairs[t.uv_indices[i]];
+            EXPECT_NEAR(uv.x, (p.x + 1) / 2, 1e-6f);
+            EXPECT_NEAR(uv.y, (p.z + 1) / 2, 1e-6f);
+        }
+    }
+}
+
+TEST(Subdivision, RoundsAClosedBodyWithoutTearingIt) {
+    for (const bool shared : {true, false}) {
+        const Ref<Mesh> body = engine::subdivided(*cube(shared), 4, true);
+        EXPECT_EQ(body->triangles.size(), 12u * 256);
+        EXPECT_EQ(openEdges(*body), 0u);
+        float least = 9, most = 0;
+        for (const MeshTriangle& t : body->triangles) {
+            const Vec3f p = body->vert_positions[t.vertex_indices[0]];
+            const float radius = std::hypot(p.x, p.y, p.z);
+            least = std::min(least, radius);
+            most = std::max(most, radius);
+        }
+        EXPECT_LT(most, 1.2f) << "corners were at 1.73";
+        EXPECT_GT(least, 0.6f);
+    }
+}
+
+/// On a flat grid the inside stays where it is, whatever the rule.
+TEST(Subdivision, RoundingLeavesFlatGroundFlat) {
+    const Ref<Mesh> fine = engine::subdivided(*rectangle({1, 0, 0}, {0, 0, 1}, 4), 2, true);
+    for (const Vec3f& p : fine->vert_positions) {
+        EXPECT_NEAR(p.y, 0, 1e-6f);
+    }
+    EXPECT_GT(areaOf(*fine), 3.8) << "the border shrinks at its corners alone";
+}
+
+TEST(Subdivision, StopsAtTheLimit) {
+    const Ref<Mesh> square = rectangle({1, 0, 0}, {0, 0, 1});
+    EXPECT_EQ(engine::affordableLevels(*square, 3, 1000), 3);
+    EXPECT_EQ(engine::affordableLevels(*square, 2000000000, 1000), 4);
+    EXPECT_EQ(engine::affordableLevels(*square, 5, 7), 0);
+    EXPECT_EQ(engine::affordableLevels(Mesh(), 2000000000, 1000), 0);
+}
+
+Ref<DiffuseMaterial> shining(double height) {
+    Ref<DiffuseMaterial> material = new DiffuseMaterial;
+    material->base_emission = new ConstantWavelengthDependentParam(new UniformSpectrum(1));
+    material->displacement = new ConstantDisplacementParam(height);
+    return material;
+}
+
+/// A square that shines, of half side 1, seen from 4 m: it covers a quarter of the view's side.
+double sizeInView(SceneBuilder& scene, double scale = 1) {
+    const double seen = meanLuminance(scene.render(64)[0]) / unitLuminance();
+    return std::sqrt(seen) / scale;
+}
+
+TEST(Displacement, MovesTheSurfaceByMetres) {
+    struct Case {
+        const char* name;
+        double height, scale, expected;
+    };
+    // Half the size over the distance is the share of the view's side.
+    const Case cases[] = {{"nothing", 0, 1, 2 / 4.0},
+                          {"towards the camera", 1, 1, 2 / 3.0},
+                          {"away", -1, 1, 2 / 5.0},
+                          {"metres, whatever the object's scale", 1, 0.5, 1 / 3.0}};
+    for (const Case& test : cases) {
+        SceneBuilder scene(32, 32);
+        auto& model =
+            scene.addModel(rectangle({1, 0, 0}, {0, 0, 1}), scene.add(shining(test.height)), {0, 4, 0});
+        model.scale = test.scale;
+        EXPECT_NEAR(sizeInView(scene), test.expected, 0.01) << test.name;
+    }
+}
+
+TEST(Displacement, OfABlendIsBlendedToo) {
+    SceneBuilder scene(32, 32);
+    Ref<BlendMaterial> blend = new BlendMaterial;
+    blend->a_mat = scene.add(shining(2));
+    blend->b_mat = scene.add(shining(0));
+    blend->blend = new ConstantDisplacementParam(0.5);
+    scene.addModel(rectangle({1, 0, 0}, {0, 0, 1}), scene.add(blend), {0, 4, 0});
+    EXPECT_NEAR(sizeInView(scene), 2 / 3.0, 0.01);
+}
+
+/// Sides of a cube don't share vertices; it grows as a whole and stays closed.
+TEST(Displacement, OpensNoGaps) {
+    SceneBuilder scene(64, 64);
+    scene.setUniformBackground(1);
+    Ref<DiffuseMaterial> black = new DiffuseMaterial;
+    black->displacement = new ConstantDisplacementParam(0.3);
+    auto& model = scene.addModel(cube(false), scene.add(black), {0, 6, 0});
+    model.geometry = nullptr;
+    Ref<SceneNodeMesh> mesh = new SceneNodeMesh;
+    mesh->mesh = cube(false);
+    mesh->max_num_subdivisions = 2;
+    mesh->subdivision_smoothing = false;
+    model.geometry = mesh;
+    scene.root->addChild(mesh);
+    const engine::FloatImage image = scene.render(16)[0];
+    // The front face alone covers more than that.
+    EXPECT_EQ(meanLuminance(image, 24, 24, 40, 40), 0);
+}
+
+TEST(Displacement, CutsNoMoreThanTheMemoryTakes) {
+    SceneBuilder scene(4, 4);
+    scene.setUniformBackground(1);
+    auto& model = scene.addModel(rectangle({1, 0, 0}, {0, 0, 1}), scene.add(shining(0.1)), {0, 4, 0});
+    static_cast<SceneNodeMesh&>(*model.geometry).max_num_subdivisions = 1000000000;
+    scene.render(1);
+    EXPECT_EQ(scene.notices, std::vector<std::string>{"Meshes are subdivided up to 2000000 triangles in all; "
+                                                      "some are coarser than they should be."});
+}
+
+} // namespace
