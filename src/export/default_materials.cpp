@@ -2,8 +2,8 @@
 #include "export/default_materials.h"
 
 #include "export/scene_exporter.h"
+#include "materials/material_export.h"
 #include "scene/materials/diffuse_material.h"
-#include "scene/materials/null_material.h"
 #include "scene/materials/oren_nayar_material.h"
 #include "scene/spectrum.h"
 #include "scene/wavelength_dependent_param.h"
@@ -35,7 +35,7 @@ Ref<Material> greyMaterial() {
 
 void exportDefaultMaterials(SceneExporter& exporter) {
     ExportContext& context = *exporter.context;
-    context.nullMaterialUID = addMaterial(*exporter.root, new NullMaterial, "nullMat");
+    exportNullMaterial(*exporter.root, context);
     context.defaultMaterialUID = addMaterial(
         *exporter.root, context.overrideMaterials ? clayMaterial(context.overrideColour) : greyMaterial(),
         "default");

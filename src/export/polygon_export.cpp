@@ -8,6 +8,7 @@
 #include "export/scene_exporter.h"
 #include "host/ids.h"
 #include "host/tag.h"
+#include "materials/material_export.h"
 #include "scene/scene_node_mesh.h"
 #include "shared/parameter_ids.h"
 #include "shared/plugin_ids.h"
@@ -84,6 +85,13 @@ std::vector<BaseMaterial*> listHostMaterials(const std::vector<MaterialSlot>& sl
     return materials;
 }
 
+/// From here on the materials of the object are in the scene.
+void exportMaterials(SceneExporter& exporter, const std::vector<MaterialSlot>& slots) {
+    for (const TextureTag* const tag : listObjectMaterials(slots)) {
+        getMaterialUID(tag->GetMaterial(), *exporter.root, *exporter.context);
+    }
+}
+
 /// The mesh and materials of an object. An object that instances lead to comes again and again, and isn't
 /// hashed anew: nothing changes during an export.
 const ExportedMesh& meshOf(SceneExporter& exporter, PolygonObject* object, ExportedMesh& fresh) {
@@ -104,6 +112,9 @@ const ExportedMesh& meshOf(SceneExporter& exporter, PolygonObject* object, Expor
 
 ExportedMesh exportMesh(SceneExporter& exporter, PolygonObject* object, bool isLightGeometry) {
     const std::vector<MaterialSlot> slots = listMaterialSlots(object);
+    if (!isLightGeometry) {
+        exportMaterials(exporter, slots);
+    }
     ExportedMesh exported;
     exported.uid = findOrConvert(exporter, object, slots, isLightGeometry);
     if (exported.uid.isValid()) {

@@ -4,7 +4,10 @@
 #include "export/model_transform.h"
 #include "export/motion_blur.h"
 #include "export/scene_exporter.h"
+#include "export/texture_tags.h"
 #include "host/ids.h"
+#include "host/tag.h"
+#include "materials/material_export.h"
 #include "scene/scene_node_sphere.h"
 
 #include <cmath>
@@ -16,6 +19,14 @@ bool isUniform(const Matrix& matrix) {
     const float x = matrix.axisX.GetLength();
     return std::fabs(x - matrix.axisY.GetLength()) < TOLERANCE &&
            std::fabs(x - matrix.axisZ.GetLength()) < TOLERANCE;
+}
+
+Quenza::SceneNodeUID findMaterial(SceneExporter& exporter, const BaseObject* object) {
+    ExportContext& context = *exporter.context;
+    const TextureTag* const tag = findTextureTag(object, nullptr);
+    const Quenza::SceneNodeUID uid =
+        getMaterialUID(tag ? tag->GetMaterial() : nullptr, *exporter.root, context);
+    return uid.isValid() ? uid : context.defaultMaterialUID;
 }
 
 } // namespace
@@ -34,6 +45,6 @@ void exportSphere(SceneExporter& exporter, BaseObject* object, const Matrix& mat
     }
     const float radius = object->GetDataInstance()->GetReal(PRIM_SPHERE_RAD, 1.0f);
     node->radius = static_cast<double>(radius * context.sceneScale * matrix.axisX.GetLength());
-    node->material_uid = useLightMaterial ? context.lightMaterialUID : context.defaultMaterialUID;
+    node->material_uid = useLightMaterial ? context.lightMaterialUID : findMaterial(exporter, object);
     exporter.root->addChild(node);
 }

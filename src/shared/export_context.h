@@ -58,6 +58,10 @@ struct ExportContext {
     Quenza::Vector<Quenza::String>* extraFiles;
     std::map<BaseMaterial*, Quenza::Ref<Quenza::SceneNodeMaterial>> materialMap;
     std::map<BaseMaterial*, Quenza::Ref<Quenza::SceneNodeMedium>> mediumMap;
+    /// The number in the name of the last baked file.
+    uint32_t lastBakeNumber = 0;
+    /// File names of presets among the textures, in lower case, to the presets that have them.
+    std::map<String, Filename> presetTextures;
     /// Model of each exported object of the document.
     std::map<BaseObject*, Quenza::SceneNodeUID> modelMap;
     /// The scene camera of the active view, with copies of its container and of its camera tag's.
