@@ -7,6 +7,8 @@
 #include "host/inexclude.h"
 #include "host/plugin_data.h"
 
+#include <vector>
+
 namespace headless {
 
 namespace {
@@ -52,6 +54,20 @@ void visitLinksOf(GeData& value, const std::function<void(BaseLink&)>& visit) {
 void visitLinksOf(BaseContainer& container, const std::function<void(BaseLink&)>& visit) {
     for (int32_t i = 0; i < container.GetCount(); ++i) {
         visitLinksOf(const_cast<GeData&>(container.GetIndexData(i)), visit);
+    }
+}
+
+/// Gives a message to the shaders that a node holds; those of a plug-in pass it on themselves.
+void passOn(const Node& top, int32_t type, void* messageData) {
+    std::vector<const Node*> nodes{&top};
+    for (size_t i = 0; i < nodes.size(); ++i) {
+        nodes[i]->visitOwned(Owned::parts, [&](Node& shader) {
+            if (shader.pluginData()) {
+                shader.message(type, messageData);
+            } else {
+                nodes.push_back(&shader);
+            }
+        });
     }
 }
 
@@ -109,7 +125,13 @@ void Node::restoreParameter(const DescID& id, const GeData& value) {
 }
 
 bool Node::message(int32_t type, void* messageData) {
-    return pluginData_ ? pluginData_->Message(toHost(this), type, messageData) : true;
+    if (pluginData_) {
+        return pluginData_->Message(toHost(this), type, messageData);
+    }
+    if (kind_ == NodeKind::material || kind_ == NodeKind::shader) {
+        passOn(*this, type, messageData);
+    }
+    return true;
 }
 
 LinkToken* Node::acquireLinkToken() {

@@ -65,7 +65,8 @@ public:
     bool setParameter(const DescID& id, const GeData& value);
     /// Sets what a document holds: no artist does it, so the plug-in isn't asked.
     void restoreParameter(const DescID& id, const GeData& value);
-    /// Passes a message to the plug-in's instance. True when there is none.
+    /// Passes a message to the plug-in's instance. Without one it's true, and a material or shader of the
+    /// host passes the message on to its shaders.
     bool message(int32_t type, void* data);
 
     /// The token that links share, with one more reference, which is the caller's.

@@ -127,8 +127,8 @@ TEST_F(DocumentErrorsTest, NamesThePlaceOfAFault) {
          "objects[0].tracks[0].keys[0][1]: links can't be animated"},
         {R"("materials": [{"tracks": [{"channel": "position", "keys": []}]}])",
          "materials[0].tracks[0]: only objects have this channel; a \"parameter\" is expected"},
-        {R"("materials": [{"shaders": [{"type": "Noise"}]}])",
-         "materials[0].shaders[0].type: unknown shader type \"Noise\"; is the plug-in that defines it "
+        {R"("materials": [{"shaders": [{"type": "Nois"}]}])",
+         "materials[0].shaders[0].type: unknown shader type \"Nois\"; is the plug-in that defines it "
          "loaded?"},
         {R"("layers": [{"name": "A"}, {"name": "A"}])",
          "layers[1].name: there is a layer \"A\" already; an \"id\" can tell them apart"},

@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: MIT
+#include "headless/bake/bake.h"
+
+#include "headless/bake/uv_raster.h"
+#include "headless/shaders/shader_ids.h"
+#include "host/bake.h"
+#include "host/bitmap.h"
+#include "host/plugin_data.h"
+#include "host/tag.h"
+#include "model_fixture.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <random>
+
+// The texture baker, through the host's interface.
+
+namespace headless {
+
+namespace {
+
+class BakeTest : public ModelTest {
+protected:
+    BakeTest() : bitmap_(BaseBitmap::Alloc()) {
+        material_ = BaseMaterial::Alloc(Mmaterial);
+        doc()->InsertMaterial(material_);
+        settings_.SetBool(BAKE_TEX_COLOR, true);
+        settings_.SetLong(BAKE_TEX_WIDTH, 16);
+        settings_.SetLong(BAKE_TEX_HEIGHT, 8);
+    }
+    ~BakeTest() override { BaseBitmap::Free(bitmap_); }
+
+    BaseShader* link(BaseShader* shader) const {
+        material_->InsertShader(shader);
+        material_->GetDataInstance()->SetLink(MATERIAL_COLOR_SHADER, shader);
+        return shader;
+    }
+    /// Red grows along U and, through a layer, green along V.
+    BaseShader* linkGradients() const {
+        BaseShader* const layers = link(BaseShader::Alloc(Xlayer));
+        for (const int32_t type : {GRADIENT_TYPE_U, GRADIENT_TYPE_V}) {
+            BaseShader* const gradient = BaseShader::Alloc(Xgradient);
+            gradient->GetDataInstance()->SetLong(GRADIENT_TYPE, type);
+            gradient->GetDataInstance()->SetVector(GRADIENT_COLOR2, type == GRADIENT_TYPE_U
+                                                                        ? Vector(1.0f, 0.0f, 0.0f)
+                                                                        : Vector(0.0f, 1.0f, 0.0f));
+            material_->InsertShader(gradient);
+            layers->GetDataInstance()->SetLink(LAYER_1_SHADER + type * LAYER_STEP, gradient);
+            layers->GetDataInstance()->SetLong(LAYER_1_MODE + type * LAYER_STEP, BLEND_ADD);
+        }
+        return layers;
+    }
+    ::TextureTag* addTexture(BaseObject* object) const {
+        auto* const tag = static_cast<::TextureTag*>(object->MakeTag(Ttexture));
+        tag->SetMaterial(material_);
+        return tag;
+    }
+    /// A quad whose texture coordinates are a part of the texture space.
+    ::PolygonObject* addPatch(float left, float top, float right, float bottom) {
+        ::PolygonObject* const quad = addQuad();
+        ::UVWTag* const uvw = ::UVWTag::Alloc(1);
+        uvw->Set(0, {{left, bottom, 0.0f}, {left, top, 0.0f}, {right, top, 0.0f}, {right, bottom, 0.0f}});
+        quad->InsertTag(uvw);
+        return quad;
+    }
+    int32_t bake(::TextureTag* texture, BaseThread* thread = nullptr) {
+        int32_t error = -1;
+        BaseDocument* copy = InitBakeTexture(doc(), texture, nullptr, settings_, &error, thread);
+        EXPECT_EQ(copy == nullptr, error != BAKE_TEX_ERR_NONE);
+        if (copy) {
+            error = BakeTexture(copy, settings_, bitmap_, thread);
+            BaseDocument::Free(copy);
+        }
+        return error;
+    }
+    std::array<int, 3> pixel(int32_t x, int32_t y) const {
+        const uint8_t* const row = bitmap_->GetRow(y);
+        return {row[3 * x], row[3 * x + 1], row[3 * x + 2]};
+    }
+
+    BaseMaterial* material_;
+    BaseBitmap* bitmap_;
+    BaseContainer settings_;
+};
+
+using Pixel = std::array<int, 3>;
+
+int byteOf(float value) {
+    return static_cast<int>(value * 255.0f + 0.5f);
+}
+
+TEST_F(BakeTest, APlaneShowsTheShaderAtEachPixelsMiddle) {
+    BaseShader* const shader = linkGradients();
+    ::TextureTag* const plane = addTexture(add(Oplane));
+    ::TextureTag* const patch = addTexture(addPatch(0.0f, 0.0f, 1.0f, 1.0f));
+    ASSERT_EQ(shader->InitRender({}), INITRENDERRESULT_OK);
+    for (::TextureTag* const tag : {plane, patch}) {
+        ASSERT_EQ(bake(tag), BAKE_TEX_ERR_NONE);
+        ASSERT_EQ(bitmap_->GetBw(), 16);
+        ASSERT_EQ(bitmap_->GetBh(), 8);
+        ASSERT_EQ(bitmap_->GetBt(), 24);
+        for (int32_t y = 0; y < 8; ++y) {
+            for (int32_t x = 0; x < 16; ++x) {
+                ChannelData channel;
+                channel.p = {(static_cast<float>(x) + 0.5f) / 16.0f, (static_cast<float>(y) + 0.5f) / 8.0f,
+                             0.0f};
+                const Vector value = shader->Sample(channel);
+                ASSERT_EQ(pixel(x, y), (Pixel{byteOf(value.x), byteOf(value.y), 0})) << x << ", " << y;
+            }
+        }
+    }
+    shader->FreeRender();
+}
+
+/// Patches of a jittered grid with turned diagonals, each asked alone: every middle belongs to exactly one.
+TEST_F(BakeTest, NeighboursShareNoMiddleAndLeaveNone) {
+    constexpr int32_t CELLS = 64;
+    constexpr int GRID = 9;
+    std::mt19937 random(5);
+    // Steps that often put a corner or an edge on a middle.
+    std::uniform_int_distribution<int> jitter(-3, 3);
+    Vector points[GRID + 1][GRID + 1];
+    for (int y = 0; y <= GRID; ++y) {
+        for (int x = 0; x <= GRID; ++x) {
+            const bool isInner = x > 0 && y > 0 && x < GRID && y < GRID;
+            const int shiftX = isInner ? jitter(random) : 0;
+            const int shiftY = isInner ? jitter(random) : 0;
+            const auto place = [](int at, int shift) {
+                const float even = std::round(static_cast<float>(at) / GRID * CELLS * 2.0f);
+                return (even + static_cast<float>(shift)) / (CELLS * 2.0f);
+            };
+            points[y][x] = {place(x, shiftX), place(y, shiftY), 0.0f};
+        }
+    }
+    std::vector<int> counts(CELLS * CELLS);
+    const CPolygon quad(0, 1, 2, 3);
+    for (int y = 0; y < GRID; ++y) {
+        for (int x = 0; x < GRID; ++x) {
+            UVWStruct record{points[y][x], points[y][x + 1], points[y + 1][x + 1], points[y + 1][x]};
+            if (jitter(random) > 0) {
+                record = {record.d, record.c, record.b, record.a};
+            }
+            const UVRaster raster({&quad, 1}, {&record, 1}, {}, CELLS, CELLS);
+            UVRaster::Scratch scratch;
+            std::vector<UVSample> samples;
+            for (int32_t row = 0; row < CELLS; ++row) {
+                raster.coveredOf(row, scratch, samples);
+                for (const UVSample& sample : samples) {
+                    ++counts[static_cast<size_t>(row * CELLS + sample.column)];
+                }
+            }
+        }
+    }
+    EXPECT_EQ(std::ranges::count(counts, 1), CELLS * CELLS);
+}
+
+TEST_F(BakeTest, IslandsGetTheirBorderAndTheRestStaysBlack) {
+    material_->GetDataInstance()->SetVector(MATERIAL_COLOR_COLOR, {1.0f, 0.5f, 0.25f});
+    ::TextureTag* const tag = addTexture(addPatch(0.25f, 0.25f, 0.5f, 0.5f));
+    const Pixel colour{255, 128, 64};
+    const auto coveredAround = [&](int32_t border) {
+        settings_.SetLong(BAKE_TEX_PIXELBORDER, border);
+        EXPECT_EQ(bake(tag), BAKE_TEX_ERR_NONE);
+        int count = 0;
+        for (int32_t y = 0; y < 8; ++y) {
+            for (int32_t x = 0; x < 16; ++x) {
+                const bool isInside = x >= 4 - border && x < 8 + border && y >= 2 - border && y < 4 + border;
+                EXPECT_EQ(pixel(x, y), isInside ? colour : Pixel{}) << border << ": " << x << ", " << y;
+                count += isInside ? 1 : 0;
+            }
+        }
+        return count;
+    };
+    EXPECT_EQ(coveredAround(0), 8);
+    EXPECT_EQ(coveredAround(1), 24);
+    EXPECT_EQ(coveredAround(3), 70);
+    coveredAround(1'000'000);
+}
+
+TEST_F(BakeTest, TheRangeChoosesAPartAndSupersamplingTakesTheMean) {
+    BaseShader* const board = link(BaseShader::Alloc(Xcheckerboard));
+    board->GetDataInstance()->SetReal(CHECKERBOARD_FREQUENCY_U, 32.0f);
+    board->GetDataInstance()->SetReal(CHECKERBOARD_FREQUENCY_V, 1.0f);
+    ::TextureTag* const tag = addTexture(addPatch(0.0f, 0.0f, 1.0f, 1.0f));
+    settings_.SetLong(BAKE_TEX_SUPERSAMPLING, 1);
+    ASSERT_EQ(bake(tag), BAKE_TEX_ERR_NONE);
+    EXPECT_EQ(pixel(5, 5), (Pixel{128, 128, 128}));
+    // Half of the texture: each pixel is one field.
+    settings_.SetReal(BAKE_TEX_UV_LEFT, 0.5f);
+    ASSERT_EQ(bake(tag), BAKE_TEX_ERR_NONE);
+    EXPECT_EQ(pixel(4, 5), (Pixel{}));
+    EXPECT_EQ(pixel(5, 5), (Pixel{255, 255, 255}));
+    // A mirrored range mirrors the image.
+    settings_.SetReal(BAKE_TEX_UV_LEFT, 1.0f);
+    settings_.SetReal(BAKE_TEX_UV_RIGHT, 0.5f);
+    ASSERT_EQ(bake(tag), BAKE_TEX_ERR_NONE);
+    EXPECT_EQ(pixel(4, 5), (Pixel{255, 255, 255}));
+}
+
+TEST_F(BakeTest, TheBakeWorksOnACopy) {
+    linkGradients();
+    ::PolygonObject* const patch = addPatch(0.0f, 0.0f, 1.0f, 1.0f);
+    ::TextureTag* const tag = addTexture(patch);
+    int32_t error = -1;
+    BaseDocument* copy = InitBakeTexture(doc(), tag, nullptr, settings_, &error);
+    ASSERT_NE(copy, nullptr);
+    material_->Remove();
+    BaseMaterial::Free(material_);
+    BaseObject* gone = patch;
+    BaseObject::Free(gone);
+    EXPECT_EQ(BakeTexture(copy, settings_, bitmap_), BAKE_TEX_ERR_NONE);
+    EXPECT_EQ(pixel(15, 0), (Pixel{247, 16, 0}));
+    BaseDocument::Free(copy);
+}
+
+TEST_F(BakeTest, ErrorsSayWhatIsMissing) {
+    int32_t error = 0;
+    ::TextureTag* const tag = addTexture(add(Oplane));
+    EXPECT_EQ(InitBakeTexture(nullptr, tag, nullptr, settings_, &error), nullptr);
+    EXPECT_EQ(error, BAKE_TEX_ERR_NO_DOC);
+    EXPECT_EQ(bake(nullptr), BAKE_TEX_ERR_NO_TEXTURE_TAG);
+    EXPECT_EQ(bake(addTexture(addQuad())), BAKE_TEX_ERR_NO_UVW_TAG);
+    EXPECT_EQ(BakeTexture(doc(), settings_, bitmap_), BAKE_TEX_ERR_NO_RENDER_DOC);
+    settings_.SetLong(BAKE_TEX_WIDTH, 0);
+    EXPECT_EQ(bake(tag), BAKE_TEX_ERR_NO_BITMAP);
+    settings_.SetLong(BAKE_TEX_WIDTH, 1'000'000);
+    EXPECT_EQ(bake(tag), BAKE_TEX_ERR_NO_BITMAP);
+    tag->SetMaterial(nullptr);
+    EXPECT_EQ(bake(tag), BAKE_TEX_ERR_NO_MATERIAL);
+}
+
+/// Samples until it was cancelled; the host has to notice.
+class EndlessShader : public ShaderData {
+public:
+    static NodeData* make() { return new EndlessShader; }
+    Vector Output(BaseShader*, const ChannelData&) override {
+        ++samples;
+        return {};
+    }
+    static inline std::atomic<int> samples{0};
+};
+
+TEST_F(BakeTest, ACancelledBakeStops) {
+    NodeTypeInfo type;
+    type.id = 999'002;
+    type.kind = NodeKind::shader;
+    type.allocator = EndlessShader::make;
+    ASSERT_TRUE(NodeTypes::instance().add(std::move(type)));
+    link(BaseShader::Alloc(999'002));
+    ::TextureTag* const tag = addTexture(addPatch(0.0f, 0.0f, 1.0f, 1.0f));
+    settings_.SetLong(BAKE_TEX_WIDTH, 1024);
+    settings_.SetLong(BAKE_TEX_HEIGHT, 16384);
+    int32_t error = 0;
+    BaseDocument* copy = InitBakeTexture(doc(), tag, nullptr, settings_, &error);
+    ASSERT_NE(copy, nullptr);
+    auto& bakeDocument = dynamic_cast<BakeDocument&>(*fromHost(copy));
+    EXPECT_EQ(bakeTexture(bakeDocument, settings_, *fromHost(bitmap_),
+                          [] { return EndlessShader::samples > 10'000; }),
+              BAKE_TEX_ERR_USERBREAK);
+    EXPECT_LT(EndlessShader::samples, 1024 * 16384 / 2);
+    BaseDocument::Free(copy);
+    document.reset();
+    NodeTypes::instance().removePluginTypes();
+    document = std::make_unique<Document>();
+}
+
+} // namespace
+
+} // namespace headless

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "host/general.h"
+
+#include "runtime_fixture.h"
+#include "support/temp_dir.h"
+
+#include <cstdlib>
+
+// Texture search, presets, and the file calls beside them.
+
+namespace headless {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A variable of the environment while it lives.
+class Variable {
+public:
+    Variable(const char* name, const std::string& value) : name_(name) { setenv(name, value.c_str(), 1); }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+    ~Variable() { unsetenv(name_); }
+
+private:
+    const char* name_;
+};
+
+class TextureSearchTest : public RuntimeTest {
+protected:
+    TextureSearchTest() { start(); }
+
+    std::string at(const std::string& name) const { return (dir_ / name).toStdString(); }
+    void makeFile(const std::string& name, const std::string& content = "x") const {
+        fs::create_directories(fs::path(at(name)).parent_path());
+        Quenza::writeBytes(dir_ / name, content);
+    }
+    /// The found path below the folder, "(as it stands)", or "" when nothing was found.
+    std::string find(const std::string& name, const std::string& extra = "") const {
+        Filename found("untouched");
+        const std::string extraPath = extra.empty() ? "" : at(extra);
+        if (!GenerateTexturePath(Filename(String(at("document"))), Filename(String(name)),
+                                 Filename(String(extraPath)), &found)) {
+            EXPECT_EQ(found, Filename("untouched"));
+            return "";
+        }
+        return found.Content() ? fs::path(found.GetUtf8()).lexically_relative(at("")).string()
+                               : "(as it stands)";
+    }
+
+    Quenza::TempDir dir_;
+};
+
+TEST_F(TextureSearchTest, PlacesComeInTheirOrder) {
+    const Variable paths("QUENZA_HEADLESS_TEXTURES", at("first") + "::" + at("second"));
+    const char* const places[] = {"document", "document/tex", "extra", "first", "second"};
+    for (const char* const place : places) {
+        makeFile(std::string(place) + "/wood.jpg");
+    }
+    for (const char* const place : places) {
+        EXPECT_EQ(find("wood.jpg", "extra"), std::string(place) + "/wood.jpg");
+        fs::remove(at(std::string(place) + "/wood.jpg"));
+    }
+    EXPECT_EQ(find("wood.jpg", "extra"), "");
+    EXPECT_EQ(find(""), "");
+}
+
+TEST_F(TextureSearchTest, NamesMayHaveFoldersOtherCaseAndBeFromElsewhere) {
+    makeFile("document/maps/Oak.JPG");
+    makeFile("document/oak.png");
+    makeFile("document/both.png");
+    makeFile("document/BOTH.png");
+    makeFile("away/full.png");
+    fs::create_directories(at("document/folder.png"));
+    const std::pair<std::string, std::string> cases[] = {
+        {"maps/Oak.JPG", "document/maps/Oak.JPG"},
+        {"MAPS\\oak.jpg", "document/maps/Oak.JPG"},
+        {"gone/OAK.png", "document/oak.png"},
+        {"C:\\Textures\\oak.png", "document/oak.png"},
+        {"/other/machine/oak.png", "document/oak.png"},
+        {at("away/full.png"), "away/full.png"},
+        {"both.png", "document/both.png"},
+        {"BOTH.png", "document/BOTH.png"},
+        {"Both.png", "document/BOTH.png"},
+        {"folder.png", ""},
+        {"maps", ""},
+        {"none.png", ""},
+    };
+    for (const auto& [name, expected] : cases) {
+        EXPECT_EQ(find(name), expected) << name;
+    }
+}
+
+TEST_F(TextureSearchTest, PresetsLieBelowTheirFolder) {
+    const Variable presets("QUENZA_HEADLESS_PRESETS", at("presets"));
+    makeFile("presets/tex.lib4d/wood/oak.jpg", "oak");
+    makeFile("secret.txt");
+    EXPECT_EQ(find("preset://tex.lib4d/wood/oak.jpg"), "(as it stands)");
+    EXPECT_EQ(find("preset://tex.lib4d\\wood\\oak.jpg"), "(as it stands)");
+    EXPECT_EQ(find("preset://tex.lib4d/none.jpg"), "");
+    EXPECT_EQ(find("preset://../secret.txt"), "");
+    EXPECT_EQ(find("preset:///" + at("secret.txt")), "");
+    const Filename copy(String(at("copy.jpg")));
+    EXPECT_TRUE(GeFExist("preset://tex.lib4d/wood/oak.jpg"));
+    EXPECT_TRUE(GeFCopyFile("preset://tex.lib4d/wood/oak.jpg", copy, false));
+    EXPECT_EQ(Quenza::fileBytes(dir_ / "copy.jpg"), "oak");
+    EXPECT_FALSE(GeFCopyFile("preset://../secret.txt", copy, true));
+}
+
+TEST_F(TextureSearchTest, CopiesAreWholeAndFoldersListed) {
+    const std::string large(3'000'001, 'a');
+    makeFile("folder/large.bin", large);
+    makeFile("folder/Other");
+    makeFile("folder/sub/x");
+    const Filename source(String(at("folder/large.bin")));
+    const Filename target(String(at("target.bin")));
+    EXPECT_TRUE(GeFCopyFile(source, target, false));
+    EXPECT_EQ(Quenza::fileBytes(dir_ / "target.bin"), large);
+    makeFile("folder/large.bin", "new");
+    EXPECT_FALSE(GeFCopyFile(source, target, false));
+    EXPECT_TRUE(GeFCopyFile(source, target, true));
+    EXPECT_EQ(Quenza::fileBytes(dir_ / "target.bin"), "new");
+    EXPECT_FALSE(GeFCopyFile(source, source, true));
+    EXPECT_EQ(Quenza::fileBytes(dir_ / "folder/large.bin"), "new");
+    EXPECT_FALSE(GeFCopyFile(Filename(String(at("folder"))), target, true));
+    EXPECT_FALSE(GeFCopyFile(source, Filename(String(at("none/target.bin"))), true));
+
+    std::vector<Filename> names{"before"};
+    EXPECT_TRUE(GeFListDirectory(Filename(String(at("folder"))), names));
+    EXPECT_EQ(names, (std::vector<Filename>{"before", "Other", "large.bin", "sub"}));
+    EXPECT_FALSE(GeFListDirectory(Filename(String(at("none"))), names));
+    EXPECT_EQ(names.size(), 4u);
+}
+
+} // namespace
+
+} // namespace headless

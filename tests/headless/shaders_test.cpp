@@ -1,0 +1,357 @@
+// SPDX-License-Identifier: MIT
+#include "headless/shaders/shader_sampling.h"
+
+#include "headless/images/image_files.h"
+#include "headless/model/warnings.h"
+#include "headless/shaders/blend_mode.h"
+#include "headless/shaders/shader_ids.h"
+#include "headless/shaders/surface_light.h"
+#include "host/plugin_data.h"
+#include "model_fixture.h"
+#include "support/temp_dir.h"
+
+// Shaders of the host, sampled as a plug-in does.
+
+namespace headless {
+
+namespace {
+
+class ShadersTest : public ModelTest {
+protected:
+    ShadersTest() {
+        material_ = BaseMaterial::Alloc(Mmaterial);
+        doc()->InsertMaterial(material_);
+        setWarningSink([this](const std::string& text) { warnings_.push_back(text); });
+    }
+    ~ShadersTest() override { setWarningSink({}); }
+
+    BaseShader* addShader(int32_t type) const {
+        BaseShader* const shader = BaseShader::Alloc(type);
+        material_->InsertShader(shader);
+        return shader;
+    }
+    static BaseContainer& data(BaseShader* shader) { return *shader->GetDataInstance(); }
+    /// A gradient between two colours.
+    BaseShader* addGradient(const Vector& from, const Vector& to, int32_t type = GRADIENT_TYPE_U) const {
+        BaseShader* const shader = addShader(Xgradient);
+        data(shader).SetVector(GRADIENT_COLOR1, from);
+        data(shader).SetVector(GRADIENT_COLOR2, to);
+        data(shader).SetLong(GRADIENT_TYPE, type);
+        return shader;
+    }
+    InitRenderStruct init() const {
+        InitRenderStruct init;
+        init.document = doc();
+        return init;
+    }
+    static Vector at(BaseShader* shader, float u, float v) {
+        ChannelData channel;
+        channel.p = {u, v, 0.0f};
+        return shader->Sample(channel);
+    }
+    /// One sample, made ready and freed.
+    Vector once(BaseShader* shader, float u, float v) const {
+        EXPECT_EQ(shader->InitRender(init()), INITRENDERRESULT_OK);
+        const Vector value = at(shader, u, v);
+        shader->FreeRender();
+        return value;
+    }
+
+    BaseMaterial* material_;
+    std::vector<std::string> warnings_;
+};
+
+TEST_F(ShadersTest, GradientAndCheckerboardFollowTheirTypes) {
+    const Vector red(1.0f, 0.0f, 0.0f);
+    const Vector blue(0.0f, 0.0f, 1.0f);
+    struct Case {
+        int32_t type;
+        bool isCycle;
+        float u, v, part;
+    };
+    const Case cases[] = {
+        {GRADIENT_TYPE_U, false, 0.25f, 0.9f, 0.25f},       {GRADIENT_TYPE_V, false, 0.25f, 0.75f, 0.75f},
+        {GRADIENT_TYPE_CIRCULAR, false, 0.5f, 0.75f, 0.5f}, {GRADIENT_TYPE_U, false, 1.25f, 0.0f, 1.0f},
+        {GRADIENT_TYPE_U, true, 1.25f, 0.0f, 0.25f},        {GRADIENT_TYPE_U, true, -0.25f, 0.0f, 0.75f},
+    };
+    for (const Case& test : cases) {
+        BaseShader* const shader = addGradient(red, blue, test.type);
+        data(shader).SetBool(GRADIENT_CYCLE, test.isCycle);
+        EXPECT_TRUE(isNear(once(shader, test.u, test.v), mix(red, blue, test.part))) << test.type << test.u;
+    }
+    BaseShader* const board = addShader(Xcheckerboard);
+    data(board).SetReal(CHECKERBOARD_FREQUENCY_V, 4.0f);
+    EXPECT_EQ(once(board, 0.01f, 0.01f), Vector());
+    EXPECT_EQ(once(board, 0.13f, 0.01f), Vector(1.0f, 1.0f, 1.0f));
+    EXPECT_EQ(once(board, 0.13f, 0.26f), Vector());
+    EXPECT_EQ(once(board, -0.01f, 0.01f), Vector(1.0f, 1.0f, 1.0f));
+}
+
+TEST_F(ShadersTest, NoiseIsSmoothFillsItsRangeAndFollowsItsSeed) {
+    BaseShader* const noise = addShader(Xnoise);
+    BaseShader* const other = addShader(Xnoise);
+    data(other).SetLong(NOISE_SEED, 666);
+    ASSERT_EQ(noise->InitRender(init()), INITRENDERRESULT_OK);
+    ASSERT_EQ(other->InitRender(init()), INITRENDERRESULT_OK);
+    float low = 1.0f;
+    float high = 0.0f;
+    float sum = 0.0f;
+    float step = 0.0f;
+    float difference = 0.0f;
+    constexpr int COUNT = 10'000;
+    for (int i = 0; i < COUNT; ++i) {
+        const float u = static_cast<float>(i % 100) * 0.01f;
+        const float v = static_cast<float>(i) * 0.0001f;
+        const float value = at(noise, u, v).x;
+        low = std::min(low, value);
+        high = std::max(high, value);
+        sum += value;
+        step = std::max(step, std::abs(at(noise, u + 0.0001f, v).x - value));
+        difference = std::max(difference, std::abs(at(other, u, v).x - value));
+    }
+    EXPECT_LT(low, 0.25f);
+    EXPECT_GT(high, 0.75f);
+    EXPECT_NEAR(sum / COUNT, 0.5f, 0.05f);
+    EXPECT_LT(step, 0.02f);
+    EXPECT_GT(difference, 0.3f);
+    EXPECT_EQ(at(noise, 1e30f, NAN), Vector(0.5f, 0.5f, 0.5f));
+    noise->FreeRender();
+    other->FreeRender();
+}
+
+TEST_F(ShadersTest, BitmapGoesOverLinearlyAndRepeats) {
+    const Quenza::TempDir folder;
+    Image image;
+    ASSERT_EQ(image.init(2, 2, 96), IMAGERESULT_OK);
+    image.setPixel(0, 0, {1.0f, 0.0f, 0.0f});
+    image.setPixel(1, 0, {0.0f, 1.0f, 0.0f});
+    image.setPixel(0, 1, {0.0f, 0.0f, 1.0f});
+    image.setPixel(1, 1, {2.0f, 2.0f, 2.0f});
+    ASSERT_EQ(writeImage((folder / "Image.exr").toStdString(), image, {.filter = FILTER_EXR}),
+              IMAGERESULT_OK);
+    document->path = Filename(String(folder.path().toStdString()));
+    BaseShader* const bitmap = addShader(Xbitmap);
+    data(bitmap).SetFilename(BITMAPSHADER_FILENAME, Filename("image.EXR"));
+    struct Case {
+        float u, v;
+        Vector expected;
+    };
+    const Case cases[] = {
+        {0.25f, 0.25f, {1.0f, 0.0f, 0.0f}},  {0.75f, 0.25f, {0.0f, 1.0f, 0.0f}},
+        {0.25f, 0.75f, {0.0f, 0.0f, 1.0f}},  {0.5f, 0.25f, {0.5f, 0.5f, 0.0f}},
+        {0.5f, 0.5f, {0.75f, 0.75f, 0.75f}}, {0.0f, 0.25f, {0.5f, 0.5f, 0.0f}},
+        {1.25f, -0.75f, {1.0f, 0.0f, 0.0f}}, {1.0f, 1.0f, {0.75f, 0.75f, 0.75f}},
+    };
+    for (const Case& test : cases) {
+        EXPECT_TRUE(isNear(once(bitmap, test.u, test.v), test.expected)) << test.u << ", " << test.v;
+    }
+    EXPECT_TRUE(warnings_.empty());
+    data(bitmap).SetFilename(BITMAPSHADER_FILENAME, Filename("none.png"));
+    EXPECT_EQ(once(bitmap, 0.5f, 0.5f), Vector());
+    EXPECT_EQ(warnings_, std::vector<std::string>{"The texture none.png was not found"});
+}
+
+TEST_F(ShadersTest, FusionLayerAndColorizerJoinTheirLinks) {
+    BaseShader* const base = addGradient({0.25f, 0.5f, 0.75f}, {0.25f, 0.5f, 0.75f});
+    BaseShader* const over = addGradient({0.5f, 0.5f, 1.0f}, {0.5f, 0.5f, 1.0f});
+    struct Case {
+        int32_t mode;
+        Vector expected;
+    };
+    const Case cases[] = {
+        {BLEND_NORMAL, {0.5f, 0.5f, 1.0f}},       {BLEND_AVERAGE, {0.375f, 0.5f, 0.875f}},
+        {BLEND_ADD, {0.75f, 1.0f, 1.75f}},        {BLEND_SUBTRACT, {-0.25f, 0.0f, -0.25f}},
+        {BLEND_MULTIPLY, {0.125f, 0.25f, 0.75f}}, {BLEND_SCREEN, {0.625f, 0.75f, 1.0f}},
+        {BLEND_LIGHTEN, {0.5f, 0.5f, 1.0f}},      {BLEND_DARKEN, {0.25f, 0.5f, 0.75f}},
+        {BLEND_DIFFERENCE, {0.25f, 0.0f, 0.25f}}, {BLEND_OVERLAY, {0.25f, 0.5f, 1.0f}},
+    };
+    BaseShader* const fusion = addShader(Xfusion);
+    data(fusion).SetLink(FUSION_BASE_CHANNEL, base);
+    data(fusion).SetLink(FUSION_BLEND_CHANNEL, over);
+    BaseShader* const layers = addShader(Xlayer);
+    data(layers).SetLink(LAYER_1_SHADER, base);
+    data(layers).SetLink(LAYER_1_SHADER + 7 * LAYER_STEP, over);
+    for (const Case& test : cases) {
+        data(fusion).SetLong(FUSION_MODE, test.mode);
+        EXPECT_TRUE(isNear(once(fusion, 0.5f, 0.5f), test.expected)) << test.mode;
+        data(layers).SetLong(LAYER_1_MODE + 7 * LAYER_STEP, test.mode);
+        data(layers).SetReal(LAYER_1_STRENGTH + 7 * LAYER_STEP, 0.5f);
+        EXPECT_TRUE(isNear(once(layers, 0.5f, 0.5f), mix({0.25f, 0.5f, 0.75f}, test.expected, 0.5f)))
+            << test.mode;
+    }
+    data(fusion).SetLong(FUSION_MODE, BLEND_NORMAL);
+    data(fusion).SetReal(FUSION_BLEND, 0.5f);
+    data(fusion).SetLink(FUSION_MASK_CHANNEL, addGradient({}, {1.0f, 1.0f, 1.0f}));
+    EXPECT_TRUE(isNear(once(fusion, 0.5f, 0.5f), {0.3125f, 0.5f, 0.8125f}));
+
+    BaseShader* const colorizer = addShader(Xcolorizer);
+    data(colorizer).SetLink(COLORIZER_SHADER, base);
+    data(colorizer).SetLong(COLORIZER_INPUT, COLORIZER_INPUT_BLUE);
+    data(colorizer).SetVector(COLORIZER_COLOR1, {1.0f, 0.0f, 0.0f});
+    data(colorizer).SetVector(COLORIZER_COLOR2, {0.0f, 1.0f, 0.0f});
+    EXPECT_TRUE(isNear(once(colorizer, 0.5f, 0.5f), {0.25f, 0.75f, 0.0f}));
+    data(colorizer).SetLong(COLORIZER_INPUT, COLORIZER_INPUT_BRIGHTNESS);
+    EXPECT_TRUE(isNear(once(colorizer, 0.5f, 0.5f), {0.546f, 0.454f, 0.0f}, 1e-3f));
+}
+
+/// A plug-in's shader: half of what it links, or 1 without a link. It counts what the host asks of it.
+class HalfShader : public ShaderData {
+public:
+    static NodeData* make() { return new HalfShader; }
+    static BaseShader* linked(BaseShader* shader) {
+        return static_cast<BaseShader*>(shader->GetDataInstance()->GetLink(1, nullptr, Xbase));
+    }
+
+    int32_t InitRender(BaseShader* shader, const InitRenderStruct& init) override {
+        ++ready;
+        if (BaseShader* const input = linked(shader)) {
+            static_cast<void>(input->InitRender(init));
+        }
+        return INITRENDERRESULT_OK;
+    }
+    void FreeRender(BaseShader* shader) override {
+        --ready;
+        if (BaseShader* const input = linked(shader)) {
+            input->FreeRender();
+        }
+    }
+    Vector Output(BaseShader* shader, const ChannelData& channel) override {
+        BaseShader* const input = linked(shader);
+        return input ? input->Sample(channel) * 0.5f : Vector(1.0f, 1.0f, 1.0f);
+    }
+    bool Message(BaseList2D*, int32_t type, void*) override {
+        lastMessage = type;
+        return true;
+    }
+
+    static inline int ready = 0;
+    static inline int32_t lastMessage = 0;
+};
+
+class PluginShaderTest : public ShadersTest {
+protected:
+    PluginShaderTest() {
+        NodeTypeInfo type;
+        type.id = HALF;
+        type.kind = NodeKind::shader;
+        type.allocator = HalfShader::make;
+        EXPECT_TRUE(NodeTypes::instance().add(std::move(type)));
+        HalfShader::ready = 0;
+    }
+    ~PluginShaderTest() override {
+        document.reset();
+        NodeTypes::instance().removePluginTypes();
+    }
+    static constexpr int32_t HALF = 999'001;
+};
+
+TEST_F(PluginShaderTest, SamplesThroughBothSidesAndFreesAll) {
+    BaseShader* const inner = addShader(HALF);
+    BaseShader* const fusion = addShader(Xfusion);
+    data(fusion).SetLink(FUSION_BASE_CHANNEL, inner);
+    data(fusion).SetLink(FUSION_BLEND_CHANNEL, inner);
+    data(fusion).SetLong(FUSION_MODE, BLEND_ADD);
+    BaseShader* const outer = addShader(HALF);
+    data(outer).SetLink(1, fusion);
+    ASSERT_EQ(outer->InitRender(init()), INITRENDERRESULT_OK);
+    EXPECT_EQ(HalfShader::ready, 2);
+    EXPECT_EQ(at(outer, 0.5f, 0.5f), Vector(1.0f, 1.0f, 1.0f));
+    ASSERT_EQ(inner->InitRender(init()), INITRENDERRESULT_OK);
+    outer->FreeRender();
+    EXPECT_EQ(HalfShader::ready, 1) << "its own use is still there";
+    inner->FreeRender();
+    EXPECT_EQ(HalfShader::ready, 0);
+    EXPECT_EQ(at(inner, 0.5f, 0.5f), Vector()) << "sampled without being ready";
+}
+
+TEST_F(PluginShaderTest, CirclesEnd) {
+    BaseShader* const a = addShader(Xfusion);
+    BaseShader* const b = addShader(HALF);
+    data(a).SetLink(FUSION_BASE_CHANNEL, b);
+    data(b).SetLink(1, a);
+    for (BaseShader* const shader : {a, b}) {
+        EXPECT_EQ(once(shader, 0.5f, 0.5f), Vector());
+        EXPECT_EQ(HalfShader::ready, 0);
+    }
+    BaseShader* const self = addShader(Xcolorizer);
+    data(self).SetLink(COLORIZER_SHADER, self);
+    EXPECT_EQ(once(self, 0.5f, 0.5f), Vector());
+}
+
+TEST_F(PluginShaderTest, MessagesReachShadersBelowThoseOfTheHost) {
+    BaseShader* const fusion = addShader(Xfusion);
+    BaseShader* const below = BaseShader::Alloc(HALF);
+    fusion->InsertUnder(below);
+    EXPECT_EQ(below->GetMaterial(), material_);
+    EXPECT_TRUE(material_->Message(MSG_UPDATE));
+    EXPECT_EQ(HalfShader::lastMessage, MSG_UPDATE);
+    data(fusion).SetLink(5, below);
+    HandleShaderMessage(fusion, 5, MSG_DESCRIPTION_VALIDATE, nullptr);
+    EXPECT_EQ(HalfShader::lastMessage, MSG_DESCRIPTION_VALIDATE);
+    // A shader can't come below itself.
+    BaseShader* const deeper = BaseShader::Alloc(Xfusion);
+    below->InsertUnder(deeper);
+    deeper->InsertUnder(fusion);
+    EXPECT_EQ(material_->GetFirstShader(), fusion);
+    EXPECT_EQ(deeper->GetDown(), nullptr);
+}
+
+/// Each links the next twice: the samples of one sample double with each.
+TEST_F(ShadersTest, LaddersOfLinksTakeNoTime) {
+    BaseShader* next = addGradient({1.0f, 1.0f, 1.0f}, {1.0f, 1.0f, 1.0f});
+    std::vector<BaseShader*> ladder;
+    for (int i = 0; i < 300; ++i) {
+        BaseShader* const fusion = addShader(Xfusion);
+        data(fusion).SetLink(FUSION_BASE_CHANNEL, next);
+        data(fusion).SetLink(FUSION_BLEND_CHANNEL, next);
+        ladder.push_back(next = fusion);
+    }
+    EXPECT_EQ(once(ladder[10], 0.5f, 0.5f), Vector(1.0f, 1.0f, 1.0f));
+    BaseShader* const top = ladder.back();
+    EXPECT_EQ(top->InitRender(init()), INITRENDERRESULT_OK);
+    EXPECT_EQ(at(top, 0.5f, 0.5f), Vector()) << "too costly shaders are left out";
+    top->FreeRender();
+    for (BaseShader* const shader : ladder) {
+        EXPECT_EQ(fromHost(shader)->run, nullptr);
+    }
+}
+
+TEST_F(ShadersTest, StandardMaterialsTellTheirChannelsAndDrawTheirColour) {
+    EXPECT_TRUE(material_->GetChannelState(CHANNEL_COLOR));
+    EXPECT_TRUE(material_->GetChannelState(CHANNEL_SPECULAR));
+    EXPECT_FALSE(material_->GetChannelState(CHANNEL_BUMP));
+    material_->GetDataInstance()->SetBool(MATERIAL_USE_BUMP, true);
+    EXPECT_TRUE(material_->GetChannelState(CHANNEL_BUMP));
+    EXPECT_FALSE(material_->GetChannelState(-1));
+    EXPECT_FALSE(material_->GetChannelState(14));
+
+    material_->GetDataInstance()->SetLink(MATERIAL_COLOR_SHADER,
+                                          addGradient({}, {1.0f, 1.0f, 1.0f}, GRADIENT_TYPE_V));
+    BaseBitmap* bitmap = BaseBitmap::Alloc();
+    ASSERT_EQ(bitmap->Init(4, 4), IMAGERESULT_OK);
+    EXPECT_TRUE(material_->InitGLImage(doc(), nullptr, bitmap));
+    EXPECT_EQ(bitmap->GetRow(0)[0], 32);
+    EXPECT_EQ(bitmap->GetRow(3)[9], 223);
+    material_->GetDataInstance()->SetBool(MATERIAL_USE_COLOR, false);
+    EXPECT_TRUE(material_->InitGLImage(doc(), nullptr, bitmap));
+    EXPECT_EQ(bitmap->GetRow(3)[9], 0);
+    BaseBitmap::Free(bitmap);
+}
+
+TEST_F(ShadersTest, SurfacesAreLitFromTheViewer) {
+    const ShadingRay ray{.p = {}, .v = {0.0f, 0.0f, 1.0f}, .ior = 1.0f};
+    VolumeData volume;
+    volume.ray = &ray;
+    volume.n = {0.0f, 0.6f, -0.8f};
+    Vector diffuse;
+    Vector highlights;
+    volume.IllumSurfacePoint(&diffuse, &highlights);
+    EXPECT_TRUE(isNear(diffuse, {0.8f, 0.8f, 0.8f}));
+    EXPECT_GT(highlights.x, 0.0f);
+    EXPECT_LT(highlights.x, 0.01f);
+    EXPECT_EQ(volume.TraceColor(ray, 1e9f), Vector());
+}
+
+} // namespace
+
+} // namespace headless
