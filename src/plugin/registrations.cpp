@@ -11,6 +11,9 @@
 #include "export/tags/subdivision_tag.h"
 #include "host/general.h"
 #include "host/registration.h"
+#include "materials/bake_command.h"
+#include "materials/convert_command.h"
+#include "materials/import_command.h"
 #include "materials/new_material_command.h"
 #include "materials/qsl_blend_shader.h"
 #include "materials/qsl_gradient_shader.h"
@@ -100,6 +103,12 @@ constexpr Row ROWS[] = {
     tagRow<CameraTag>(PLUGINID_CAMERA_TAG, 10009, "TCameraTag", "CameraTag.tif"),
     tagRow<SubdivisionTag>(PLUGINID_SUBDIVISION_TAG, 10016, "tSubdivision", "subdivtag.tif"),
     tagRow<CompositingTag>(PLUGINID_COMPOSITING_TAG, 10028, "TQuenzaCompositing", "animationtag.tif"),
+    commandRow<BakeUVWCommand>(PLUGINID_BAKE_UVW_COMMAND, 10023, "Bake UVW Tag of Quenza Material",
+                               "About.tif", 0),
+    commandRow<BakeCommand>(PLUGINID_BAKE_COMMAND, 10022, "Bake Material on Object", "About.tif", 0),
+    commandRow<ConvertMaterialsCommand>(PLUGINID_CONVERT_COMMAND, 10010, "Convert Materials",
+                                        "ConvertMats.tif", 0),
+    commandRow<ImportMaterialsCommand>(PLUGINID_IMPORT_COMMAND, 10014, "Import .qzm", "Export.tif", 0),
     commandRow<RenderCommand>(PLUGINID_RENDER_COMMAND, 10020, "Render with Quenza", "Export.tif", 0),
     commandRow<NewMaterialCommand>(PLUGINID_NEW_MATERIAL_COMMAND, 10024, "New Quenza Material",
                                    "materialhelper.tif", 0x10000000),

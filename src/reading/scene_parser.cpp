@@ -93,10 +93,28 @@ NodeList QuenzaModelParser::readSceneFile(const String& scene_path) {
     XMLElementReader scene(scene_path);
     if (scene.rootName() != "scene")
         throw QuenzaModelParserExcep("Invalid root element '" + scene.rootName() + "'");
+    return readChildren(scene);
+}
+
+NodeList QuenzaModelParser::readChildren(XMLElementReader& file) {
     NodeList nodes;
-    while (const TiXmlElement* const element = scene.next())
+    while (const TiXmlElement* const element = file.next())
         readElement(*element, nodes);
     return nodes;
+}
+
+void QuenzaModelParser::parseMaterialFile(Ref<SceneNodeRoot>& root, const String& path) {
+    installModelLoader();
+    asParserExcep("", [&] {
+        setScenePath(path);
+        XMLElementReader file(path);
+        if (file.rootName() != "scenedata" && file.rootName() != "scene")
+            throw QuenzaModelParserExcep("Invalid root element '" + file.rootName() + "'");
+        const Ref<SceneNodeRoot> made = new SceneNodeRoot;
+        addNumberedNodes(*made, readChildren(file));
+        made->finalise(path);
+        root = made;
+    });
 }
 
 void QuenzaModelParser::setScenePath(const String& path) {

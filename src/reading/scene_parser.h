@@ -12,6 +12,8 @@ class TiXmlElement;
 
 namespace Quenza {
 
+class XMLElementReader;
+
 /// Reads a scene file into nodes. One parser serves one scene and one thread. Every failure is a
 /// QuenzaModelParserExcep; reading stops at the first.
 class QuenzaModelParser {
@@ -31,6 +33,10 @@ public:
     void parseScene(Ref<SceneNodeRoot>& root, const String& scene_path, const Context& context,
                     const String& extra_settings);
 
+    /// Makes the nodes of a material file, which has the children of a scene below `scenedata` or `scene`,
+    /// and binds their references. Settings in it have no layers. `root` is set when all is read.
+    void parseMaterialFile(Ref<SceneNodeRoot>& root, const String& path);
+
     /// The settings of "<directory>/inifile.xml", only those that the file sets. The file has to be there.
     Ref<SceneNodeRenderSettings> readIniFile(const String& directory);
 
@@ -47,6 +53,7 @@ public:
 
 private:
     NodeList readSceneFile(const String& scene_path);
+    NodeList readChildren(XMLElementReader& file);
     void readElement(const TiXmlElement& element, NodeList& nodes);
     Ref<SceneNodeRenderSettings> readIniSettings(const String& directory);
     void completeSettings(NodeList& nodes, const Context& context, const String& extra_settings);

@@ -11,6 +11,7 @@
 #include "render/renderer_location.h"
 #include "shared/export_context.h"
 #include "shared/text.h"
+#include "shared/user_folder.h"
 
 #include <cmath>
 

@@ -7,6 +7,7 @@
 #include "render/settings_file.h"
 #include "shared/plugin_state.h"
 #include "shared/text.h"
+#include "shared/user_folder.h"
 
 #include <exception>
 
@@ -23,18 +24,6 @@ Filename settingsPath() {
 }
 
 } // namespace
-
-Filename getUserFolder() {
-    const Filename appData = toFilename(Quenza::PlatformUtils::getAppDataDirectory());
-    const Filename folder = appData + "Quenza for Cinema 4D";
-    if (!GeFExist(folder, true)) {
-        if (!GeFExist(appData, true)) {
-            GeFCreateDir(appData);
-        }
-        GeFCreateDir(folder);
-    }
-    return folder;
-}
 
 Filename getRegistryInstallDirectory() {
     const Quenza::String full = Quenza::PlatformUtils::readRegistryText(RENDERER_KEY, INSTALL_VALUE);

@@ -3,11 +3,7 @@
 
 #include "host/filename.h"
 
-// Where the plug-in keeps what belongs to the user, and where the renderer is installed.
-
-/// The plug-in's folder below the user's application data; made when it doesn't exist. A failure to make it
-/// isn't reported; throws PlatformUtilsExcep when the system names no application data folder.
-Filename getUserFolder();
+// Where the renderer is installed.
 
 /// The renderer's install folder by the registry, empty when no key holds a value. The full renderer goes
 /// before the realtime edition, unless the realtime library is the one in use.

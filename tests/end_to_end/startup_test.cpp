@@ -26,25 +26,31 @@ TEST_F(Startup, RegistersItsRowsInOrder) {
                 std::to_string(info.info) + (info.priority != 0 ? ", " + std::to_string(info.priority) : "") +
                 "\n";
     }
-    EXPECT_EQ(rows, "1020892 Quenza Light | tMyLightTag |  | LightTag.tif | 1\n"
-                    "1021223 Quenza Exit Portal | TMyExitPortal |  | ExitPortal.tif | 1\n"
-                    "1022083 Quenza Camera | TCameraTag |  | CameraTag.tif | 1\n"
-                    "1022667 Quenza Subdivision | tSubdivision |  | subdivtag.tif | 1\n"
-                    "1029978 Quenza Compositing | TQuenzaCompositing |  | animationtag.tif | 1\n"
-                    "1023920 Render with Quenza |  | Render with Quenza | Export.tif | 0\n"
-                    "1024454 New Quenza Material |  | New Quenza Material | materialhelper.tif | 268435456\n"
-                    "1022273 Quenza Instance | Oquenzainstance |  | instance.tif | 536870916\n"
-                    "1028908 Quenza Section Plane | Oquenzasectionplane |  | instance.tif | 0\n"
-                    "1020896 Quenza Render Settings | oquenzarendersettings |  |  | 8, 100\n"
-                    "1022283 #$3 -- |  |  |  | 0\n"
-                    "1024271 My String GUI |  |  |  | 0\n"
-                    "1023863 Quenza QSL Shader | xcquenzaqslshader |  |  | 0\n"
-                    "1024337 Quenza Material | Mquenzamaterial |  |  | 536870913\n"
-                    "1024768 QSL Noise | xqslnoise |  |  | 0\n"
-                    "1024769 QSL Blend | xqslblend |  |  | 0\n"
-                    "1024770 QSL Gradient | xqslgradient |  |  | 0\n"
-                    "1029836 QSL Normal | xqslnormal |  |  | 0\n"
-                    "1027562 Quenza Message |  |  |  | 0\n");
+    EXPECT_EQ(
+        rows,
+        "1020892 Quenza Light | tMyLightTag |  | LightTag.tif | 1\n"
+        "1021223 Quenza Exit Portal | TMyExitPortal |  | ExitPortal.tif | 1\n"
+        "1022083 Quenza Camera | TCameraTag |  | CameraTag.tif | 1\n"
+        "1022667 Quenza Subdivision | tSubdivision |  | subdivtag.tif | 1\n"
+        "1029978 Quenza Compositing | TQuenzaCompositing |  | animationtag.tif | 1\n"
+        "1024339 Bake UVW Tag of Quenza Material... |  | Bake UVW Tag of Quenza Material | About.tif | 0\n"
+        "1024338 Bake Quenza Material on Object... |  | Bake Material on Object | About.tif | 0\n"
+        "1021852 Convert Materials to Quenza |  | Convert Materials | ConvertMats.tif | 0\n"
+        "1022469 Import Quenza Material... |  | Import .qzm | Export.tif | 0\n"
+        "1023920 Render with Quenza |  | Render with Quenza | Export.tif | 0\n"
+        "1024454 New Quenza Material |  | New Quenza Material | materialhelper.tif | 268435456\n"
+        "1022273 Quenza Instance | Oquenzainstance |  | instance.tif | 536870916\n"
+        "1028908 Quenza Section Plane | Oquenzasectionplane |  | instance.tif | 0\n"
+        "1020896 Quenza Render Settings | oquenzarendersettings |  |  | 8, 100\n"
+        "1022283 #$3 -- |  |  |  | 0\n"
+        "1024271 My String GUI |  |  |  | 0\n"
+        "1023863 Quenza QSL Shader | xcquenzaqslshader |  |  | 0\n"
+        "1024337 Quenza Material | Mquenzamaterial |  |  | 536870913\n"
+        "1024768 QSL Noise | xqslnoise |  |  | 0\n"
+        "1024769 QSL Blend | xqslblend |  |  | 0\n"
+        "1024770 QSL Gradient | xqslgradient |  |  | 0\n"
+        "1029836 QSL Normal | xqslnormal |  |  | 0\n"
+        "1027562 Quenza Message |  |  |  | 0\n");
 }
 
 TEST_F(Startup, TellsWhichLibraryFolderItTookAndPrintsTheBanner) {

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "materials/import_command.h"
+
+#include "host/dialog.h"
+#include "host/document.h"
+#include "host/general.h"
+#include "materials/import_material.h"
+#include "reading/scene_parser.h"
+#include "shared/text.h"
+#include "shared/user_folder.h"
+
+#include <exception>
+#include <vector>
+
+namespace {
+
+bool hasSuffix(const Filename& file, const char* suffix) {
+    return file.GetSuffix().ToLower() == String(suffix);
+}
+
+/// A new folder for what an archive holds; empty when it can't be made.
+Filename makeUnpackFolder(const Filename& archive) {
+    const String name = archive.GetFile().GetString() + LongToString(GeGetMilliSeconds());
+    const Filename folder = getUserFolder() + Filename("materials") + Filename(name);
+    return GeFCreateDir(folder) ? folder : Filename();
+}
+
+/// Unpacks an archive and gives the first material file in it; empty when there is none.
+Filename unpack(const Filename& archive) {
+    const Filename folder = makeUnpackFolder(archive);
+    std::vector<Filename> names;
+    if (!folder.Content() || !GeExtractZip(archive, folder) || !GeFListDirectory(folder, names)) {
+        GePrint(String("Could not unpack ") + archive.GetString());
+        return {};
+    }
+    Filename chosen;
+    for (const Filename& name : names) {
+        GePrint(name.GetString());
+        if (!chosen.Content() && hasSuffix(name, "qzm")) {
+            chosen = folder + name;
+        }
+    }
+    return chosen;
+}
+
+void showWarnings(const ImportWarnings& warnings) {
+    if (warnings.empty()) {
+        return;
+    }
+    String text("Import warnings:");
+    for (const String& warning : warnings) {
+        text += String("\n- ") + warning;
+    }
+    MessageDialog(text);
+}
+
+void importFile(BaseDocument& document, const Filename& file) {
+    Quenza::Ref<Quenza::SceneNodeRoot> root;
+    Quenza::QuenzaModelParser().parseMaterialFile(root, toSceneString(file));
+    ImportWarnings warnings;
+    document.StartUndo();
+    importMaterials(document, *root, file.GetDirectory(), warnings);
+    document.EndUndo();
+    document.SetChanged();
+    EventAdd();
+    showWarnings(warnings);
+}
+
+} // namespace
+
+bool ImportMaterialsCommand::Execute(BaseDocument* document) {
+    Filename file;
+    if (!document || !file.FileSelect(FILESELECT_LOAD, "Select .qzm/.pqzm file")) {
+        return false;
+    }
+    try {
+        if (hasSuffix(file, "pqzm")) {
+            file = unpack(file);
+        }
+        if (!hasSuffix(file, "qzm")) {
+            GePrint("no qzm");
+            return false;
+        }
+        importFile(*document, file);
+        return true;
+    } catch (const std::exception& error) {
+        GePrint(error.what());
+        return false;
+    }
+}
