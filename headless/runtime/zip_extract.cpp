@@ -170,13 +170,17 @@ std::vector<Entry> Archive::entries() {
     if (unzGetGlobalInfo64(handle_, &contents) != UNZ_OK) {
         throw Refusal("its table of contents is broken");
     }
+    if (contents.number_entry == 0) {
+        // So the reader takes an archive that is cut within its last record, too.
+        throw Refusal("it is empty");
+    }
     if (contents.number_entry > zip_limits::ENTRIES) {
         throw Refusal("it has more than " + std::to_string(zip_limits::ENTRIES) + " entries");
     }
     std::vector<Entry> entries;
     std::set<std::string> names;
     uint64_t total = 0;
-    int state = contents.number_entry == 0 ? UNZ_END_OF_LIST_OF_FILE : unzGoToFirstFile(handle_);
+    int state = unzGoToFirstFile(handle_);
     for (; state == UNZ_OK; state = unzGoToNextFile(handle_)) {
         Entry entry = currentEntry();
         if (entries.size() == zip_limits::ENTRIES) {
