@@ -4,6 +4,10 @@
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 #include "headless/runtime/host.h"
+#include "host/ids.h"
+#include "materials/quenza_material.h"
+#include "shared/parameter_ids.h"
+#include "shared/plugin_ids.h"
 #include "shared/text.h"
 
 #include <benchmark/benchmark.h>
@@ -70,22 +74,61 @@ std::unique_ptr<PolygonNode> grid(int32_t side) {
     return mesh;
 }
 
-/// `count` objects over ten meshes, all at the top.
+void addMaterialType() {
+    NodeTypeInfo type;
+    type.id = PLUGINID_MATERIAL;
+    type.kind = NodeKind::material;
+    type.name = "Quenza Material";
+    type.allocator = []() -> NodeData* { return new QuenzaMaterial; };
+    NodeTypes::instance().add(type);
+}
+
+/// Glass with a relief: several nodes, and a texture that has to be looked for.
+BaseMaterial* addGlass(BaseDocument* document) {
+    BaseMaterial* const material = BaseMaterial::Alloc(PLUGINID_MATERIAL);
+    document->InsertMaterial(material);
+    material->GetDataInstance()->SetLong(MAT_KIND, MAT_KIND_SPECULAR);
+    material->GetDataInstance()->SetBool(MAT_BUMP_ENABLED, true);
+    BaseShader* const bump = BaseShader::Alloc(Xbitmap);
+    material->InsertShader(bump);
+    material->GetDataInstance()->SetLink(MAT_BUMP_SHADER, bump);
+    bump->GetDataInstance()->SetFilename(BITMAPSHADER_FILENAME, Filename("bump.png"));
+    return material;
+}
+
+/// Objects over ten meshes, all at the top, with a number of materials in turns.
 void exportObjects(benchmark::State& state) {
+    addMaterialType();
     const Workshop workshop;
-    auto document = std::make_unique<Document>();
+    workshop.host->open(std::make_unique<Document>());
+    Document& document = *workshop.host->document();
+    std::vector<BaseMaterial*> materials;
+    for (int64_t i = 0; i < state.range(1); ++i) {
+        materials.push_back(addGlass(GetActiveDocument()));
+    }
     for (int64_t i = 0; i < state.range(0); ++i) {
         std::unique_ptr<Object> object = grid(4 + static_cast<int32_t>(i % 10));
         object->matrix.off = Vector(static_cast<float>(i), 0, 0);
-        document->appendObject(std::move(object));
+        Object& added = document.appendObject(std::move(object));
+        if (!materials.empty()) {
+            auto* const tag = static_cast<TextureTag*>(toHost(&added)->MakeTag(Ttexture));
+            tag->SetMaterial(materials[static_cast<size_t>(i) % materials.size()]);
+        }
     }
-    workshop.host->open(std::move(document));
     for (auto _ : state) {
         workshop.exportDocument();
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(exportObjects)->Arg(1000)->Arg(20000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(exportObjects)
+    ->ArgNames({"objects", "materials"})
+    ->Args({1000, 0})
+    ->Args({20000, 0})
+    ->Args({5000, 5000})
+    ->Args({20000, 5000})
+    ->Args({20000, 20000})
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 /// `count` render instances of one mesh.
 void exportInstances(benchmark::State& state) {

@@ -165,7 +165,21 @@ TEST_F(BackgroundExportTest, TheMaterialGivesItsEmissionAlone) {
     data.SetReal(MAT_EMISSION_BRIGHTNESS, 0.5f);
     data.SetReal(MAT_EMISSION_GAMMA, 1.25f);
     data.SetLong(MAT_EMISSION_LAYER, 6);
+    for (const int32_t link : {MAT_ALBEDO_SHADER, MAT_EMISSION_SHADER, MAT_BUMP_SHADER}) {
+        BaseShader* const bitmap = BaseShader::Alloc(Xbitmap);
+        bitmap->GetDataInstance()->SetFilename(BITMAPSHADER_FILENAME, Filename("C:\\sky.hdr"));
+        shining->InsertShader(bitmap);
+        data.SetLink(link, bitmap);
+    }
+    for (const int32_t flag : {MAT_ALBEDO_ENABLED, MAT_BUMP_ENABLED, MAT_BACKFACE_EMIT}) {
+        data.SetBool(flag, true);
+    }
     exportScene();
+    ASSERT_EQ(material<DiffuseMaterial>().textures.size(), 1u);
+    EXPECT_EQ(material<DiffuseMaterial>().textures[0].path, Quenza::String("C:\\sky.hdr"));
+    EXPECT_EQ(material<DiffuseMaterial>().emission->getType(), Quenza::WavelengthDependentParam::TEXTURE);
+    EXPECT_FALSE(material<DiffuseMaterial>().bump);
+    EXPECT_FALSE(material<DiffuseMaterial>().backface_emit);
     EXPECT_EQ(emission<Quenza::RGBSpectrum>().rgb, (Quenza::Vec3d{0.5, 0.25, 0.0}));
     EXPECT_EQ(emission<Quenza::RGBSpectrum>().gamma, 1.25);
     EXPECT_EQ(material<DiffuseMaterial>().name, "background_material");
