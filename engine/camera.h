@@ -30,6 +30,8 @@ public:
 
     /// Exposure time over the squared f-number; 0 when there is no such number.
     double exposure() const;
+    /// At the beginning of the exposure.
+    Vec position() const { return poseAt(0).position; }
     float focusDistance() const { return focus_distance_; }
 
 private:

@@ -44,7 +44,7 @@ Film makeFilm(const RenderScene& scene) {
 RenderSession::RenderSession(const Quenza::Ref<Quenza::SceneNodeRoot>& root, const std::string& folder,
                              const SessionOptions& options)
     : root_(root), options_(options), scene_(*root, folder, options.data_folder), film_(makeFilm(scene_)),
-      tracer_(scene_.geometry(), scene_.lights(), scene_.background(),
+      tracer_(scene_.geometry(), scene_.lights(), scene_.background(), scene_.camera().position(),
               std::max(1, scene_.settings().getInt("max_depth"))),
       tiles_across_(tilesAlong(film_.rect().width())),
       tiles_(tiles_across_ * tilesAlong(film_.rect().height())) {}

@@ -5,6 +5,7 @@
 #include "engine/sampling.h"
 #include "engine/scattering.h"
 #include "engine/surface_shader.h"
+#include "engine/surrounding_media.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,13 +23,16 @@ constexpr float MAX_SURVIVAL = 0.97f;
 
 } // namespace
 
-Tracer::Tracer(const Geometry& geometry, const Lights& lights, const Background& background, int max_depth)
+Tracer::Tracer(const Geometry& geometry, const Lights& lights, const Background& background,
+               const Vec& camera, int max_depth)
     : geometry_(geometry), lights_(lights), background_(background),
-      direct_light_(geometry, lights, background), max_depth_(max_depth) {}
+      direct_light_(geometry, lights, background), media_(mediaAround(geometry, camera)),
+      max_depth_(max_depth) {}
 
 void Tracer::trace(Ray ray, float weight, Random& random, std::span<RGB> layers) const {
     Path path;
     path.ray = ray;
+    path.media = media_;
     path.throughput = RGB{weight};
     path.from = ray.origin;
     for (int event = 0; event < MAX_EVENTS; ++event) {

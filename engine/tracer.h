@@ -17,8 +17,9 @@ namespace engine {
 /// light share it by the power heuristic.
 class Tracer {
 public:
-    /// All three outlive the tracer. Paths end after `max_depth` surfaces.
-    Tracer(const Geometry& geometry, const Lights& lights, const Background& background, int max_depth);
+    /// All three outlive the tracer. The camera stands at `camera`. Paths end after `max_depth` surfaces.
+    Tracer(const Geometry& geometry, const Lights& lights, const Background& background, const Vec& camera,
+           int max_depth);
 
     /// Adds the light that comes along `ray`, a camera's, times `weight`, to the sums of the layers.
     void trace(Ray ray, float weight, Random& random, std::span<RGB> layers) const;
@@ -37,6 +38,7 @@ private:
     const Lights& lights_;
     const Background& background_;
     DirectLight direct_light_;
+    MediumStack media_; ///< Around the camera.
     int max_depth_;
 };
 
