@@ -6,6 +6,7 @@
 #include "shared/plugin_ids.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace {
 
@@ -69,14 +70,12 @@ int32_t QSLBlendTree::addChild(const BaseShader& blend, int32_t link) {
 
 std::vector<BaseShader*> QSLBlendTree::leaves() const {
     std::vector<BaseShader*> found;
+    std::unordered_set<const BaseShader*> seen;
     for (const Node& node : nodes_) {
-        if (node.leaf) {
+        if (node.leaf && seen.insert(node.leaf).second) {
             found.push_back(node.leaf);
         }
     }
-    std::ranges::sort(found);
-    const auto repeated = std::ranges::unique(found);
-    found.erase(repeated.begin(), repeated.end());
     return found;
 }
 
