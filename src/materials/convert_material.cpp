@@ -40,6 +40,7 @@ private:
     /// The exponent of a converted lobe. A texture of it ends up with 15 times its value, whatever the
     /// exponent.
     void setExponent(float exponent) {
+        to_.SetBool(MAT_EXPONENT_ENABLED, true);
         to_.SetReal(MAT_EXPONENT, exponent);
         to_.SetReal(MAT_EXPONENT_B, 15.0f);
     }
