@@ -33,6 +33,14 @@ std::string oneLine(std::string text) {
     return text;
 }
 
+/// The plug-in puts a period behind the reason of a failure, whether or not it has one.
+std::string withOnePeriod(std::string text) {
+    if (text.ends_with("..")) {
+        text.pop_back();
+    }
+    return text;
+}
+
 std::string notOpenedReason(std::span<const Interaction> interactions) {
     const auto cancelled = std::ranges::find_if(interactions, [](const Interaction& interaction) {
         return interaction.kind == Interaction::Kind::fileSelection && !interaction.answer;
@@ -63,7 +71,7 @@ ExportOutcome judgeExport(bool opened, std::span<const std::string> lines,
     ExportOutcome outcome;
     for (const Interaction& interaction : interactions) {
         if (interaction.kind == Interaction::Kind::message && interaction.text.starts_with(FAILED)) {
-            outcome.failure = oneLine(interaction.text);
+            outcome.failure = withOnePeriod(oneLine(interaction.text));
             return outcome;
         }
     }

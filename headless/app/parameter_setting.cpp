@@ -189,7 +189,8 @@ const Entry& findEntry(const resources::Description& description, std::string_vi
             names.push_back(entry.symbol);
         }
     }
-    throw UsageError(description.label + " has no parameter " + std::string(name) + suggestion(name, names));
+    throw UsageError(description.label + " has no parameter " + std::string(name) + suggestion(name, names) +
+                     " (\"quenza-headless list descriptions\" names them all)");
 }
 
 } // namespace

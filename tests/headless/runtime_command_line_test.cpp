@@ -154,8 +154,10 @@ TEST_F(Settings, TellWhatIsWrong) {
     } cases[] = {
         {"RS_HALT_SPP", "\"RS_HALT_SPP\" is no setting: it takes NAME=VALUE"},
         {"=1", "\"=1\" is no setting: it takes NAME=VALUE"},
-        {"RS_HALTSPP=1", "Quenza Render Settings has no parameter RS_HALTSPP; is RS_HALT_SPP meant?"},
-        {"99=1", "Quenza Render Settings has no parameter 99"},
+        {"RS_HALTSPP=1", "Quenza Render Settings has no parameter RS_HALTSPP; is RS_HALT_SPP meant? "
+                         "(\"quenza-headless list descriptions\" names them all)"},
+        {"99=1", "Quenza Render Settings has no parameter 99 (\"quenza-headless list "
+                 "descriptions\" names them all)"},
         {"RS_HALT_SPP=many", "RS_HALT_SPP can't be \"many\": it takes a number"},
         {"RS_HALT_SPP=", "RS_HALT_SPP can't be \"\": it takes a number"},
         {"RS_HALT_SPP=nan", "RS_HALT_SPP can't be \"nan\": it takes a number"},
@@ -218,6 +220,7 @@ TEST(ExportOutcomeTest, IsJudgedByLinesBoxesAndDisk) {
                   "/b_frame000002.qzs\nQueue: " + path + "/b.qzq");
     EXPECT_EQ(judge(true, {saved("a.qzs")}, {{Kind::message, "Export failed:\nNo luck.", {}}}),
               "Export failed: No luck.");
+    EXPECT_EQ(judge(true, {}, {{Kind::message, "Export failed:\nNo luck..", {}}}), "Export failed: No luck.");
     EXPECT_EQ(judge(true, {saved("gone.qzs")}, {}), "The plug-in wrote no scene to " + path + "/gone.qzs");
     EXPECT_EQ(judge(true, {}, {}),
               "The plug-in wrote no scene: the document has no object, or no frame to export");

@@ -206,7 +206,7 @@ TEST_F(Program, TellsWhyARenderFailed) {
     EXPECT_TRUE(fs::exists(path("new/folder/scene.qzs")));
     EXPECT_EQ(render("cube.json", {"--set", "RS_EXPORT_TO_FILE=true"}), 1);
     EXPECT_NE(errors_.find("\nquenza-headless: Export failed: Export filename is empty or directory does not "
-                           "exist..\n"),
+                           "exist.\n"),
               std::string::npos)
         << errors_;
     EXPECT_EQ(render("cube.json", {"--set", "RS_HALTSPP=1"}), 2);
