@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace engine {
 
@@ -55,7 +56,7 @@ BSDF::Under::Under(BSDF& bsdf, const Coat& coat) : bsdf_(bsdf), above_(bsdf.coat
     if (bsdf.coat_count_ == MAX_LOBES) {
         return;
     }
-    PlacedCoat& placed = bsdf.coats_[bsdf.coat_count_];
+    PlacedCoat& placed = *std::construct_at(&bsdf.coats_[bsdf.coat_count_]);
     placed.coat = coat;
     placed.above = above_;
     placed.out = above_ < 0 ? RGB{1.0f} : bsdf.coats_[above_].out;
@@ -96,7 +97,7 @@ void BSDF::add(const Lobe& lobe) {
     if (count_ == MAX_LOBES) {
         return;
     }
-    Placed& placed = lobes_[count_];
+    Placed& placed = *std::construct_at(&lobes_[count_]);
     placed.lobe = lobe;
     placed.coat = coat_;
     if (coat_ >= 0) {

@@ -74,8 +74,13 @@ private:
     RGB throughCoats(int coat, const Vec& in) const;
     float gainUnderCoats(int coat, bool to_near) const;
 
-    Placed lobes_[MAX_LOBES];
-    PlacedCoat coats_[MAX_LOBES];
+    /// Unions, so that a point with few of them doesn't set up all.
+    union {
+        Placed lobes_[MAX_LOBES];
+    };
+    union {
+        PlacedCoat coats_[MAX_LOBES];
+    };
     int count_ = 0;
     int coat_count_ = 0;
     int coat_ = -1; ///< What is added now lies under this one.
