@@ -24,7 +24,7 @@ public:
             } else if (!optionsEnded_ && word.size() > 1 && word.front() == '-') {
                 readOption(word);
             } else if (!result_.command) {
-                readCommand(word);
+                readCommand(group_.empty() ? word : group_ + " " + word);
             } else {
                 readOperand(word);
             }
@@ -87,16 +87,35 @@ private:
         throw UsageError("There is no option " + name + where + suggestion(name, known));
     }
 
-    void readCommand(const std::string& word) {
+    void readCommand(const std::string& words) {
         std::vector<std::string> known;
         for (const CommandSpec& command : program_.commands) {
-            if (command.name == word) {
+            if (command.name == words) {
                 result_.command = &command;
                 return;
             }
             known.emplace_back(command.name);
         }
-        throw UsageError("There is no command " + word + suggestion(word, known));
+        if (group_.empty() && !secondWords(words).empty()) {
+            group_ = words;
+            return;
+        }
+        throw UsageError("There is no command " + words + suggestion(words, known));
+    }
+
+    /// What may stand behind `word` for a command of two words: "convert, bake or import".
+    std::string secondWords(const std::string& word) const {
+        std::vector<std::string_view> choices;
+        for (const CommandSpec& command : program_.commands) {
+            if (command.name.starts_with(word + " ")) {
+                choices.push_back(command.name.substr(word.size() + 1));
+            }
+        }
+        std::string text;
+        for (const std::string_view choice : choices) {
+            text += (text.empty() ? "" : choice == choices.back() ? " or " : ", ") + std::string(choice);
+        }
+        return text;
     }
 
     void readOperand(const std::string& word) {
@@ -117,7 +136,8 @@ private:
 
     void requireWhole() const {
         if (!result_.command) {
-            throw UsageError("A command is missing");
+            throw UsageError(group_.empty() ? "A command is missing"
+                                            : group_ + " needs " + secondWords(group_));
         }
         const std::vector<OperandSpec>& expected = result_.command->operands;
         const size_t given = result_.operands.size();
@@ -131,10 +151,12 @@ private:
     std::span<const std::string> words_;
     size_t next_ = 0;
     bool optionsEnded_ = false;
+    /// First word of a command of two.
+    std::string group_;
     Arguments result_;
 };
 
-constexpr size_t HELP_COLUMN = 28;
+constexpr size_t HELP_COLUMN = 30;
 
 /// Two columns; lines of a longer help stand below each other in the second.
 void appendRow(std::string& text, std::string left, std::string_view help) {

@@ -35,6 +35,7 @@ struct OperandSpec {
 };
 
 struct CommandSpec {
+    /// One word, or two for the commands of a group: "materials bake".
     std::string_view name;
     std::string_view summary;
     std::vector<OperandSpec> operands;

@@ -26,6 +26,38 @@ material.
 Ends with 0 when the scene was written, with 1 and the reason on standard error when it was not, and
 with 130 after Ctrl-C, which presses the dialog's close button.)";
 
+constexpr OptionSpec SAVE_OPTION{"--save", "FILE.json", "Where the document goes (needed)"};
+
+std::vector<OptionSpec> bakeOptions() {
+    return {
+        {"--object", "NAME", "A polygon object of the document (needed)"},
+        {"--material", "NAME", "A material of the plug-in that lies on it (needed)"},
+        {"--to", "FILE.jpg",
+         "Images are called after it: of out.jpg the albedo becomes\nout_albedo.jpg (needed)"},
+        SAVE_OPTION,
+        {"--width", "N", "Width of the images in pixels (1024)"},
+        {"--height", "N", "Their height (1024)"},
+        {"--border", "N", "Pixels by which the baked parts of an image are widened (5)"},
+        {"--supersampling", "N", "More samples for each pixel (0)"},
+        {"--channels", "A,B,...",
+         "Of albedo, sigma, exponent, bump, displacement, emission and blend;\n"
+         "without it all that are on and have a shader"},
+        {"--hide-original", "", "Take the object itself out of the picture: the copy stands in its place"},
+    };
+}
+
+constexpr std::string_view CONVERT_NOTES =
+    R"(As the plug-in's command "Convert Materials": texture tags get the new materials. The old ones
+stay, on the layer "Old Materials".)";
+
+constexpr std::string_view BAKE_NOTES =
+    R"(As the plug-in's command "Bake Material on Object": a copy of the object gets a copy of the
+material, which shows the images. The object and its material stay as they were.)";
+
+constexpr std::string_view IMPORT_NOTES =
+    R"(As the plug-in's command "Import .qzm". What can't be taken over is told on standard error. A .pqzm is
+unpacked below the plug-in's folder of the user's application data; its textures stay there.)";
+
 constexpr std::string_view LIST_NOTES =
     R"(Of descriptions, DEFAULT is what the page's reset gives and VALUE what the node holds: a new one
 what it starts with. SHOWN and ENABLED are what the plug-in says to these values. The values of a
@@ -56,11 +88,7 @@ ProgramSpec makeCommandLine() {
             {"--answer", "yes|no", "Answer the plug-in's next question; can be given again", true},
         },
         {
-            {"open",
-             "Import or convert a document",
-             {document},
-             {{"--save", "FILE.json", "Where the document goes (needed)"}},
-             ""},
+            {"open", "Import or convert a document", {document}, {SAVE_OPTION}, ""},
             {"render",
              "Export a document with \"Render with Quenza\"",
              {document},
@@ -78,6 +106,21 @@ ProgramSpec makeCommandLine() {
              {{"--document", "DOCUMENT",
                "Describe the nodes of this document, not new ones; without CLASS\nonly types that it holds"}},
              LIST_NOTES},
+            {"materials convert",
+             "Turn the host's materials of a document into the plug-in's",
+             {document},
+             {{"--material", "NAME", "Only this one; can be given again", true}, SAVE_OPTION},
+             CONVERT_NOTES},
+            {"materials bake",
+             "Bake a material on an object into images",
+             {document},
+             bakeOptions(),
+             BAKE_NOTES},
+            {"materials import",
+             "Read the materials of a material file into a document",
+             {{"FILE", "A material file (.qzm), or one packed with its textures (.pqzm)", {}}},
+             {{"--into", "DOCUMENT", "Add them to this document; else they come in a new one"}, SAVE_OPTION},
+             IMPORT_NOTES},
         },
         PROGRAM_NOTES,
     };

@@ -14,7 +14,12 @@ enum class ExitStatus { done = 0, failed = 1, usage = 2, interrupted = 130 };
 ExitStatus openCommand(Host& host, const Arguments& arguments);
 ExitStatus renderCommand(Host& host, const Arguments& arguments);
 ExitStatus listCommand(Host& host, const Arguments& arguments);
+ExitStatus convertMaterialsCommand(Host& host, const Arguments& arguments);
+ExitStatus bakeMaterialCommand(Host& host, const Arguments& arguments);
+ExitStatus importMaterialsCommand(Host& host, const Arguments& arguments);
 
+/// What --save names. Throws UsageError without it.
+std::string saveTarget(const Arguments& arguments);
 /// Reads a document or model and makes it the active one, with the unit preference that it wants; gives that.
 /// What a model holds that can't be taken over is told as errors.
 std::optional<int32_t> openDocumentFile(Host& host, const std::string& file);

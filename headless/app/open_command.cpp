@@ -21,16 +21,21 @@ std::optional<int32_t> openDocumentFile(Host& host, const std::string& file) {
     return loaded.unit;
 }
 
-ExitStatus openCommand(Host& host, const Arguments& arguments) {
+std::string saveTarget(const Arguments& arguments) {
     const std::optional<std::string> target = arguments.value("--save");
     if (!target) {
-        throw UsageError("open needs --save FILE.json");
+        throw UsageError(std::string(arguments.command->name) + " needs --save FILE.json");
     }
+    return *target;
+}
+
+ExitStatus openCommand(Host& host, const Arguments& arguments) {
+    const std::string target = saveTarget(arguments);
     const std::optional<int32_t> unit = openDocumentFile(host, arguments.operands.front());
     if (host.wasInterrupted()) {
         return ExitStatus::interrupted;
     }
-    saveDocument(*host.document(), *target, unit);
+    saveDocument(*host.document(), target, unit);
     return ExitStatus::done;
 }
 

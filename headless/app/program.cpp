@@ -2,6 +2,7 @@
 #include "headless/app/program.h"
 
 #include <cstdio>
+#include <map>
 #include <new>
 
 #include "headless/app/command_line.h"
@@ -53,13 +54,14 @@ std::filesystem::path pluginFile(const Host& host, const Arguments& arguments) {
 }
 
 ExitStatus runCommand(Host& host, const Arguments& arguments) {
-    if (arguments.command->name == "open") {
-        return openCommand(host, arguments);
-    }
-    if (arguments.command->name == "render") {
-        return renderCommand(host, arguments);
-    }
-    return listCommand(host, arguments);
+    using Run = ExitStatus (*)(Host&, const Arguments&);
+    static const std::map<std::string_view, Run> RUNS = {{"open", openCommand},
+                                                         {"render", renderCommand},
+                                                         {"list", listCommand},
+                                                         {"materials convert", convertMaterialsCommand},
+                                                         {"materials bake", bakeMaterialCommand},
+                                                         {"materials import", importMaterialsCommand}};
+    return RUNS.at(arguments.command->name)(host, arguments);
 }
 
 ExitStatus run(const Arguments& arguments) {

@@ -6,7 +6,9 @@
 #include "headless/app/export_outcome.h"
 #include "headless/app/export_settings.h"
 #include "headless/app/parameter_setting.h"
+#include "headless/app/texture_report.h"
 #include "headless/model/handles.h"
+#include "headless/model/warnings.h"
 
 namespace headless {
 
@@ -62,6 +64,7 @@ ExitStatus renderCommand(Host& host, const Arguments& arguments) {
     }
     const size_t linesBefore = host.console().lines().size();
     const size_t interactionsBefore = host.user().interactions().size();
+    const TextureWarningsHeld untilTheSummary;
     const bool opened = host.executeCommand(RENDER_WITH_QUENZA);
     if (host.wasInterrupted()) {
         return ExitStatus::interrupted;
@@ -72,6 +75,9 @@ ExitStatus renderCommand(Host& host, const Arguments& arguments) {
                     std::span(host.user().interactions()).subspan(interactionsBefore));
     if (outcome.failure) {
         throw HostError(*outcome.failure);
+    }
+    for (const std::string& fault : textureFaults(*host.document())) {
+        host.errors().print(fault);
     }
     std::puts(summary(outcome).c_str());
     return ExitStatus::done;

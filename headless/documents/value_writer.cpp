@@ -3,7 +3,7 @@
 #include "headless/model/handles.h"
 #include "host/inexclude.h"
 
-#include "foundation/file_utils.h"
+#include <filesystem>
 
 namespace headless {
 
@@ -44,7 +44,10 @@ void writeList(InExcludeData& list, DocumentWriting& writing) {
 
 /// Paths below the document's folder are written from there, so that both can move together.
 std::string pathFor(const Filename& path, const std::string& file) {
-    const std::string folder(Quenza::FileUtils::getDirectory(file).view());
+    const std::filesystem::path document =
+        std::filesystem::absolute(std::filesystem::path(reinterpret_cast<const char8_t*>(file.c_str())));
+    const std::u8string parent = document.lexically_normal().parent_path().u8string();
+    const std::string folder(parent.begin(), parent.end());
     const std::string& full = path.GetUtf8();
     const bool isBelow = !folder.empty() && full.size() > folder.size() + 1 && full.starts_with(folder) &&
                          (full[folder.size()] == '/' || full[folder.size()] == Filename::separator);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/model/warnings.h"
 
+#include <atomic>
 #include <cstdio>
 #include <mutex>
 
@@ -10,6 +11,7 @@ namespace {
 
 std::mutex sinkMutex;
 std::function<void(const std::string&)> currentSink;
+std::atomic<bool> tellsTextures{true};
 
 } // namespace
 
@@ -24,6 +26,20 @@ void warn(const std::string& text) {
     } else {
         std::fprintf(stderr, "%s\n", text.c_str());
     }
+}
+
+void warnOfTexture(const std::string& text) {
+    if (tellsTextures) {
+        warn(text);
+    }
+}
+
+TextureWarningsHeld::TextureWarningsHeld() {
+    tellsTextures = false;
+}
+
+TextureWarningsHeld::~TextureWarningsHeld() {
+    tellsTextures = true;
 }
 
 void setWarningSink(std::function<void(const std::string&)> sink) {

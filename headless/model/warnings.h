@@ -8,6 +8,17 @@ namespace headless {
 
 /// Tells the user that something of the document was left out. Any thread.
 void warn(const std::string& text);
+/// As `warn`, of a texture that a shader can't show.
+void warnOfTexture(const std::string& text);
+/// Holds single warnings of textures back while it lives, for someone who tells of them together.
+class TextureWarningsHeld {
+public:
+    TextureWarningsHeld();
+    TextureWarningsHeld(const TextureWarningsHeld&) = delete;
+    TextureWarningsHeld& operator=(const TextureWarningsHeld&) = delete;
+    ~TextureWarningsHeld();
+};
+
 /// Where warnings go, line by line; standard error until one is set, and again with an empty sink.
 void setWarningSink(std::function<void(const std::string&)> sink);
 

@@ -145,6 +145,16 @@ bool DescriptionInstance::isHidden(const Item& item) {
     });
 }
 
+std::string DescriptionInstance::groupLabel(const Item& item) {
+    int32_t group = item.group;
+    if (!item.isDynamic) {
+        const std::vector<const resources::Entry*> path = resource_->groupPath(*item.entry);
+        group = path.empty() ? 0 : path.back()->id;
+    }
+    const BaseContainer* const live = group != 0 ? properties(group) : nullptr;
+    return live ? live->GetString(DESC_NAME).GetUtf8() : "";
+}
+
 std::vector<DescribedParameter> describe(BaseList2D* node) {
     DescriptionInstance instance;
     std::vector<DescribedParameter> parameters;
@@ -157,6 +167,7 @@ std::vector<DescribedParameter> describe(BaseList2D* node) {
         parameter.id = item.entry->id;
         parameter.entry = item.entry;
         parameter.properties = item.properties;
+        parameter.group = instance.groupLabel(item);
         parameter.hidden = instance.isHidden(item);
         parameter.enabled = !data || data->GetDEnabling(node, DescID(item.entry->id));
         parameters.push_back(std::move(parameter));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "headless/resources/description.h"
@@ -17,6 +18,8 @@ struct DescribedParameter {
     std::shared_ptr<const resources::Entry> entry;
     /// DescriptionProperty numbers, after the plug-in changed them.
     BaseContainer properties;
+    /// Label of the innermost group that holds it; "" without one.
+    std::string group;
     /// Not on the page: hidden itself, or in a group that is.
     bool hidden = false;
     bool enabled = true;
@@ -45,6 +48,7 @@ public:
     };
     /// Whether a parameter or one of its groups is hidden by now.
     bool isHidden(const Item& item);
+    std::string groupLabel(const Item& item);
     const std::vector<Item>& items() const { return items_; }
 
 private:

@@ -184,6 +184,10 @@ void Dialogs::perform(const StatePointer& state, const UserAction& action) {
         requestClose(state->dialog);
         return;
     }
+    if (action.kind == UserAction::Kind::use) {
+        action.use(*state->dialog);
+        return;
+    }
     const bool performed = action.kind == UserAction::Kind::set
                                ? enter(state->dialog, action.gadget, action.value)
                                : press(state->dialog, action.gadget);

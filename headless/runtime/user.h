@@ -4,17 +4,20 @@
 #include <chrono>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "host/gedata.h"
 
+class GeDialog;
+
 namespace headless {
 
 /// What a user does in a dialog, some time after it opened.
 struct UserAction {
-    enum class Kind { press, set, close };
+    enum class Kind { press, set, close, use };
 
     std::chrono::milliseconds after{0};
     Kind kind = Kind::close;
@@ -22,6 +25,8 @@ struct UserAction {
     int32_t gadget = 0;
     /// What a set gadget gets.
     GeData value;
+    /// What is done with the dialog for `use`: for a user who looks before he acts.
+    std::function<void(GeDialog&)> use = nullptr;
 };
 
 /// What the plug-in asked of the user or told, and what came back.

@@ -58,9 +58,9 @@ std::unique_ptr<HostShader> makeBitmap(ShaderSource& source) {
         const bool exists = findTexture(document ? document->path : Filename(), name, Filename(), &found);
         const Filename& file = found.Content() ? found : name;
         if (!exists) {
-            warn("The texture " + name.GetUtf8() + " was not found");
+            warnOfTexture("The texture " + name.GetUtf8() + " was not found");
         } else if (readImage(files::pathOf(file), image) != IMAGERESULT_OK) {
-            warn("The texture " + file.GetUtf8() + " can't be read");
+            warnOfTexture("The texture " + file.GetUtf8() + " can't be read");
         }
     }
     return std::make_unique<BitmapShader>(std::move(image));
