@@ -7,7 +7,9 @@
 namespace headless {
 
 uint8_t toByte(float value) {
-    return value > 0.0f ? static_cast<uint8_t>(std::min(value, 1.0f) * 255.0f + 0.5f) : uint8_t{0};
+    // Truncation of a half more rounds, and is faster than lround for each pixel of an image.
+    const float raised = value > 0.0f ? std::min(value, 1.0f) * 255.0f + 0.5f : 0.0f;
+    return static_cast<uint8_t>(raised);
 }
 
 bool Image::isAllowed(int64_t width, int64_t height) {
