@@ -66,8 +66,11 @@ Quenza::Vec2f SurfacePoint::uv(u32 set) const {
         return {0.5f + std::atan2(d.x, d.y) / (2 * PI), 0.5f + std::asin(std::clamp(d.z, -1.0f, 1.0f)) / PI};
     }
     if (!instance->shape->mesh) {
+        // As the host's own spheres have it: u starts at +x.
         const Vec& n = sphere_normal;
-        return {0.5f + std::atan2(n.y, n.x) / (2 * PI), 0.5f + std::asin(std::clamp(n.z, -1.0f, 1.0f)) / PI};
+        const float longitude = std::atan2(n.y, n.x) / (2 * PI);
+        return {longitude < 0.0f ? longitude + 1.0f : longitude,
+                0.5f + std::asin(std::clamp(n.z, -1.0f, 1.0f)) / PI};
     }
     const Quenza::Mesh& mesh = *instance->shape->mesh;
     if (set >= mesh.num_uv_mappings) {
