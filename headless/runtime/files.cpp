@@ -33,9 +33,13 @@ fs::path presetPath(std::string name) {
 
 } // namespace
 
+bool isPreset(const Filename& name) {
+    return name.GetUtf8().starts_with(PRESET);
+}
+
 fs::path pathOf(const Filename& name) {
     const std::string& text = name.GetUtf8();
-    return text.starts_with(PRESET) ? presetPath(text.substr(PRESET.size())) : platform::pathFromUtf8(text);
+    return isPreset(name) ? presetPath(text.substr(PRESET.size())) : platform::pathFromUtf8(text);
 }
 
 bool exists(const Filename& path, bool isDirectory) {

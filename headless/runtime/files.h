@@ -10,6 +10,9 @@
 /// to.
 namespace headless::files {
 
+/// True for a name of the host's libraries, "preset://...".
+bool isPreset(const Filename& name);
+
 /// The file that a name of the host stands for. "preset://wood/oak.jpg" lies below the folder of presets,
 /// which is QUENZA_HEADLESS_PRESETS of the environment, or "presets" beside the program; such a name with
 /// ".." or a drive is empty.

@@ -108,7 +108,7 @@ bool findTexture(const Filename& documentPath, const Filename& name, const Filen
     }
     const fs::path asItStands = files::pathOf(name);
     std::error_code error;
-    if (asItStands != platform::pathFromUtf8(name.GetUtf8())) {
+    if (files::isPreset(name)) {
         const bool exists = fs::is_regular_file(asItStands, error);
         if (exists) {
             *found = Filename();

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <fstream>
 #include <minizip/unzip.h>
+#include <new>
 #include <set>
 #include <stdexcept>
 #include <vector>
@@ -292,6 +293,8 @@ std::string extractZip(const fs::path& archive, const fs::path& folder) {
         return refusal.what();
     } catch (const fs::filesystem_error& error) {
         return "it can't be unpacked: " + error.code().message();
+    } catch (const std::bad_alloc&) {
+        return "there isn't memory enough to unpack it";
     }
     return "";
 }
