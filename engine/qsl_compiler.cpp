@@ -3,12 +3,12 @@
 
 #include "engine/qsl_emitter.h"
 #include "engine/qsl_functions.h"
+#include "engine/qsl_operators.h"
 #include "foundation/types.h"
 
-#include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 
 namespace engine {
@@ -22,20 +22,6 @@ using Values = std::vector<QSLValue>;
 constexpr int MAX_DEPTH = 600;
 /// Nodes that are gone through for the code of an entry.
 constexpr int MAX_VISITS = 200000;
-
-bool isNumber(QSLType type) {
-    return type == QSLType::REAL || type == QSLType::INT;
-}
-
-bool isVector(QSLType type) {
-    return type == QSLType::VEC2 || type == QSLType::VEC3;
-}
-
-/// The type of both, or of the reals that both may be; false when there is none.
-bool commonType(QSLType a, QSLType b, QSLType& common) {
-    common = a == b ? a : QSLType::REAL;
-    return a == b || (isNumber(a) && isNumber(b));
-}
 
 std::vector<QSLType> typesOf(const Values& values) {
     std::vector<QSLType> types;
@@ -201,69 +187,13 @@ private:
     }
 
     QSLValue join(unsigned mark, const QSLNode& node, const QSLValue& a, const QSLValue& b) {
-        QSLType common{};
-        const bool alike = commonType(a.type, b.type, common);
-        const bool numbers = isNumber(a.type) && isNumber(b.type);
-        const auto scaled = [&](QSLOp op, const QSLValue& vector, const QSLValue& number) {
-            return emitter_.finish(mark, vector.type, op, sizeOf(vector.type), {vector, number});
-        };
-        const auto plain = [&](QSLOp op) {
-            return emitter_.finish(mark, common, op, sizeOf(common), {a, b});
-        };
-        const auto compared = [&](QSLOp op, const QSLValue& first, const QSLValue& second) {
-            return emitter_.finish(mark, QSLType::BOOL, op, sizeOf(common), {first, second});
-        };
-        switch (node.op) {
-        case QSLOperator::ADD:
-        case QSLOperator::SUBTRACT:
-            if (numbers || (alike && isVector(common))) {
-                return plain(node.op == QSLOperator::ADD ? QSLOp::ADD : QSLOp::SUBTRACT);
-            }
-            break;
-        case QSLOperator::MULTIPLY:
-            if (numbers) {
-                return plain(QSLOp::MULTIPLY);
-            }
-            if (isVector(a.type) && isNumber(b.type)) {
-                return scaled(QSLOp::SCALE, a, b);
-            }
-            if (isNumber(a.type) && isVector(b.type)) {
-                return scaled(QSLOp::SCALE, b, a);
-            }
-            break;
-        case QSLOperator::DIVIDE:
-            if (numbers) {
-                return plain(common == QSLType::INT ? QSLOp::DIVIDE_INT : QSLOp::DIVIDE);
-            }
-            if (isVector(a.type) && isNumber(b.type)) {
-                return scaled(QSLOp::SHRINK, a, b);
-            }
-            break;
-        case QSLOperator::EQUAL:
-        case QSLOperator::NOT_EQUAL:
-            if (alike) {
-                return compared(node.op == QSLOperator::EQUAL ? QSLOp::EQUAL : QSLOp::NOT_EQUAL, a, b);
-            }
-            break;
-        case QSLOperator::LESS:
-        case QSLOperator::LESS_EQUAL:
-            if (numbers) {
-                return compared(node.op == QSLOperator::LESS ? QSLOp::LESS : QSLOp::LESS_EQUAL, a, b);
-            }
-            break;
-        case QSLOperator::GREATER:
-        case QSLOperator::GREATER_EQUAL:
-            if (numbers) {
-                return compared(node.op == QSLOperator::GREATER ? QSLOp::LESS : QSLOp::LESS_EQUAL, b, a);
-            }
-            break;
-        default:
-            if (alike && common == QSLType::BOOL) {
-                return compared(node.op == QSLOperator::AND ? QSLOp::AND : QSLOp::OR, a, b);
-            }
+        const std::optional<QSLJoin> form = joinOf(node.op, a.type, b.type);
+        if (!form) {
+            fail(node.place, "'" + std::string(nameOf(node.op)) + "' doesn't join " + nameOf(a.type) +
+                                 " and " + nameOf(b.type));
         }
-        fail(node.place, "'" + std::string(nameOf(node.op)) + "' doesn't join " + nameOf(a.type) + " and " +
-                             nameOf(b.type));
+        return emitter_.finish(mark, form->result, form->op, form->n,
+                               {form->swapped ? b : a, form->swapped ? a : b});
     }
 
     /// if(condition, then, else): only one of the two is worked out.
@@ -293,10 +223,12 @@ private:
         const size_t over_second = emitter_.jump();
         emitter_.land(over_first);
         const QSLValue second = valueOf(node.children[2]);
-        if (!commonType(first.type, second.type, result.type)) {
+        const std::optional<QSLType> common = commonType(first.type, second.type);
+        if (!common) {
             fail(node.place, "'if' takes two values of one type, not " + std::string(nameOf(first.type)) +
                                  " and " + nameOf(second.type));
         }
+        result.type = *common;
         emitter_.move(second, result);
         emitter_.land(over_second);
         emitter_.release(unsigned(result.slot) + 3);

@@ -52,12 +52,14 @@ Vec QSLProgram::computeAverage() const {
     }
     constexpr int SIDE = 8;
     Vec sum;
-    for (int i = 0; i < SIDE * SIDE; ++i) {
-        const float u = (float(i % SIDE) + 0.5f) / SIDE;
-        const float v = (float(i / SIDE) + 0.5f) / SIDE;
-        const float w = (float((i * 5) % (SIDE * SIDE)) + 0.5f) / (SIDE * SIDE);
-        // The texture coordinates of a direction straight ahead are those of the middle.
-        sum += at(point, {u, v, w}, {u - 0.5f, v - 0.5f});
+    for (int row = 0; row < SIDE; ++row) {
+        for (int column = 0; column < SIDE; ++column) {
+            const float u = (float(column) + 0.5f) / SIDE;
+            const float v = (float(row) + 0.5f) / SIDE;
+            const float w = (float((row + 3 * column) % SIDE) + 0.5f) / SIDE;
+            // The texture coordinates of a direction straight ahead are those of the middle.
+            sum += at(point, {u, v, w}, {u - 0.5f, v - 0.5f});
+        }
     }
     return sum / float(SIDE * SIDE);
 }
