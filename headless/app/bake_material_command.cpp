@@ -220,7 +220,7 @@ ExitStatus bakeMaterialCommand(Host& host, const Arguments& arguments) {
     const std::string materialName = needed(arguments, "--material");
     const std::filesystem::path file = imageFile(arguments);
     DialogUser user(host, arguments, file);
-    const std::optional<int32_t> unit = openDocumentFile(host, arguments.operands.front());
+    const std::optional<int32_t> unit = openDocumentFile(host, arguments.operands.front(), folderOf(target));
     Document& document = *host.document();
     Tag& tag = findTag(document, objectName, materialName);
     if (host.wasInterrupted()) {

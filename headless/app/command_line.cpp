@@ -42,7 +42,8 @@ std::vector<OptionSpec> bakeOptions() {
         {"--channels", "A,B,...",
          "Of albedo, sigma, exponent, bump, displacement, emission and blend;\n"
          "without it all that are on and have a shader"},
-        {"--hide-original", "", "Take the object itself out of the picture: the copy stands in its place"},
+        {"--hide-original", "",
+         "Take the object itself out of the picture, as the copy stands in\nits place"},
     };
 }
 
@@ -55,8 +56,8 @@ constexpr std::string_view BAKE_NOTES =
 material, which shows the images. The object and its material stay as they were.)";
 
 constexpr std::string_view IMPORT_NOTES =
-    R"(As the plug-in's command "Import .qzm". What can't be taken over is told on standard error. A .pqzm is
-unpacked below the plug-in's folder of the user's application data; its textures stay there.)";
+    R"(As the plug-in's command "Import .qzm". What can't be taken over is told on standard error. A .pqzm
+is unpacked below the plug-in's folder of the user's application data; its textures stay there.)";
 
 constexpr std::string_view LIST_NOTES =
     R"(Of descriptions, DEFAULT is what the page's reset gives and VALUE what the node holds: a new one

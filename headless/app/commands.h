@@ -21,7 +21,11 @@ ExitStatus importMaterialsCommand(Host& host, const Arguments& arguments);
 /// What --save names. Throws UsageError without it.
 std::string saveTarget(const Arguments& arguments);
 /// Reads a document or model and makes it the active one, with the unit preference that it wants; gives that.
-/// What a model holds that can't be taken over is told as errors.
-std::optional<int32_t> openDocumentFile(Host& host, const std::string& file);
+/// What a model holds that can't be taken over is told as errors. Images from inside models are written below
+/// `textureFolder`, or left out when that is "".
+std::optional<int32_t> openDocumentFile(Host& host, const std::string& file,
+                                        const std::string& textureFolder = "");
+/// The folder that a file lies in, as a full path.
+std::string folderOf(const std::string& file);
 
 } // namespace headless

@@ -30,7 +30,7 @@ std::string lastLine(Host& host, size_t linesBefore) {
 
 ExitStatus convertMaterialsCommand(Host& host, const Arguments& arguments) {
     const std::string target = saveTarget(arguments);
-    const std::optional<int32_t> unit = openDocumentFile(host, arguments.operands.front());
+    const std::optional<int32_t> unit = openDocumentFile(host, arguments.operands.front(), folderOf(target));
     Document& document = *host.document();
     for (const std::string& name : arguments.values("--material")) {
         for (Material* const material : nodesNamed(name, materialsOf(document), "material")) {
@@ -60,7 +60,7 @@ ExitStatus importMaterialsCommand(Host& host, const Arguments& arguments) {
     const std::string target = saveTarget(arguments);
     std::optional<int32_t> unit;
     if (const std::optional<std::string> into = arguments.value("--into")) {
-        unit = openDocumentFile(host, *into);
+        unit = openDocumentFile(host, *into, folderOf(target));
     } else {
         host.open(std::make_unique<Document>());
     }

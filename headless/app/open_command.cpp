@@ -6,19 +6,25 @@
 
 namespace headless {
 
-std::optional<int32_t> openDocumentFile(Host& host, const std::string& file) {
+std::optional<int32_t> openDocumentFile(Host& host, const std::string& file,
+                                        const std::string& textureFolder) {
     host.status().setWork("Opening " + file);
     // The document's folder goes into scenes and links, which are read from anywhere.
     const std::filesystem::path path = std::filesystem::absolute(platform::pathFromUtf8(file));
-    LoadedDocument loaded =
-        openDocument(platform::utf8FromPath(path.lexically_normal()),
-                     [&host](int32_t unit) { host.worldPreferences().SetLong(WPREF_UNITS_BASIC, unit); });
+    LoadedDocument loaded = openDocument(
+        platform::utf8FromPath(path.lexically_normal()),
+        [&host](int32_t unit) { host.worldPreferences().SetLong(WPREF_UNITS_BASIC, unit); }, textureFolder);
     for (const std::string& warning : loaded.warnings) {
         host.errors().print(warning);
     }
     host.open(std::move(loaded.document));
     host.status().setWork("");
     return loaded.unit;
+}
+
+std::string folderOf(const std::string& file) {
+    const std::filesystem::path path = std::filesystem::absolute(platform::pathFromUtf8(file));
+    return platform::utf8FromPath(path.lexically_normal().parent_path());
 }
 
 std::string saveTarget(const Arguments& arguments) {
@@ -31,7 +37,7 @@ std::string saveTarget(const Arguments& arguments) {
 
 ExitStatus openCommand(Host& host, const Arguments& arguments) {
     const std::string target = saveTarget(arguments);
-    const std::optional<int32_t> unit = openDocumentFile(host, arguments.operands.front());
+    const std::optional<int32_t> unit = openDocumentFile(host, arguments.operands.front(), folderOf(target));
     if (host.wasInterrupted()) {
         return ExitStatus::interrupted;
     }

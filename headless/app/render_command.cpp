@@ -3,6 +3,7 @@
 
 #include <charconv>
 
+#include "foundation/platform.h"
 #include "headless/app/export_outcome.h"
 #include "headless/app/export_settings.h"
 #include "headless/app/parameter_setting.h"
@@ -25,6 +26,16 @@ std::chrono::milliseconds parseSeconds(const std::string& text) {
         throw UsageError("\"" + text + "\" is no time in seconds");
     }
     return std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000.0));
+}
+
+/// Where the export will lie; the quick render folder where only the document knows.
+std::string exportFolder(const Arguments& arguments) {
+    if (const std::optional<std::string> file = arguments.value("--to")) {
+        return folderOf(*file);
+    }
+    const std::filesystem::path appData =
+        platform::pathFromUtf8(Quenza::PlatformUtils::getAppDataDirectory().view());
+    return platform::utf8FromPath(appData / "Quenza for Cinema 4D" / "quickrender");
 }
 
 void applyArguments(Host& host, const Arguments& arguments) {
@@ -57,7 +68,7 @@ void applyArguments(Host& host, const Arguments& arguments) {
 } // namespace
 
 ExitStatus renderCommand(Host& host, const Arguments& arguments) {
-    openDocumentFile(host, arguments.operands.front());
+    openDocumentFile(host, arguments.operands.front(), exportFolder(arguments));
     applyArguments(host, arguments);
     if (host.wasInterrupted()) {
         return ExitStatus::interrupted;

@@ -65,7 +65,8 @@ void readScene(const JsonCursor& root, DocumentReading& reading) {
 
 } // namespace
 
-LoadedDocument loadDocument(const std::string& file, const TakeUnit& takeUnit) {
+LoadedDocument loadDocument(const std::string& file, const TakeUnit& takeUnit,
+                            const std::string& textureFolder) {
     const Json json = loadJson(file);
     const JsonCursor root(json, file);
     readHead(root);
@@ -81,19 +82,21 @@ LoadedDocument loadDocument(const std::string& file, const TakeUnit& takeUnit) {
         }
     }
     readTimes(root, *loaded.document);
-    DocumentReading reading{*loaded.document};
+    DocumentReading reading{.document = *loaded.document,
+                            .modelTextures = ModelTextureFolders(textureFolder)};
     readScene(root, reading);
     loaded.warnings = std::move(reading.warnings);
     return loaded;
 }
 
-LoadedDocument openDocument(const std::string& file, const TakeUnit& takeUnit) {
+LoadedDocument openDocument(const std::string& file, const TakeUnit& takeUnit,
+                            const std::string& textureFolder) {
     const Filename path{String(file)};
     if (path.CheckSuffix("json")) {
-        return loadDocument(file, takeUnit);
+        return loadDocument(file, takeUnit, textureFolder);
     }
     LoadedDocument loaded;
-    loaded.document = importModel(file, loaded.warnings);
+    loaded.document = importModel(file, loaded.warnings, ModelTextureFolders(textureFolder).next(file));
     return loaded;
 }
 

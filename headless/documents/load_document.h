@@ -25,10 +25,13 @@ struct LoadedDocument {
 using TakeUnit = std::function<void(int32_t unit)>;
 
 /// Reads a document of this program's own format (docs/document-format.md). Plug-in types must be registered.
-/// Throws DocumentError.
-LoadedDocument loadDocument(const std::string& file, const TakeUnit& takeUnit = nullptr);
+/// Images that lie inside its model files are written to folders below `textureFolder`, one for each model,
+/// named after it; "" leaves them out. Throws DocumentError.
+LoadedDocument loadDocument(const std::string& file, const TakeUnit& takeUnit = nullptr,
+                            const std::string& textureFolder = "");
 
 /// Reads a document or, by its suffix, a model file.
-LoadedDocument openDocument(const std::string& file, const TakeUnit& takeUnit = nullptr);
+LoadedDocument openDocument(const std::string& file, const TakeUnit& takeUnit = nullptr,
+                            const std::string& textureFolder = "");
 
 } // namespace headless

@@ -21,7 +21,9 @@ struct Level {
 
 /// Brings a model file's objects below `parent` and its materials into the document.
 void insertModel(const JsonCursor& path, Object& parent, const std::string& id, DocumentReading& reading) {
-    const std::unique_ptr<Document> model = importModel(readPath(path).GetUtf8(), reading.warnings);
+    const std::string file = readPath(path).GetUtf8();
+    const std::unique_ptr<Document> model =
+        importModel(file, reading.warnings, reading.modelTextures.next(file));
     while (Material* const material = model->materials().first()) {
         reading.document.appendMaterial(
             std::unique_ptr<Material>(static_cast<Material*>(removeNode(*material).release())));

@@ -3,6 +3,7 @@
 
 #include "headless/documents/json_cursor.h"
 #include "headless/documents/link_table.h"
+#include "headless/documents/model_texture_folders.h"
 #include "headless/model/node_types.h"
 
 #include <map>
@@ -17,6 +18,8 @@ struct DocumentReading {
     /// By id, or by name for those without one.
     std::map<std::string, Layer*> layers{};
     std::vector<std::string> warnings{};
+    /// Where images from inside model files go, as for `importModel`.
+    ModelTextureFolders modelTextures{};
 };
 
 /// Layers below layers and shaders below shaders end at this depth; objects have no limit.

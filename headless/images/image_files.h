@@ -12,6 +12,10 @@ namespace headless {
 /// alpha is left out and doesn't darken. An ImageResult; after a failure the image is empty. Any thread.
 int32_t readImage(const std::filesystem::path& file, Image& image);
 
+/// Reads the alpha of an image file into a grey 24 bit image. IMAGERESULT_WRONGTYPE for an image without
+/// alpha, otherwise as `readImage`.
+int32_t readAlpha(const std::filesystem::path& file, Image& image);
+
 /// How an image is written.
 struct ImageSaving {
     /// An ImageFilter.

@@ -82,6 +82,22 @@ bool readPixels(OIIO::ImageInput& input, int channels, Component* pixels, size_t
     return true;
 }
 
+int32_t readAlphaWith(OIIO::ImageInput& input, Image& image) {
+    const OIIO::ImageSpec& spec = input.spec();
+    const int channel = spec.alpha_channel;
+    if (spec.deep || spec.depth > 1 || channel < 0 || channel >= spec.nchannels) {
+        return IMAGERESULT_WRONGTYPE;
+    }
+    if (const int32_t result = image.init(spec.width, spec.height, 24); result != IMAGERESULT_OK) {
+        return result;
+    }
+    if (!input.read_image(0, 0, channel, channel + 1, OIIO::TypeDesc::UINT8, image.bytes())) {
+        return IMAGERESULT_FILEERROR;
+    }
+    spreadGrey(image.bytes(), static_cast<size_t>(spec.width) * static_cast<size_t>(spec.height));
+    return IMAGERESULT_OK;
+}
+
 int32_t readWith(OIIO::ImageInput& input, Image& image) {
     const OIIO::ImageSpec& spec = input.spec();
     if (spec.deep || spec.nchannels < 1 || spec.depth > 1) {
@@ -98,7 +114,9 @@ int32_t readWith(OIIO::ImageInput& input, Image& image) {
     return isRead ? IMAGERESULT_OK : IMAGERESULT_FILEERROR;
 }
 
-int32_t readFile(const fs::path& file, Image& image) {
+using ReadPart = int32_t (*)(OIIO::ImageInput&, Image&);
+
+int32_t readFile(const fs::path& file, Image& image, ReadPart read) {
     std::error_code error;
     // A pipe would wait for its other end.
     if (!fs::is_regular_file(file, error)) {
@@ -114,18 +132,16 @@ int32_t readFile(const fs::path& file, Image& image) {
     // Colours as they stand, not multiplied by alpha.
     wishes.attribute("oiio:UnassociatedAlpha", 1);
     const bool isOpen = input->open(platform::utf8FromPath(file), spec, wishes);
-    const int32_t result = isOpen ? readWith(*input, image) : int32_t{IMAGERESULT_FILEERROR};
+    const int32_t result = isOpen ? read(*input, image) : int32_t{IMAGERESULT_FILEERROR};
     static_cast<void>(input->geterror()); // Else it would be printed.
     return result;
 }
 
-} // namespace
-
-int32_t readImage(const fs::path& file, Image& image) {
+int32_t readWhole(const fs::path& file, Image& image, ReadPart read) {
     image = Image();
     int32_t result = IMAGERESULT_FILEERROR;
     try {
-        result = readFile(file, image);
+        result = readFile(file, image, read);
     } catch (const std::bad_alloc&) {
         result = IMAGERESULT_OUTOFMEMORY;
     } catch (const std::exception&) {
@@ -135,6 +151,16 @@ int32_t readImage(const fs::path& file, Image& image) {
         image = Image();
     }
     return result;
+}
+
+} // namespace
+
+int32_t readImage(const fs::path& file, Image& image) {
+    return readWhole(file, image, readWith);
+}
+
+int32_t readAlpha(const fs::path& file, Image& image) {
+    return readWhole(file, image, readAlphaWith);
 }
 
 } // namespace headless

@@ -45,6 +45,8 @@ const aiScene& readModel(Assimp::Importer& importer, const std::string& file) {
     importer.SetIOHandler(new ModelFiles); // Assimp owns it.
     // Without this each pivot of an FBX file becomes a chain of nodes.
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
+    // Else a model without polygons gets some that show its nodes.
+    importer.SetPropertyBool(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, true);
     // Names instead of a file's own numbers.
     importer.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);
     const aiScene* scene = nullptr;
@@ -67,7 +69,8 @@ void setOrigin(Document& document, const std::string& file) {
 
 } // namespace
 
-std::unique_ptr<Document> importModel(const std::string& file, std::vector<std::string>& warnings) {
+std::unique_ptr<Document> importModel(const std::string& file, std::vector<std::string>& warnings,
+                                      const std::string& textureFolder) {
     std::vector<std::string> notes;
     Assimp::Importer importer;
     const aiScene& scene = readModel(importer, file);
@@ -76,7 +79,7 @@ std::unique_ptr<Document> importModel(const std::string& file, std::vector<std::
     document->setFps(framesPerSecond(scene));
     const bool rootMoves = animatesRoot(scene);
     const ModelSpace space(scene, rootMoves);
-    const std::vector<Material*> materials = importMaterials(scene, file, *document, notes);
+    const std::vector<Material*> materials = importMaterials(scene, file, textureFolder, *document, notes);
     const size_t earlier = notes.size();
     std::vector<Fixture> fixtures = importFixtures(scene, file, space, notes);
     const ImportedNodes nodes =

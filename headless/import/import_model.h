@@ -15,6 +15,10 @@ namespace headless {
 /// that begins with the file's name appended to `warnings`. The view looks through the
 /// first camera; without one, its own sees the whole model. Throws
 /// DocumentError when nothing can be made of the file.
-std::unique_ptr<Document> importModel(const std::string& file, std::vector<std::string>& warnings);
+///
+/// Images that lie inside the file are written to `textureFolder`, which is made for them; "" leaves them
+/// out.
+std::unique_ptr<Document> importModel(const std::string& file, std::vector<std::string>& warnings,
+                                      const std::string& textureFolder = "");
 
 } // namespace headless
