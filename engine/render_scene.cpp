@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "engine/render_scene.h"
 
+#include "engine/surface_shader.h"
 #include "foundation/exceptions.h"
 #include "scene/rotation.h"
 #include "scene/scene_node_background_settings.h"
@@ -152,6 +153,9 @@ void RenderScene::addSphere(const SceneNodeSphere& sphere) {
     instance->transform =
         MotionTransform(scaled(Matrix3d::identity(), std::abs(sphere.radius)), sphere.keyframes);
     instance->materials.push_back(materials_.compile(sphere.material.getPointer()));
+    if (instance->materials.front()->isDisplaced()) {
+        notices_.tell("True spheres are drawn without displacement.");
+    }
     addInstance(std::move(instance), sphere.getUID(), nullptr);
 }
 

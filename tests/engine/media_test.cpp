@@ -249,6 +249,21 @@ TEST(Media, GlassSplitsColoursByCauchysLaw) {
     EXPECT_NEAR(flint.iorAt(1000), 1.61f, 1e-5f);
 }
 
+TEST(Media, TellWhatIsDrawnMoreSimply) {
+    SceneBuilder scene(4, 4);
+    scene.setUniformBackground(1);
+    const Ref<BasicMedium> cloud = basic(1, 0, 0);
+    cloud->absorption_coefficient = new VoxelVolumeParam;
+    cloud->subsurface_scattering = new SubsurfaceScattering;
+    cloud->subsurface_scattering->scattering_coefficient = new ShaderVolumeParam(new ShaderInfo, false);
+    scene.addSphere({0, 4, 0}, 0.5, clear(scene, cloud));
+    scene.addSphere({0, 6, 0}, 0.5, clear(scene, new Atmosphere));
+    scene.render(1);
+    EXPECT_EQ(scene.notices,
+              (std::vector<std::string>{"What varies within a medium is not drawn.",
+                                        "Atmospheres are drawn as air of sea level at all heights."}));
+}
+
 /// Values worked out from the published formulas: at 620, 550 and 450 nm, per metre.
 TEST(Skin, HasTheCoefficientsOfItsModel) {
     const auto near = [](const RGB& value, float r, float g, float b, const char* what) {

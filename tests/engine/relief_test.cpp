@@ -2,18 +2,21 @@
 // Surfaces that are cut, rounded and moved before they are drawn.
 #include "engine/scene_builder.h"
 #include "engine/subdivision.h"
-#include "foundation/exceptions.h"
 #include "scene/displacement_param.h"
 #include "scene/materials/blend_material.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/scene_node_mesh.h"
+#include "scene/shader_info.h"
 #include "scene/spectrum.h"
+#include "scene/vec3_param.h"
 #include "scene/wavelength_dependent_param.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <map>
-#include <set>
+#include <utility>
 
 namespace {
 
@@ -202,6 +205,57 @@ TEST(Displacement, CutsNoMoreThanTheMemoryTakes) {
     scene.render(1);
     EXPECT_EQ(scene.notices, std::vector<std::string>{"Meshes are subdivided up to 2000000 triangles in all; "
                                                       "some are coarser than they should be."});
+}
+
+Ref<ShaderInfo> program(const char* text) {
+    Ref<ShaderInfo> info = new ShaderInfo;
+    info->shader = text;
+    return info;
+}
+
+/// A white wall that faces the camera, u to the right, and a lamp far away whose light comes at 3:4 from the
+/// right. A slope of 3:4 turns the wall towards it, or away from it.
+TEST(Bumps, TurnTheSurfaceTowardsTheLightOrAway) {
+    const struct {
+        const char* name;
+        const char* normal;
+        const char* height;
+        double cosine; ///< Between the turned normal and the light.
+    } cases[] = {
+        {"plain", nullptr, nullptr, 0.8},
+        {"normal to the right", "def eval(vec3 pos) vec3: vec3(0.6, 0.0, 0.8)", nullptr, 1.0},
+        {"normal to the left", "def eval(vec3 pos) vec3: vec3(-0.6, 0.0, 0.8)", nullptr, 0.28},
+        {"normal upwards", "def eval(vec3 pos) vec3: vec3(0.0, 0.6, 0.8)", nullptr, 0.64},
+        {"rising to the right", nullptr, "def eval() real: doti(getTexCoords(0)) * 1.5", 0.28},
+        {"falling to the right", nullptr, "def eval() real: doti(getTexCoords(0)) * -1.5", 1.0},
+        {"rising upwards", nullptr, "def eval() real: dotj(getTexCoords(0)) * 1.5", 0.64},
+    };
+    double plain = 0;
+    for (const auto& test : cases) {
+        SceneBuilder scene(4, 4);
+        scene.camera->lens_sensor_dist = 3.6;
+        scene.addSphere({120, 4 - 160, 0}, 5, scene.emitter(1));
+        Ref<DiffuseMaterial> material = new DiffuseMaterial;
+        material->albedo = new ConstantWavelengthDependentParam(new UniformSpectrum(1));
+        if (test.normal) {
+            material->normal_map = new ShaderVec3Param(program(test.normal));
+        }
+        if (test.height) {
+            material->bump = new ShaderDisplacementParam(program(test.height));
+        }
+        scene.addModel(rectangle({1, 0, 0}, {0, 0, 1}), scene.add(material), {0, 4, 0});
+        const double seen = meanLuminance(scene.render(256)[0]);
+        EXPECT_EQ(scene.notices, std::vector<std::string>{}) << test.name;
+        plain = plain > 0 ? plain : seen;
+        EXPECT_NEAR(seen / plain * 0.8, test.cosine, 0.02) << test.name;
+    }
+}
+
+TEST(Displacement, LeavesTrueSpheresAlone) {
+    SceneBuilder scene(4, 4);
+    scene.addSphere({0, 4, 0}, 1, scene.add(shining(1)));
+    scene.render(1);
+    EXPECT_EQ(scene.notices, std::vector<std::string>{"True spheres are drawn without displacement."});
 }
 
 } // namespace

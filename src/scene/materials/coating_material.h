@@ -13,8 +13,8 @@ public:
 
     CoatingMaterial() : SurfaceMaterial(KIND) {}
 
-    Ref<WavelengthDependentParam> absorption; ///< Inside the layer, per metre.
-    Ref<WavelengthIndependentParam> thickness;
+    Ref<WavelengthDependentParam> absorption;  ///< Inside the layer, per metre.
+    Ref<WavelengthIndependentParam> thickness; ///< Micrometres.
     Ref<WavelengthIndependentParam> roughness;
     Ref<WavelengthIndependentParam> fresnel_scale;
     double ior = 1.5;
