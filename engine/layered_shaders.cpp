@@ -5,9 +5,16 @@
 
 namespace engine {
 
+namespace {
+
+/// In micrometres; a metre of varnish is opaque or clear, and its numbers still finite.
+constexpr float MAX_THICKNESS = 1e6f;
+
+} // namespace
+
 void CoatingShader::shade(const SurfacePoint& point, const ShadeContext& context, const RGB& weight,
                           BSDF& bsdf) const {
-    const float depth = std::max(0.0f, thickness.at(point)); // um
+    const float depth = std::clamp(thickness.at(point), 0.0f, MAX_THICKNESS);
     Coat coat;
     coat.eta = ior;
     coat.fresnel_scale = std::max(0.0f, fresnel_scale.at(point));

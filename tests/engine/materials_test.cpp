@@ -147,6 +147,22 @@ TEST(Coating, AbsorbsByItsThicknessInMicrometres) {
     }
 }
 
+/// A film too thick for colours, also one beyond any number, is a clear layer.
+TEST(Coating, FilmsOfAnyThicknessAreFinite) {
+    for (const double thickness : {1e3, 1e300}) {
+        SceneBuilder scene(4, 4);
+        scene.camera->lens_sensor_dist = 3.6;
+        scene.setUniformBackground(1);
+        Ref<CoatingMaterial> coating = new CoatingMaterial;
+        coating->substrate_material = scene.diffuse(0);
+        coating->interference = true;
+        coating->thickness = number(thickness);
+        coating->roughness = number(0.01);
+        scene.addModel(rectangle({9, 0, 0}, {0, 0, 9}), scene.add(coating), {0, 4, 0});
+        EXPECT_NEAR(meanLuminance(scene.render(64)[0]) / unitLuminance(), 2 * 0.04 / 1.04, 0.01) << thickness;
+    }
+}
+
 TEST(Thin, LetsThroughWhatItDoesNotSendBack) {
     const struct {
         double share, transmittance, front_albedo, back_albedo, expected;
