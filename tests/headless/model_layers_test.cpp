@@ -59,6 +59,7 @@ TEST_F(LayersTest, TakeUndo) {
     doc()->StartUndo();
     doc()->AddUndo(UNDOTYPE_DELETE, inner);
     inner->Remove();
+    delete fromHost(inner);
     doc()->EndUndo();
     EXPECT_TRUE(doc()->DoUndo());
     ASSERT_NE(outer->GetDown(), nullptr);
