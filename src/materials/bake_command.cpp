@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "materials/bake_command.h"
 
+#include "host/dialog.h"
 #include "host/document.h"
 #include "host/general.h"
 #include "materials/bake_dialog.h"
+#include "materials/bake_target.h"
 
 bool BakeCommand::Execute(BaseDocument* document) {
     TextureTag* const tag = findBakeTag(document);
@@ -26,9 +28,13 @@ bool BakeUVWCommand::Execute(BaseDocument* document) {
     document->StartUndo();
     const bool isDone = prepareBakeUVW(document, tag) != nullptr;
     document->EndUndo();
+    if (!isDone) {
+        MessageDialog(NO_BAKE_UVW);
+        return false;
+    }
     document->SetChanged();
     EventAdd();
-    return isDone;
+    return true;
 }
 
 int32_t BakeUVWCommand::GetState(BaseDocument* document) {

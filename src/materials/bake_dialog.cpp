@@ -152,6 +152,7 @@ bool BakeDialog::bakeShaders() {
     document_->EndUndo();
     if (!target_.uvw) {
         document_->DoUndo();
+        MessageDialog(NO_BAKE_UVW);
         return false;
     }
     thread_ = std::make_unique<BakeThread>(document_, target_.tag, target_.uvw, target_.material, settings);

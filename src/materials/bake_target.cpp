@@ -81,6 +81,8 @@ BakeTarget makeBakeTarget(BaseDocument* document, const TextureTag* tag) {
     document->AddUndo(UNDOTYPE_NEW, target.object);
     target.tag = static_cast<TextureTag*>(target.object->GetTag(Ttexture, indexOfTag(tag)));
     if (target.tag) {
+        // The selection stays with the artist's own tag.
+        target.tag->DelBit(BIT_ACTIVE);
         target.tag->SetMaterial(target.material);
         target.uvw = prepareBakeUVW(document, target.tag);
     }

@@ -16,6 +16,9 @@ TextureTag* findBakeTag(const BaseDocument* document);
 /// undone within the undo step that is open. Null when the host can't make them.
 UVWTag* prepareBakeUVW(BaseDocument* document, TextureTag* tag);
 
+/// What the artist is told when there is nothing to bake to.
+inline constexpr const char* NO_BAKE_UVW = "The object has no texture coordinates to bake to.";
+
 /// The copies that a bake works on, in the document, so that the artist's own object and material stay as
 /// they are.
 struct BakeTarget {

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "materials/bake_shader.h"
+
+#include "host/ids.h"
+#include "materials/bake_checks.h"
+
+#include <filesystem>
+
+namespace {
+
+class BakeShader : public BakeChecks {
+protected:
+    BakeShader() : material_(addMaterial("Painted")), noise_(addNoise(material_, MAT_ALBEDO_SHADER)) {}
+
+    std::string file() const { return folder() + "/baked.jpg"; }
+    bool bake(int32_t width, int32_t height, int32_t saveFlags = SAVEBIT_0) {
+        data(material_).SetLong(MAT_BAKE_WIDTH, width);
+        data(material_).SetLong(MAT_BAKE_HEIGHT, height);
+        return bakeShaderToFile(noise_, Filename(String(file())), &data(material_), saveFlags, context());
+    }
+
+    BaseMaterial* material_;
+    BaseShader* noise_;
+};
+
+TEST_F(BakeShader, ShowsTheWholeTexture) {
+    for (const int32_t flags : {SAVEBIT_0, SAVEBIT_GREYSCALE}) {
+        EXPECT_TRUE(bake(48, 24, flags));
+        const std::string before = documentText();
+        EXPECT_TRUE(bake(48, 24, flags));
+        EXPECT_EQ(documentText(), before);
+        const OwnedBitmap image = load(file());
+        EXPECT_EQ(image->GetBw(), 48);
+        EXPECT_EQ(image->GetBh(), 24);
+        EXPECT_EQ(componentsOf(file()), flags == SAVEBIT_0 ? 3 : 1);
+        EXPECT_LE(differenceTo(noise_, *image, flags != SAVEBIT_0), JPEG_LOSS);
+    }
+}
+
+TEST_F(BakeShader, KeepsPreviewsSmall) {
+    const struct {
+        bool isPreview;
+        int32_t width, height;
+        int32_t bakedWidth, bakedHeight;
+    } cases[] = {
+        {false, 1024, 512, 1024, 512}, {true, 1024, 512, 724, 362}, {true, 512, 512, 512, 512},
+        {true, 513, 512, 512, 511},    {true, 64, 2048, 64, 2048},  {true, 64, 16384, 32, 8192},
+    };
+    for (const auto& entry : cases) {
+        endExport();
+        isMaterialPreview = entry.isPreview;
+        EXPECT_TRUE(bake(entry.width, entry.height));
+        const OwnedBitmap image = load(file());
+        EXPECT_EQ(image->GetBw(), entry.bakedWidth);
+        EXPECT_EQ(image->GetBh(), entry.bakedHeight);
+    }
+}
+
+TEST_F(BakeShader, ListsTheFileOnlyWhenItIsThere) {
+    Quenza::Vector<Quenza::String> files;
+    extraFiles = &files;
+    EXPECT_TRUE(bake(8, 8));
+    ASSERT_EQ(files.size(), 1u);
+    EXPECT_EQ(files[0], Quenza::String(file()));
+
+    for (const auto& [width, height] : {std::pair{0, 8}, {8, -1}, {1 << 20, 1 << 20}}) {
+        EXPECT_FALSE(bake(width, height));
+    }
+    const Filename target{String(file())};
+    EXPECT_FALSE(bakeShaderToFile(nullptr, target, &data(material_), SAVEBIT_0, context()));
+    EXPECT_FALSE(bakeShaderToFile(noise_, target, nullptr, SAVEBIT_0, context()));
+    std::filesystem::remove(file());
+    std::filesystem::create_directories(file() + "/taken");
+    EXPECT_FALSE(bake(8, 8));
+    EXPECT_EQ(files.size(), 1u);
+}
+
+/// An image below a layer is named as the document names it.
+TEST_F(BakeShader, FindsImagesBesideTheDocument) {
+    const std::string image = addImageFile("tex/white.png");
+    BaseBitmap* white = BaseBitmap::Alloc();
+    ASSERT_EQ(white->Init(1, 1), IMAGERESULT_OK);
+    white->SetPixel(0, 0, 255, 255, 255);
+    ASSERT_EQ(white->Save(Filename(String(image)), FILTER_PNG, nullptr, SAVEBIT_0), IMAGERESULT_OK);
+    BaseBitmap::Free(white);
+    BaseShader* const bitmap = addBitmap(material_, MAT_BUMP_SHADER, "white.png");
+    BaseShader* const layers = addShader(material_, MAT_ALBEDO_SHADER, headless::Xlayer);
+    data(layers).SetLink(headless::LAYER_1_SHADER, bitmap);
+    data(layers).SetReal(headless::LAYER_1_STRENGTH, 1.0f);
+    bitmap->Remove();
+    layers->InsertUnder(bitmap);
+    noise_ = layers;
+    EXPECT_TRUE(bake(4, 4));
+    uint16_t r = 0, g = 0, b = 0;
+    load(file())->GetPixel(2, 2, &r, &g, &b);
+    EXPECT_GT(r, 250);
+}
+
+} // namespace
