@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "materials/material_kinds.h"
 
+#include "host/basecontainer.h"
 #include "materials/channels.h"
 #include "shared/parameter_ids.h"
 
@@ -52,7 +53,8 @@ constexpr MaterialLink COATING_LINKS[] = {{MAT_COATING_SUBSTRATE}, MIXED_WITH};
 constexpr MaterialLink THIN_USED[] = {{MAT_THIN_FRONT}, {MAT_THIN_BACK}, {MAT_COATING_SUBSTRATE}, MIXED_WITH};
 constexpr MaterialLink THIN_REFERENCES[] = {{MAT_THIN_FRONT}, {MAT_THIN_BACK}, MIXED_WITH};
 constexpr MaterialLink MEDIUM_LINKS[] = {{MAT_MEDIUM_SOURCE}, MIXED_WITH};
-constexpr MaterialLink TRANSMITTER_LINKS[] = {{MAT_MEDIUM_SOURCE, MAT_MEDIUM_ENABLED}, MIXED_WITH};
+// Its medium is in the scene unless the channel was switched off.
+constexpr MaterialLink TRANSMITTER_LINKS[] = {{MAT_MEDIUM_SOURCE, MAT_MEDIUM_ENABLED, true}, MIXED_WITH};
 
 constexpr KindInfo KINDS[] = {
     {MAT_KIND_DIFFUSE, DIFFUSE_FLAGS, ALBEDO_ON, MIX_LINKS, MIX_LINKS},
@@ -89,6 +91,10 @@ std::vector<FlagGroup> allFlagGroups() {
 
 } // namespace
 
+bool MaterialLink::counts(const BaseContainer& material) const {
+    return condition == 0 || material.GetBool(condition, isOnByDefault);
+}
+
 bool KindInfo::hasChannel(int32_t flag) const {
     return std::ranges::find(visibleFlags, flag) != visibleFlags.end();
 }
@@ -96,6 +102,16 @@ bool KindInfo::hasChannel(int32_t flag) const {
 const KindInfo* kindInfo(int32_t kind) {
     const KindInfo* const found = std::ranges::find(KINDS, kind, &KindInfo::kind);
     return found != std::end(KINDS) ? found : nullptr;
+}
+
+std::span<const MaterialLink> usedLinks(int32_t kind) {
+    const KindInfo* const info = kindInfo(kind);
+    return info ? info->usedLinks : MIX_LINKS;
+}
+
+std::span<const MaterialLink> referenceLinks(int32_t kind) {
+    const KindInfo* const info = kindInfo(kind);
+    return info ? info->referenceLinks : MIX_LINKS;
 }
 
 std::span<const FlagGroup> flagGroups() {

@@ -4,17 +4,24 @@
 #include <cstdint>
 #include <span>
 
+class BaseContainer;
+
 /// A channel that a kind switches on or off, whatever the artist wants.
 struct ForcedFlag {
     int32_t flag;
     bool isOn;
 };
 
-/// A link to another material. `condition` is the flag of the channel that must be on for the link to count;
-/// 0 for none.
+/// A link to another material, by the number of the parameter.
 struct MaterialLink {
     int32_t link;
+    /// Flag of the channel that must be on for the link to count; 0 for none.
     int32_t condition = 0;
+    /// What a flag that was never set stands for.
+    bool isOnByDefault = false;
+
+    /// False when the material's channel is off that has the link.
+    bool counts(const BaseContainer& material) const;
 };
 
 /// What a kind of material shows, forces and uses.
@@ -24,9 +31,7 @@ struct KindInfo {
     /// Enable flags of the channels that the kind has.
     std::span<const int32_t> visibleFlags;
     std::span<const ForcedFlag> forcedFlags;
-    /// Materials that the kind keeps from being removed as unused.
     std::span<const MaterialLink> usedLinks;
-    /// Materials whose look is part of this one's.
     std::span<const MaterialLink> referenceLinks;
 
     bool hasChannel(int32_t flag) const;
@@ -34,6 +39,13 @@ struct KindInfo {
 
 /// Null for a number that is no kind.
 const KindInfo* kindInfo(int32_t kind);
+
+// A number that is no kind has links too: the scene mixes such a material with its partner.
+
+/// Links to the materials that a kind keeps from being removed as unused.
+std::span<const MaterialLink> usedLinks(int32_t kind);
+/// Links to the materials whose look is part of a material's of a kind.
+std::span<const MaterialLink> referenceLinks(int32_t kind);
 
 /// An enable flag and the group of the page that it shows.
 struct FlagGroup {

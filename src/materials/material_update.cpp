@@ -20,13 +20,9 @@ std::vector<BaseMaterial*> referencedBy(BaseMaterial& material) {
     if (material.GetType() != PLUGINID_MATERIAL || !data) {
         return referenced;
     }
-    const KindInfo* const kind = kindInfo(data->GetLong(MAT_KIND, MAT_KIND_DIFFUSE));
-    if (!kind) {
-        return referenced;
-    }
-    for (const MaterialLink& entry : kind->referenceLinks) {
+    for (const MaterialLink& entry : referenceLinks(data->GetLong(MAT_KIND, MAT_KIND_DIFFUSE))) {
         BaseList2D* const target = data->GetLink(entry.link, material.GetDocument(), Mbase);
-        if (target && (entry.condition == 0 || data->GetBool(entry.condition))) {
+        if (target && entry.counts(*data)) {
             referenced.push_back(static_cast<BaseMaterial*>(target));
         }
     }
@@ -89,9 +85,13 @@ std::vector<BaseMaterial*> findReferencing(BaseMaterial* material) {
         waiting.pop_back();
         for (BaseMaterial* const user : users[referenced]) {
             if (seen.insert(user).second) {
-                found.push_back(user);
                 waiting.push_back(user);
             }
+        }
+    }
+    for (BaseMaterial* user = document->GetFirstMaterial(); user; user = user->GetNext()) {
+        if (seen.contains(user)) {
+            found.push_back(user);
         }
     }
     return found;

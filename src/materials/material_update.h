@@ -13,6 +13,6 @@ bool updateMaterial(BaseMaterial* material);
 /// plug-in. Cycles of links are no harm.
 bool materialReferences(BaseMaterial* a, BaseMaterial* b);
 
-/// The materials of a document that reference `material`, in no particular order. It is among them when it
+/// The materials of a document that reference `material`, in the document's order. It is among them when it
 /// references itself.
 std::vector<BaseMaterial*> findReferencing(BaseMaterial* material);

@@ -54,13 +54,9 @@ void exchangeLinks(BaseList2D& node, const MaterialExchange& exchange) {
 
 void markUsed(const BaseList2D& node) {
     const BaseContainer& data = *node.GetDataInstance();
-    const KindInfo* const kind = kindInfo(data.GetLong(MAT_KIND, MAT_KIND_DIFFUSE));
-    if (!kind) {
-        return;
-    }
-    for (const MaterialLink& entry : kind->usedLinks) {
+    for (const MaterialLink& entry : usedLinks(data.GetLong(MAT_KIND, MAT_KIND_DIFFUSE))) {
         BaseList2D* const target = data.GetLink(entry.link, node.GetDocument(), Mbase);
-        if (target && (entry.condition == 0 || data.GetBool(entry.condition))) {
+        if (target && entry.counts(data)) {
             target->SetBit(BIT_MATERIALUSED);
         }
     }

@@ -161,6 +161,9 @@ TEST_F(QuenzaMaterials, ReferToMaterialsByTheLinksOfTheirKind) {
         {MAT_KIND_GLOSSY_TRANSPARENT, MAT_MEDIUM_SOURCE, MAT_MEDIUM_ENABLED, false, true},
         {MAT_KIND_DIFFUSE_TRANSMITTER, MAT_MEDIUM_SOURCE, MAT_MEDIUM_ENABLED, true, true},
         {MAT_KIND_DIFFUSE_TRANSMITTER, MAT_MEDIUM_SOURCE, MAT_MEDIUM_ENABLED, false, false},
+        {MAT_KIND_DIFFUSE_TRANSMITTER, MAT_MEDIUM_SOURCE, 0, false, true}, // As its export.
+        {4711, MAT_BLEND_MATERIAL_A, MAT_BLEND_ENABLED, true, true},
+        {4711, MAT_BLEND_MATERIAL_A, MAT_BLEND_ENABLED, false, false},
         {MAT_KIND_PHONG, MAT_MEDIUM_SOURCE, MAT_MEDIUM_ENABLED, true, false},
     };
     BaseMaterial* const target = addMaterial("target");
@@ -237,6 +240,7 @@ TEST_F(QuenzaMaterials, KeepWhatTheyUse) {
         {MAT_KIND_DOUBLE_SIDED_THIN, true, "6259 6306 6325 6326 "},
         {MAT_KIND_DIFFUSE, true, "6259 "},
         {MAT_KIND_SPECULAR, false, ""},
+        {4711, true, "6259 "},
     };
     for (const auto& test : cases) {
         BaseMaterial* const material = addMaterial("M", test.kind);
