@@ -4,6 +4,7 @@
 #include "materials/material_fixture.h"
 #include "materials/texture_factory.h"
 #include "scene/wavelength_dependent_param.h"
+#include "shared/plugin_state.h"
 #include "shared/text.h"
 
 #include <cstdlib>
@@ -40,6 +41,21 @@ TEST_F(TextureExport, LooksForFilesAsTheHostDoes) {
     EXPECT_EQ(pathOf("missing.png", context()), "");
     EXPECT_EQ(pathOf("", context()), "");
     EXPECT_EQ(makeTextureFromLink(nullptr, TextureMapping(), context()).path, Quenza::String());
+}
+
+/// The stages of previews bring images of their own, which are found beside the plug-in alone.
+TEST_F(TextureExport, LooksForImagesOfPreviewsBesideThePlugin) {
+    const std::string beside = addImageFile("beside.png");
+    const std::string staged = addImageFile("plugin/res/materialpreview/stage.png");
+    pluginState().pluginPath = std::make_unique<Filename>(String(folder() + "/plugin"));
+    EXPECT_EQ(pathOf("stage.png", context()), "");
+    endExport();
+    isMaterialPreview = true;
+    EXPECT_EQ(pathOf("stage.png", context()), staged);
+    EXPECT_EQ(pathOf("beside.png", context()), beside);
+    EXPECT_EQ(pathOf("missing.png", context()), "");
+    pluginState().pluginPath.reset();
+    EXPECT_EQ(pathOf("beside.png", context()), beside);
 }
 
 TEST_F(TextureExport, KeepsTwoFilesOfOneName) {
