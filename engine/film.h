@@ -3,7 +3,7 @@
 
 #include "engine/colour.h"
 #include "engine/filters.h"
-#include "engine/image_file.h"
+#include "engine/images/image_file.h"
 #include "foundation/types.h"
 #include "scene/image_filters.h"
 #include "scene/render_settings_parts.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "engine/image_file.h"
+#include "engine/images/image_file.h"
 #include "engine/notices.h"
 #include "foundation/string.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "engine/film.h"
-#include "engine/image_file.h"
+#include "engine/images/image_file.h"
 #include "engine/render_scene.h"
 #include "engine/tonemap.h"
 #include "engine/tracer.h"

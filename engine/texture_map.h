@@ -3,7 +3,7 @@
 
 #include "engine/colour.h"
 #include "engine/geometry.h"
-#include "engine/image_file.h"
+#include "engine/images/image_file.h"
 #include "engine/vec.h"
 #include "foundation/types.h"
 #include "foundation/vec.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "engine/camera_response.h"
-#include "engine/image_file.h"
+#include "engine/images/image_file.h"
 #include "foundation/types.h"
 #include "scene/scene_node_render_settings.h"
 #include "scene/scene_node_tonemapping.h"

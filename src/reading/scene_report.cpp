@@ -10,6 +10,7 @@
 #include "reading/node_elements.h"
 #include "reading/node_numbering.h"
 #include "reading/scene_parser.h"
+#include "reading/texture_uses.h"
 #include "reading/xml_document.h"
 #include "reading/xml_values.h"
 #include "scene/material.h"
@@ -54,8 +55,9 @@ Ref<Mesh> withoutArrays(const Mesh& mesh) {
 /// Goes over one scene; each step appends to the summary.
 class SceneCheck {
 public:
-    explicit SceneCheck(SceneSummary& summary)
-        : summary_(summary), base_dir_(FileUtils::getDirectory(summary.path)), root_(new SceneNodeRoot) {}
+    SceneCheck(SceneSummary& summary, const ImageProbe& probe)
+        : summary_(summary), probe_(probe), base_dir_(FileUtils::getDirectory(summary.path)),
+          root_(new SceneNodeRoot) {}
 
     void run() {
         XMLDocument document;
@@ -173,6 +175,8 @@ private:
     void checkNode(SceneNode& node, u64 index) {
         for (const std::string& text : NodeCheck(*root_, unread_uids_).faultsOf(node))
             fault(index, text);
+        if (node.getType() == NODE_MATERIAL)
+            checkTextures(static_cast<const SceneNodeMaterial&>(node), index);
         SceneVisitor collecting;
         collecting.mode = SceneVisitor::COLLECT_DEPENDENCIES;
         node.doVisit(collecting);
@@ -180,17 +184,40 @@ private:
             checkFile(dependency.toStdString(), index);
     }
 
-    /// Several nodes may name a file; the first is told.
-    void checkFile(const std::string& path, u64 index) {
-        if (path.empty() || !known_files_.insert(path).second)
+    void checkTextures(const SceneNodeMaterial& node, u64 index) {
+        if (!node.material)
             return;
+        for (const TextureUse& use : textureUses(*node.material)) {
+            const std::string channel = use.channels.empty() ? "" : use.channels + ": ";
+            if (use.path.empty())
+                fault(index, channel + "a texture names no file");
+            else if (checkFile(use.path, index, channel) && probe_)
+                probeImage(use.path, index, channel);
+        }
+    }
+
+    void probeImage(const std::string& path, u64 index, const std::string& channel) {
+        const std::string text = probe_(resolve(path));
+        if (!text.empty())
+            fault(index, channel + "image '" + path + "' can't be read: " + text);
+    }
+
+    /// Several nodes may name a file; the first is told, behind `where`. True for a sound one at its first
+    /// time.
+    bool checkFile(const std::string& path, u64 index, const std::string& where = "") {
+        if (path.empty() || !known_files_.insert(path).second)
+            return false;
         summary_.files.push_back(path);
         if (!FileUtils::fileExists(resolve(path))) {
             summary_.missing_files.push_back(path);
-            fault(index, "file '" + path + "' is missing");
-        } else if (PlatformUtils::isSpecialFile(resolve(path))) {
-            fault(index, "'" + path + "' is no ordinary file");
+            fault(index, where + "file '" + path + "' is missing");
+            return false;
         }
+        if (PlatformUtils::isSpecialFile(resolve(path))) {
+            fault(index, where + "'" + path + "' is no ordinary file");
+            return false;
+        }
+        return true;
     }
 
     void summarise() {
@@ -206,6 +233,7 @@ private:
     }
 
     SceneSummary& summary_;
+    const ImageProbe& probe_;
     String base_dir_;
     QuenzaModelParser parser_;
     Ref<SceneNodeRoot> root_;
@@ -216,11 +244,11 @@ private:
 
 } // namespace
 
-SceneSummary summariseScene(const std::string& path) {
+SceneSummary summariseScene(const std::string& path, const ImageProbe& probe) {
     SceneSummary summary;
     summary.path = path;
     installModelLoader();
-    SceneCheck(summary).run();
+    SceneCheck(summary, probe).run();
     return summary;
 }
 

@@ -4,6 +4,7 @@
 #include "foundation/types.h"
 #include "reading/mesh_report.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -35,12 +36,16 @@ struct SceneSummary {
     u64 unread_elements = 0;
 };
 
+/// Says what is wrong with an image file, "" when it can be read.
+using ImageProbe = std::function<std::string(const std::string& path)>;
+
 /// Reads a scene element by element, and its meshes, and checks what a renderer relies on: that the document
 /// is whole and every element says what it may, that UIDs are unique and references lead to nodes of the
 /// right type, that meshes read and index within their arrays, that files exist and images have a size that
 /// can be drawn. An element that can't be read costs only what it holds itself; nodes that refer to it aren't
-/// blamed. Never throws for a bad scene: the summary then tells its faults. Meshes are held one at a time.
-SceneSummary summariseScene(const std::string& path);
+/// blamed. Textures are told by the parameter that shows them, and probed with `probe` when there is one.
+/// Never throws for a bad scene: the summary then tells its faults. Meshes are held one at a time.
+SceneSummary summariseScene(const std::string& path, const ImageProbe& probe = nullptr);
 
 /// What is wrong with a `--settings` argument, the inside of a `renderer_settings` element; a line each.
 std::vector<std::string> faultsOfExtraSettings(const std::string& text);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "engine/image_file.h"
+#include "engine/images/image_file.h"
 #include "engine/scene_builder.h"
 #include "foundation/file_utils.h"
 #include "scene/materials/sun_sky_material.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "engine/image_file.h"
+#include "engine/images/image_file.h"
 #include "support/temp_dir.h"
 
 #include <cmath>

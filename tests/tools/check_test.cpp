@@ -34,7 +34,7 @@ TEST_F(Tool, CheckListsEveryFaultOfEveryFile) {
                   "Aperture_radius must be greater than zero (e.g. 0.001)   (In element 'aperture_radius', "
                   "around line 29, column 9)\n" +
                   bad + "line 147, column 5: sphere \"Ball\": UID 9 is in use by model2 \"Floor\"\n" + bad +
-                  "line 85, column 5: material \"Wood\": file 'images/gone.png' is missing\n" + bad +
+                  "line 85, column 5: material \"Wood\": albedo: file 'images/gone.png' is missing\n" + bad +
                   "line 118, column 5: model2 \"Floor\": \"geometry_uid\" 80 leads to no node\n" + bad +
                   "line 118, column 5: model2 \"Floor\": \"material_uid\" 8 leads to a \"mesh\" node\n" +
                   bad +
@@ -50,6 +50,18 @@ TEST_F(Tool, CheckDoesNotBlameReferencesToWhatItCouldNotRead) {
     EXPECT_NE(outcome.out.find("(In element 'random_triangle_colours', around line 80, column 13)\n"),
               std::string::npos)
         << outcome.out;
+}
+
+TEST_F(Tool, CheckTellsTexturesByTheParameterThatShowsThem) {
+    const std::string image = read("images/wood.png");
+    write("images/wood.png", image.substr(0, image.size() / 2));
+    EXPECT_NE(run({"check", path("scene.qzs")})
+                  .out.find("material \"Wood\": albedo: image 'images/wood.png' can't be read: "),
+              std::string::npos);
+    write("bad.qzs", edited("images/wood.png", ""));
+    EXPECT_NE(
+        run({"check", path("bad.qzs")}).out.find("material \"Wood\": albedo: a texture names no file\n"),
+        std::string::npos);
 }
 
 TEST_F(Tool, CheckTellsMachines) {
@@ -94,12 +106,12 @@ TEST_F(Tool, InfoTellsWhatASceneHolds) {
             "\nMaterials:\n  6 \"Red\" diffuse\n  7 \"Wood\" diffuse\n"
             "\nMeshes:\n  \"Square\" 'scene_meshes/square.qzmesh': 4 vertices, 1 triangle, 1 quad, 4 UVs, "
             "2 materials, 192 B, bounds (0 0 0) to (2 1 0)\n"
-            "\nFiles:\n  'images/wood.png' 8 B\n  'scene_meshes/square.qzmesh' 259 B\n"
+            "\nFiles:\n  'images/wood.png' 69 B\n  'scene_meshes/square.qzmesh' 259 B\n"
             "\nMemory of the meshes: 192 B\n");
     const Json report = Json::parse(run({"info", "--json", path("scene.qzs")}).out);
     EXPECT_EQ(report["nodes"]["material"], 2);
     EXPECT_EQ(report["meshes"][0]["bounds_max"], Json({2, 1, 0}));
-    EXPECT_EQ(report["files"][0], Json({{"path", "images/wood.png"}, {"size", 8}}));
+    EXPECT_EQ(report["files"][0], Json({{"path", "images/wood.png"}, {"size", 69}}));
 
     write("bad.qzs", edited("<diffuse>", "<glass>"));
     EXPECT_EQ(run({"info", path("bad.qzs")}).status, 1);

@@ -55,7 +55,7 @@ protected:
 TEST_F(Pack, HoldsTheSceneWithAllItsFiles) {
     const auto entries = packed("scene.qzs", soundScene());
     EXPECT_EQ(namesOf(entries), (Names{"images/wood.png", "scene.qzs", "scene_meshes/square.qzmesh"}));
-    EXPECT_EQ(entries.at("images/wood.png"), "an image");
+    EXPECT_EQ(entries.at("images/wood.png"), read("images/wood.png"));
     EXPECT_EQ(entries.at("scene_meshes/square.qzmesh"), read("scene_meshes/square.qzmesh"));
     EXPECT_EQ(run({"check", path("unpacked/scene.qzs")}).status, 0);
     EXPECT_EQ(run({"diff", path("scene.qzs"), path("unpacked/scene.qzs")}).out, "");
@@ -83,7 +83,7 @@ TEST_F(Pack, BringsFilesOfOtherFoldersIn) {
     const auto entries = packed("deep/er/in.qzs", text);
     EXPECT_EQ(namesOf(entries),
               (Names{"external/square.qzmesh", "external/wood.png", "in.qzs", "lamp.ies", "wood.png"}));
-    EXPECT_EQ(entries.at("external/wood.png"), "an image");
+    EXPECT_EQ(entries.at("external/wood.png"), read("images/wood.png"));
     EXPECT_EQ(entries.at("wood.png"), "another image");
     std::filesystem::remove_all(path("images"));
     EXPECT_EQ(run({"check", path("unpacked/in.qzs")}).out, path("unpacked/in.qzs") + ": no faults\n");
@@ -95,7 +95,7 @@ TEST_F(Pack, MakesOneSceneOfIncludes) {
           "<a>0</a><b>1</b><c>0</c><uv_set_index>0</uv_set_index><exponent>2.2</exponent></texture>"
           "<albedo><texture><texture_index>0</texture_index></texture></albedo></diffuse>"
           "</material></scenedata>");
-    write("parts/oak.png", "oak");
+    write("parts/oak.png", read("images/wood.png"));
     const auto entries = packed(
         "in.qzs", edited("<metadata>", "<include><pathname>parts/more.qzs</pathname></include><metadata>"));
     EXPECT_EQ(namesOf(entries),

@@ -8,6 +8,13 @@
 
 namespace {
 
+/// A PNG image of one brown pixel.
+const std::string
+    WOOD("\x89\x50\x4e\x47\x0d\x0a\x1a\x0a\x00\x00\x00\x0d\x49\x48\x44\x52\x00\x00\x00\x01\x00\x00\x00\x01"
+         "\x08\x02\x00\x00\x00\x90\x77\x53\xde\x00\x00\x00\x0c\x49\x44\x41\x54\x78\x9c\x63\x58\x90\xa0\x00"
+         "\x00\x02\xc4\x01\x21\x49\x5b\x9e\x1c\x00\x00\x00\x00\x49\x45\x4e\x44\xae\x42\x60\x82",
+         69);
+
 constexpr const char* SCENE = R"(<?xml version="1.0" encoding="utf-8"?>
 <scene>
 	<metadata>
@@ -187,7 +194,7 @@ constexpr const char* SCENE = R"(<?xml version="1.0" encoding="utf-8"?>
 
 Tool::Tool() {
     write("scene.qzs", SCENE);
-    write("images/wood.png", "an image");
+    write("images/wood.png", WOOD);
     std::filesystem::create_directory(path("scene_meshes"));
     Quenza::Mesh::writeToFile(path("scene_meshes/square.qzmesh"), square());
 }

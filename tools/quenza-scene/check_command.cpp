@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "engine/images/image_file.h"
 #include "foundation/string_utils.h"
 #include "reading/mesh_report.h"
 #include "reading/model_loader.h"
@@ -17,7 +18,7 @@ namespace {
 constexpr std::string_view HELP =
     R"(Reads each scene and all that it depends on, and lists every fault: what is wrong with the document or
 one of its elements, nodes that share a UID, references that lead nowhere or to the wrong type, models
-with too few materials, missing files, images too large to draw, and meshes that don't read, index out of
+with too few materials, missing files and images that can't be read, pictures too large to draw, and meshes that don't read, index out of
 bounds or hold numbers that aren't finite. Of a render queue (.qzq) its own faults and those of its scenes
 are listed; a mesh (.obj, .ply, .qzmesh) may be named by itself.
 
@@ -38,8 +39,15 @@ bool isQueue(const std::string& path) {
     return Quenza::toLowerCase(path).ends_with(".qzq");
 }
 
+/// As the stand-in renderer reads it.
+std::string imageFault(const std::string& path) {
+    std::string fault;
+    engine::loadTexels(path, fault);
+    return fault;
+}
+
 Checked checkScene(const std::string& path) {
-    const Quenza::SceneSummary scene = Quenza::summariseScene(path);
+    const Quenza::SceneSummary scene = Quenza::summariseScene(path, imageFault);
     return {path, scene.faults, scene.missing_files, scene.unread_elements};
 }
 

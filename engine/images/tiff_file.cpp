@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "engine/tiff_file.h"
+#include "engine/images/tiff_file.h"
 
 #include "foundation/types.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "engine/image_file.h"
+#include "engine/images/image_file.h"
 
-#include "engine/tiff_file.h"
+#include "engine/images/tiff_file.h"
 #include "foundation/exceptions.h"
 #include "foundation/mapped_file.h"
 #include "foundation/string_utils.h"
