@@ -37,6 +37,8 @@ void readMaterial(const JsonCursor& cursor, DocumentReading& reading) {
         });
     }
     readCommon(cursor, material, reading);
+    // As when an artist looks at the page: a plug-in's material settles what follows from its parameters.
+    material.message(MSG_DESCRIPTION_VALIDATE, nullptr);
 }
 
 } // namespace

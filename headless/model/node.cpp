@@ -114,6 +114,7 @@ bool Node::setParameter(const DescID& id, const GeData& value) {
         return false;
     }
     restoreParameter(id, accepted);
+    message(MSG_DESCRIPTION_POSTSETPARAMETER, nullptr);
     return true;
 }
 

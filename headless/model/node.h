@@ -61,7 +61,7 @@ public:
     /// False, and an empty value, when the container has no such number.
     bool parameter(const DescID& id, GeData& value) const;
     /// Asks the plug-in's instance first, which may change or refuse the value; false when it refused. On a
-    /// camera the parameters that tell its lens in other words follow.
+    /// camera the parameters that tell its lens in other words follow. The instance is told afterwards.
     bool setParameter(const DescID& id, const GeData& value);
     /// Sets what a document holds: no artist does it, so the plug-in isn't asked.
     void restoreParameter(const DescID& id, const GeData& value);
