@@ -139,8 +139,7 @@ void ChannelImporter::takeProgram(const ShaderInfo* info, const Channel& target)
     if (!program) {
         return;
     }
-    const ShaderInfo* const source = info ? info : body_.shared_shader_info.getPointer();
-    program->GetDataInstance()->SetString(QSL_CODE, source ? toHostString(source->shader) : ::String());
+    program->GetDataInstance()->SetString(QSL_CODE, info ? toHostString(info->shader) : ::String());
     link(program, target);
 }
 

@@ -20,8 +20,14 @@ bool hasSuffix(const Filename& file, const char* suffix) {
 
 /// A new folder for what an archive holds; empty when it can't be made.
 Filename makeUnpackFolder(const Filename& archive) {
-    const String name = archive.GetFile().GetString() + LongToString(GeGetMilliSeconds());
-    const Filename folder = getUserFolder() + Filename("materials") + Filename(name);
+    const String base = archive.GetFile().GetString();
+    const Filename parent = getUserFolder() + "materials";
+    Filename folder;
+    // Two imports within one tick of the timer get a folder each.
+    uint32_t number = GeGetMilliSeconds();
+    do {
+        folder = parent + Filename(base + LongToString(number++));
+    } while (GeFExist(folder, true));
     return GeFCreateDir(folder) ? folder : Filename();
 }
 

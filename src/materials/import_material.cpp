@@ -24,6 +24,7 @@ public:
         : document_(document), directory_(directory), warnings_(warnings) {}
 
     void import(const SceneNodeMaterial& node) {
+        tellWhatIsLeftOut(node);
         begin(node);
         while (!pending_.empty()) {
             Pending& innermost = pending_.back();
@@ -47,18 +48,19 @@ private:
         size_t next = 0;
     };
 
+    static void tellWhatIsLeftOut(const SceneNodeMaterial& node) {
+        const Material* const body = node.material.getPointer();
+        if (body && !isImportable(*body) && !isNull(*body)) {
+            GePrint(::String("Material \"") + toHostString(node.getName()) + "\" of type " +
+                    toHostString(body->getTypeName()) + " can't be imported.");
+        }
+    }
+
     /// Enters a material that isn't known by its name yet, so that a circle of references ends at it.
     void begin(const SceneNodeMaterial& node) {
         const Material* const body = node.material.getPointer();
         const ::String name = toHostString(node.getName());
-        if (!body || made_.contains(name)) {
-            return;
-        }
-        if (!isImportable(*body)) {
-            if (!isNull(*body)) {
-                GePrint(::String("Material \"") + name + "\" of type " + toHostString(body->getTypeName()) +
-                        " can't be imported.");
-            }
+        if (!body || !isImportable(*body) || made_.contains(name)) {
             return;
         }
         BaseMaterial* const material = BaseMaterial::Alloc(PLUGINID_MATERIAL);
@@ -66,6 +68,7 @@ private:
             return;
         }
         document_.InsertMaterial(material);
+        document_.AddUndo(UNDOTYPE_NEW, material);
         material->SetName(name);
         made_[name] = material;
         pending_.push_back({material, body, listReferences(*body)});
