@@ -33,20 +33,6 @@ protected:
     Quenza::Ref<Quenza::SceneNodeRenderSettings> settings;
 };
 
-/// What a filter or shape writes, on one line.
-template <class Part>
-std::string xml(const Part& part) {
-    Quenza::BufferOStream stream;
-    if constexpr (requires { part.writeToXML(stream, 0, Quenza::XMLWriteOptions()); }) {
-        part.writeToXML(stream, 0, Quenza::XMLWriteOptions());
-    } else {
-        part.writeToXML(stream, 0);
-    }
-    std::string text = stream.getBuffer().toStdString();
-    std::erase_if(text, [](char c) { return c == '\t' || c == '\n'; });
-    return text;
-}
-
 } // namespace
 
 TEST_F(CameraExportTest, HostCameraWithoutATagBecomesAThinLens) {
@@ -62,34 +48,19 @@ TEST_F(CameraExportTest, HostCameraWithoutATagBecomesAThinLens) {
     EXPECT_EQ(node->aperture_shape->getType(), Quenza::ApertureCircular::TYPE);
     EXPECT_EQ(node->obstacle_map_path, "");
 
-    EXPECT_EQ(settings->getInt("width"), 640);
-    EXPECT_EQ(settings->getInt("height"), 480);
-    EXPECT_EQ(settings->getInt("super_sample_factor"), 2) << "the node's own";
-    EXPECT_TRUE(settings->getBool("post_process_diffraction"));
-    EXPECT_FALSE(settings->getBool("aperture_diffraction"));
-    EXPECT_EQ(settings->white_point->x, 0.31273);
-    EXPECT_EQ(settings->white_point->y, 0.32902);
-    EXPECT_EQ(settings->downsize_filter->getType(), Quenza::DownsizeFilterMNCubic::TYPE);
-    EXPECT_TRUE(settings->render_region.isNull());
     EXPECT_EQ(consoleLines(), std::vector<std::string>{"0.036000"});
 
     EXPECT_TRUE(::exportCamera(new Quenza::SceneNodeCamera, nullptr, context()));
 }
 
-TEST_F(CameraExportTest, TagSetsExposureFNumberAndFocus) {
+TEST_F(CameraExportTest, OnlyOneIsAutofocusAndNothingIsAtNoDistance) {
     BaseContainer& tag = addCameraTag();
-    tag.SetReal(CAM_SHUTTER_SPEED, 250.0f);
-    tag.SetReal(CAM_F_NUMBER, 2.0f);
-    tag.SetBool(CAM_AUTOFOCUS, false);
-    exportCamera();
-    EXPECT_FLOAT_EQ(float(node->exposure_duration), 0.004f);
-    EXPECT_NEAR(node->aperture_radius, 4 * 0.0022233202, 4e-9);
-    EXPECT_FALSE(node->autofocus);
     for (const int32_t value : {1, 2}) {
         tag.SetLong(CAM_AUTOFOCUS, value);
         exportCamera();
         EXPECT_EQ(node->autofocus, value == 1);
     }
+    tag.SetReal(CAM_F_NUMBER, 2.0f);
     camera->SetReal(CAMERA_TARGET_DISTANCE, 0.0f);
     exportCamera();
     EXPECT_EQ(node->aperture_radius, 0.0);
@@ -146,7 +117,6 @@ TEST_F(CameraExportTest, RegionTakesItsCornersInAnyOrder) {
         {1, 10, 20, 30, 40, {10, 20, 30, 40}},
         {1, 20, 10, 40, 30, {10, 20, 30, 40}},
         {1, -5, 5, 7, 7, {-5, 5, 7, 7}},
-        {0, 10, 20, 30, 40, {}},
         {2, 10, 20, 30, 40, {}},
     };
     for (const auto& c : cases) {
@@ -168,6 +138,7 @@ TEST_F(CameraExportTest, WhitePointsAreThoseOfTheIlluminants) {
     BaseContainer& tag = addCameraTag();
     exportCamera();
     EXPECT_EQ(settings->white_point->x, 0.333333333333) << "a tag without the entry";
+    EXPECT_EQ(settings->getInt("super_sample_factor"), 1) << "a tag without the entry";
     const struct {
         int32_t value;
         double x, y;
@@ -194,41 +165,11 @@ TEST_F(CameraExportTest, WhitePointsAreThoseOfTheIlluminants) {
     }
 }
 
-TEST_F(CameraExportTest, OverlaysAndDiffractionFollowTheTag) {
-    BaseContainer& tag = addCameraTag();
-    exportCamera();
-    EXPECT_EQ(settings->getInt("super_sample_factor"), 1) << "a tag without the entry";
-    tag.SetLong(CAM_SUPER_SAMPLE_FACTOR, 3);
-    tag.SetBool(CAM_WATERMARK, true);
-    tag.SetLong(CAM_DIFFRACTION, CAM_DIFFRACTION_OFF);
-    exportCamera();
-    EXPECT_EQ(settings->getInt("super_sample_factor"), 3);
-    EXPECT_TRUE(settings->getBool("watermark"));
-    EXPECT_FALSE(settings->getBool("info_overlay"));
-    EXPECT_FALSE(settings->getBool("post_process_diffraction"));
-    tag.SetBool(CAM_WATERMARK, false);
-    tag.SetBool(CAM_INFO_OVERLAY, true);
-    tag.SetLong(CAM_DIFFRACTION, CAM_DIFFRACTION_POST_PROCESS);
-    tag.SetBool(CAM_APERTURE_DIFFRACTION, true);
-    exportCamera();
-    EXPECT_FALSE(settings->getBool("watermark"));
-    EXPECT_TRUE(settings->getBool("info_overlay"));
-    EXPECT_TRUE(settings->getBool("post_process_diffraction"));
-    EXPECT_TRUE(settings->getBool("aperture_diffraction"));
-}
-
 TEST_F(CameraExportTest, ApertureAndObstacleFollowTheTag) {
     BaseContainer& tag = addCameraTag();
-    tag.SetLong(CAM_APERTURE_BLADES, 5);
-    tag.SetReal(CAM_APERTURE_OFFSET, 0.5f);
-    tag.SetReal(CAM_APERTURE_CURVATURE, 2.5f);
-    tag.SetReal(CAM_APERTURE_ANGLE, 0.25f);
     tag.SetFilename(CAM_APERTURE_IMAGE, Filename(String("star.png")));
     const std::pair<int32_t, const char*> cases[] = {
         {CAM_APERTURE_CIRCULAR, "<circular/>"},
-        {CAM_APERTURE_GENERATED,
-         "<generated><num_blades>5</num_blades><blade_offset>0.5</blade_offset>"
-         "<blade_curvature_radius>2.5</blade_curvature_radius><start_angle>0.25</start_angle></generated>"},
         {CAM_APERTURE_FROM_IMAGE, "<image><path>star.png</path></image>"},
         {1, "<circular/>"},
     };
@@ -241,9 +182,6 @@ TEST_F(CameraExportTest, ApertureAndObstacleFollowTheTag) {
     tag.SetBool(CAM_OBSTACLE_MAP, true);
     exportCamera();
     EXPECT_EQ(node->obstacle_map_path, "element not found");
-    tag.SetFilename(CAM_OBSTACLE_MAP_FILE, Filename(String("dust.png")));
-    exportCamera();
-    EXPECT_EQ(node->obstacle_map_path, "dust.png");
 }
 
 TEST_F(CameraExportTest, LensShiftMovesTheCameraBack) {

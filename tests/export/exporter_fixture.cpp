@@ -5,7 +5,7 @@
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 #include "host/ids.h"
-#include "host/material.h"
+#include "scene/scene_node_render_settings.h"
 #include "shared/plugin_ids.h"
 
 #include <unistd.h>
@@ -74,9 +74,12 @@ BaseDocument* ExporterTest::document() const {
 BaseObject* ExporterTest::add(int32_t type, const char* name, BaseObject* parent) {
     std::unique_ptr<headless::Object> object = headless::createObject(type);
     object->name = name;
-    headless::Object& added = parent ? headless::fromHost(parent)->appendChild(std::move(object))
-                                     : host_->document()->appendObject(std::move(object));
-    return headless::toHost(&added);
+    return headless::toHost(&append(std::move(object), parent));
+}
+
+headless::Object& ExporterTest::append(std::unique_ptr<headless::Object> object, BaseObject* parent) {
+    return parent ? headless::fromHost(parent)->appendChild(std::move(object))
+                  : host_->document()->appendObject(std::move(object));
 }
 
 PolygonObject* ExporterTest::addQuad(const char* name, BaseObject* parent) {
@@ -84,9 +87,7 @@ PolygonObject* ExporterTest::addQuad(const char* name, BaseObject* parent) {
     quad->name = name;
     quad->points = {{0, 0, 0}, {0, 0, 1}, {1, 0, 1}, {1, 0, 0}};
     quad->polygons = {CPolygon(0, 1, 2, 3)};
-    headless::Object& added = parent ? headless::fromHost(parent)->appendChild(std::move(quad))
-                                     : host_->document()->appendObject(std::move(quad));
-    return static_cast<PolygonObject*>(headless::toHost(&added));
+    return static_cast<PolygonObject*>(headless::toHost(&append(std::move(quad), parent)));
 }
 
 PolygonObject* ExporterTest::addStrip(const char* name, int32_t polygonCount) {
@@ -98,7 +99,7 @@ PolygonObject* ExporterTest::addStrip(const char* name, int32_t polygonCount) {
     for (int32_t i = 0; i < polygonCount; ++i) {
         strip->polygons.emplace_back(2 * i, 2 * i + 1, 2 * i + 3, 2 * i + 2);
     }
-    return static_cast<PolygonObject*>(headless::toHost(&host_->document()->appendObject(std::move(strip))));
+    return static_cast<PolygonObject*>(headless::toHost(&append(std::move(strip), nullptr)));
 }
 
 BaseObject* ExporterTest::addCube(const char* name, BaseObject* parent) {
@@ -114,6 +115,19 @@ BaseObject* ExporterTest::addInstance(const char* name, BaseObject* link, BaseOb
 
 BaseTag* ExporterTest::addTag(BaseObject* object, int32_t type) {
     return object->MakeTag(type);
+}
+
+BaseMaterial* ExporterTest::addMaterial(int32_t type, const char* name) {
+    BaseMaterial* const material = BaseMaterial::Alloc(type);
+    material->SetName(name);
+    document()->InsertMaterial(material);
+    return material;
+}
+
+BaseContainer& ExporterTest::addVideoPost() {
+    BaseVideoPost* const videoPost = BaseVideoPost::Alloc(PLUGINID_RENDER_SETTINGS);
+    document()->GetActiveRenderData()->InsertVideoPost(videoPost);
+    return *videoPost->GetDataInstance();
 }
 
 TextureTag* ExporterTest::addTexture(BaseObject* object, const char* restriction) {
@@ -187,6 +201,16 @@ std::string ExporterTest::modelNames() const {
     std::string names;
     for (const Quenza::SceneNodeModel* const node : models()) {
         names += (names.empty() ? "" : " ") + string(node->getName());
+    }
+    return names;
+}
+
+std::vector<std::string> ExporterTest::layerNames() const {
+    std::vector<std::string> names;
+    for (const auto* const node : nodes<Quenza::SceneNodeRenderSettings>(Quenza::NODE_RENDER_SETTINGS)) {
+        for (const auto& layer : node->layer_settings) {
+            names.push_back(string(layer->name));
+        }
     }
     return names;
 }

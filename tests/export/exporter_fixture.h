@@ -3,9 +3,12 @@
 
 #include "export/scene_exporter.h"
 #include "headless/runtime/host.h"
+#include "host/material.h"
 #include "host/tag.h"
+#include "scene/ostream.h"
 #include "scene/scene_node_mesh.h"
 #include "scene/scene_node_model.h"
+#include "scene/xml_write_options.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -30,6 +33,10 @@ protected:
     BaseObject* addCube(const char* name, BaseObject* parent = nullptr);
     BaseObject* addInstance(const char* name, BaseObject* link, BaseObject* parent = nullptr);
     BaseTag* addTag(BaseObject* object, int32_t type);
+    /// Kept behind all there are.
+    BaseMaterial* addMaterial(int32_t type, const char* name = "");
+    /// The settings of a video post of the plug-in, new in the document.
+    BaseContainer& addVideoPost();
     TextureTag* addTexture(BaseObject* object, const char* restriction = "");
     /// UVW records of which each corner tells its polygon and place: (polygon + corner / 4, corner).
     UVWTag* addUvw(PolygonObject* object);
@@ -62,6 +69,7 @@ protected:
         }
         return found;
     }
+    std::vector<std::string> layerNames() const;
     std::vector<std::string> consoleLines() const { return host_->console().lines(); }
 
     struct Options {
@@ -81,6 +89,8 @@ protected:
     ExportContext& makeContext();
 
 private:
+    headless::Object& append(std::unique_ptr<headless::Object> object, BaseObject* parent);
+
     std::filesystem::path folder_;
     std::unique_ptr<headless::Host> host_;
     std::unique_ptr<ExportContext> context_;
@@ -91,4 +101,18 @@ private:
 /// A matrix that tells its numbers when a test fails.
 inline std::vector<double> numbers(const Quenza::Matrix3d& matrix) {
     return {matrix.e, matrix.e + 9};
+}
+
+/// What a part of a scene writes, on one line.
+template <class Part>
+std::string xml(const Part& part) {
+    Quenza::BufferOStream stream;
+    if constexpr (requires { part.writeToXML(stream, 0, Quenza::XMLWriteOptions()); }) {
+        part.writeToXML(stream, 0, Quenza::XMLWriteOptions());
+    } else {
+        part.writeToXML(stream, 0);
+    }
+    std::string text = stream.getBuffer().toStdString();
+    std::erase_if(text, [](char c) { return c == '\t' || c == '\n'; });
+    return text;
 }

@@ -12,15 +12,8 @@ namespace {
 /// Which materials reach the models and spheres of a scene.
 class MaterialSlots : public ExporterTest {
 protected:
-    BaseMaterial* addMaterial(const char* name, int32_t type = PLUGINID_MATERIAL) {
-        BaseMaterial* const material = BaseMaterial::Alloc(type);
-        material->SetName(name);
-        document()->InsertMaterial(material);
-        return material;
-    }
-
     void addMaterialTag(BaseObject* object, const char* material, const char* restriction = "") {
-        addTexture(object, restriction)->SetMaterial(addMaterial(material));
+        addTexture(object, restriction)->SetMaterial(addMaterial(PLUGINID_MATERIAL, material));
     }
 
     BaseObject* addSphere(const char* name, BaseObject* parent) {
@@ -80,7 +73,7 @@ TEST_F(MaterialSlots, WithoutAMaterialOfTheirOwnAreDefault) {
 }
 
 TEST_F(MaterialSlots, ShareAMaterialThatStandsOnceInTheScene) {
-    BaseMaterial* const shared = addMaterial("Shared");
+    BaseMaterial* const shared = addMaterial(PLUGINID_MATERIAL, "Shared");
     for (const char* const name : {"A", "B"}) {
         addTexture(addQuad(name))->SetMaterial(shared);
     }
@@ -94,7 +87,7 @@ TEST_F(MaterialSlots, ShareAMaterialThatStandsOnceInTheScene) {
 }
 
 TEST_F(MaterialSlots, ShowTheBlendOfAMix) {
-    BaseMaterial* const mixed = addMaterial("Mixed");
+    BaseMaterial* const mixed = addMaterial(PLUGINID_MATERIAL, "Mixed");
     mixed->GetDataInstance()->SetBool(MAT_BLEND_ENABLED, true);
     mixed->GetDataInstance()->SetBool(MAT_USE_EMISSION_SCALE, true);
     addTexture(addQuad("Quad"))->SetMaterial(mixed);
@@ -118,7 +111,7 @@ TEST_F(MaterialSlots, GiveSpheresTheMaterialThatHasNoRestriction) {
 }
 
 TEST_F(MaterialSlots, OfOtherMaterialsGetWhatTheseAreConvertedTo) {
-    BaseMaterial* const host = addMaterial("Plain", Mmaterial);
+    BaseMaterial* const host = addMaterial(Mmaterial, "Plain");
     addTexture(addQuad("Quad"))->SetMaterial(host);
     addTexture(addQuad("Again"))->SetMaterial(host);
     exportScene();
@@ -126,17 +119,6 @@ TEST_F(MaterialSlots, OfOtherMaterialsGetWhatTheseAreConvertedTo) {
     EXPECT_EQ(sceneMaterials(), "nullMat, default, Plain");
     EXPECT_EQ(document()->GetFirstMaterial(), host);
     EXPECT_EQ(host->GetNext(), nullptr);
-}
-
-TEST_F(MaterialSlots, OfALightsShapeExportNothing) {
-    PolygonObject* const shape = addQuad("Shape");
-    addMaterialTag(shape, "Unused");
-    BaseObject* const light = add(Olight, "Light");
-    light->GetDataInstance()->SetLong(LIGHT_TYPE, LIGHT_TYPE_AREA);
-    light->GetDataInstance()->SetLong(LIGHT_AREADETAILS_SHAPE, LIGHT_AREADETAILS_SHAPE_OBJECT);
-    light->GetDataInstance()->SetLink(LIGHT_AREADETAILS_OBJECT, shape);
-    exportScene();
-    EXPECT_EQ(sceneMaterials(), "nullMat, default, defaultLight");
 }
 
 } // namespace

@@ -257,15 +257,6 @@ TEST_F(MotionBlurTest, SpheresFollowTheirPath) {
     EXPECT_EQ(text(spheres[0]->keyframes), "0@5 0.3333@6 0.6667@7 1@8");
 }
 
-TEST_F(MotionBlurTest, EachBlurredObjectIsToldAlsoWithoutProgress) {
-    blur(addQuad("one"));
-    blur(addQuad("two"));
-    addQuad("three");
-    exportScene();
-    const std::vector<std::string> lines = consoleLines();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), "SceneExportObjectMotionBlurSG()"), 2);
-}
-
 TEST_F(MotionBlurTest, TheDocumentMovesOnceForEachTimeHoweverManyObjectsAreBlurred) {
     BaseObject* const group = add(Onull, "group");
     blur(group, 4.0f);
