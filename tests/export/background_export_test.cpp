@@ -154,10 +154,9 @@ TEST_F(BackgroundExportTest, TheMaterialGivesItsEmissionAlone) {
     data.SetBool(MAT_USE_EMISSION_SCALE, true);
     data.SetLong(MAT_EMISSION_SCALE_MEASURE, MAT_MEASURE_LUMINANCE);
     data.SetReal(MAT_EMISSION_SCALE_VALUE, 5000.0f);
-    const std::pair<const char*, const char*> cases[] = {
-        {"0.2 x	0.4", "3</num_values><values>0.2 0 0.4 "},
-        {"0.2", "2</num_values><values>0.1 0.1 "},
-        {"", "2</num_values><values>0.1 0.1 "}};
+    const std::pair<const char*, const char*> cases[] = {{"0.2 x\t0.4", "3</num_values><values>0.2 0 0.4 "},
+                                                         {"0.2", "2</num_values><values>0.1 0.1 "},
+                                                         {"", "2</num_values><values>0.1 0.1 "}};
     for (const auto& [values, expected] : cases) {
         data.SetString(MAT_EMISSION_TAB_VALUES, values);
         exportScene();

@@ -105,7 +105,7 @@ inline std::vector<double> numbers(const Quenza::Matrix3d& matrix) {
 
 /// What a part of a scene writes, on one line.
 template <class Part>
-std::string xml(const Part& part) {
+std::string xml(Part&& part) {
     Quenza::BufferOStream stream;
     if constexpr (requires { part.writeToXML(stream, 0, Quenza::XMLWriteOptions()); }) {
         part.writeToXML(stream, 0, Quenza::XMLWriteOptions());

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "export/exporter_fixture.h"
+#include "headless/model/document.h"
 #include "host/ids.h"
 #include "host/material.h"
 #include "scene/scene_node_material.h"
@@ -22,29 +23,24 @@ protected:
         return sphere;
     }
 
+    /// The names of some nodes with commas between.
+    template <class Nodes, class NodeOf>
+    static std::string join(const Nodes& nodes, const NodeOf& nodeOf) {
+        std::string names;
+        for (const auto& each : nodes) {
+            names += (names.empty() ? "" : ", ") + nodeOf(each)->getName().toStdString();
+        }
+        return names;
+    }
     std::string materialsOf(const char* name) const {
-        std::string names;
-        for (const auto& material : model(name)->materials) {
-            names += (names.empty() ? "" : ", ") + material->getName().toStdString();
-        }
-        return names;
+        return join(model(name)->materials, [](const auto& material) { return material; });
     }
-
     std::string sphereMaterials() const {
-        std::string names;
-        for (const auto* const sphere : nodes<Quenza::SceneNodeSphere>(Quenza::NODE_SPHERE)) {
-            names += (names.empty() ? "" : ", ") +
-                     scene().getChildByUID(sphere->material_uid)->getName().toStdString();
-        }
-        return names;
+        return join(nodes<Quenza::SceneNodeSphere>(Quenza::NODE_SPHERE),
+                    [this](const auto* sphere) { return scene().getChildByUID(sphere->material_uid); });
     }
-
     std::string sceneMaterials() const {
-        std::string names;
-        for (const auto* const node : nodes<Quenza::SceneNodeMaterial>(Quenza::NODE_MATERIAL)) {
-            names += (names.empty() ? "" : ", ") + node->getName().toStdString();
-        }
-        return names;
+        return join(nodes<Quenza::SceneNode>(Quenza::NODE_MATERIAL), [](const auto* node) { return node; });
     }
 };
 
@@ -72,20 +68,6 @@ TEST_F(MaterialSlots, WithoutAMaterialOfTheirOwnAreDefault) {
     EXPECT_EQ(materialsOf("No tag"), "default");
 }
 
-TEST_F(MaterialSlots, ShareAMaterialThatStandsOnceInTheScene) {
-    BaseMaterial* const shared = addMaterial(PLUGINID_MATERIAL, "Shared");
-    for (const char* const name : {"A", "B"}) {
-        addTexture(addQuad(name))->SetMaterial(shared);
-    }
-    addInstance("Instance", document()->GetFirstObject());
-    exportScene();
-    EXPECT_EQ(sceneMaterials(), "nullMat, default, Shared");
-    EXPECT_EQ(modelNames(), "A B A");
-    for (const Quenza::SceneNodeModel* const each : models()) {
-        EXPECT_EQ(each->materials[0]->getName().toStdString(), "Shared");
-    }
-}
-
 TEST_F(MaterialSlots, ShowTheBlendOfAMix) {
     BaseMaterial* const mixed = addMaterial(PLUGINID_MATERIAL, "Mixed");
     mixed->GetDataInstance()->SetBool(MAT_BLEND_ENABLED, true);
@@ -110,15 +92,23 @@ TEST_F(MaterialSlots, GiveSpheresTheMaterialThatHasNoRestriction) {
     EXPECT_EQ(sphereMaterials(), "Group's, Own, default, default");
 }
 
-TEST_F(MaterialSlots, OfOtherMaterialsGetWhatTheseAreConvertedTo) {
-    BaseMaterial* const host = addMaterial(Mmaterial, "Plain");
-    addTexture(addQuad("Quad"))->SetMaterial(host);
-    addTexture(addQuad("Again"))->SetMaterial(host);
-    exportScene();
-    EXPECT_EQ(materialsOf("Quad"), "Plain");
-    EXPECT_EQ(sceneMaterials(), "nullMat, default, Plain");
-    EXPECT_EQ(document()->GetFirstMaterial(), host);
-    EXPECT_EQ(host->GetNext(), nullptr);
+TEST_F(MaterialSlots, ShareAMaterialThatStandsOnceInTheSceneOrIsConvertedOnce) {
+    for (const int32_t type : {int32_t(PLUGINID_MATERIAL), int32_t(Mmaterial)}) {
+        BaseMaterial* const shared = addMaterial(type, "Shared");
+        for (const char* const name : {"A", "B"}) {
+            addTexture(addQuad(name))->SetMaterial(shared);
+        }
+        addInstance("Instance", document()->GetFirstObject());
+        exportScene();
+        EXPECT_EQ(sceneMaterials(), "nullMat, default, Shared") << type;
+        EXPECT_EQ(modelNames(), "A B A");
+        for (const Quenza::SceneNodeModel* const each : models()) {
+            EXPECT_EQ(each->materials[0]->getName().toStdString(), "Shared");
+        }
+        EXPECT_EQ(document()->GetFirstMaterial(), shared);
+        EXPECT_EQ(shared->GetNext(), nullptr);
+        host().open(std::make_unique<headless::Document>());
+    }
 }
 
 } // namespace

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "export/exporter_fixture.h"
-#include "export/mesh_hash.h"
 #include "headless/model/handles.h"
 #include "host/ids.h"
 #include "host/material.h"
 #include "shared/parameter_ids.h"
 #include "shared/plugin_ids.h"
 
-#include <cstring>
-#include <zlib.h>
+#include <functional>
 
 namespace {
 
@@ -124,6 +122,7 @@ TEST_F(PolygonExportTest, WhatChangesTheConvertedFormMakesAnotherMesh) {
         {"offset", [&] { tiling->SetReal(TEXTURETAG_OFFSETX, 0.5f); }, true},
         {"length", [&] { tiling->SetReal(TEXTURETAG_LENGTHY, 0.5f); }, true},
         {"projection", [&] { tiling->SetLong(TEXTURETAG_PROJECTION, P_FLAT); }, true},
+        {"no phong angle limit", [&] { phong->SetBool(PHONGTAG_PHONG_ANGLELIMIT, false); }, true},
         {"phong angle", [&] { phong->SetReal(PHONGTAG_PHONG_ANGLE, 0.1f); }, true},
         {"edge breaks",
          [&] { phong->SetBool(PHONGTAG_PHONG_USEEDGES, !phong->GetBool(PHONGTAG_PHONG_USEEDGES)); }, true},
@@ -138,48 +137,6 @@ TEST_F(PolygonExportTest, WhatChangesTheConvertedFormMakesAnotherMesh) {
         exportScene();
         EXPECT_EQ(meshes().size(), isAnother ? 2u : 1u) << c.what;
     }
-}
-
-TEST_F(PolygonExportTest, HashRunsOverRawArraysInOrder) {
-    PolygonObject* const object = addStrip("strip", 3);
-    TextureTag* const uvMapped = addTexture(object);
-    TextureTag* const flat = addTexture(object);
-    const UVWTag* const uvw = addUvw(object);
-    setTiling(uvMapped, 0.25f, -0.5f, 2, 3);
-    setTiling(flat, 1, 2, 3, 4);
-    flat->GetDataInstance()->SetLong(TEXTURETAG_PROJECTION, P_FLAT);
-    flat->SetMl(Matrix({1, 2, 3}, {4, 5, 6}, {7, 8, 9}, {10, 11, 12}));
-    addTag(object, Tphong)->GetDataInstance()->SetBool(PHONGTAG_PHONG_USEEDGES, true);
-    object->GetTag(Tphong)->GetDataInstance()->SetBool(PHONGTAG_PHONG_ANGLELIMIT, false);
-    object->GetTag(Tphong)->GetDataInstance()->RemoveData(PHONGTAG_PHONG_ANGLE);
-
-    std::string bytes;
-    const auto add = [&bytes](const void* data, size_t size) {
-        bytes.append(static_cast<const char*>(data), size);
-    };
-    const auto addNumber = [&add](auto value) { add(&value, 4); };
-    add(uvw->GetDataR(), 3 * 48);
-    add(object->GetPointR(), 8 * 12);
-    add(object->GetPolygonR(), 3 * 16);
-    for (const float number : {-0.25f, 0.5f, 2.0f, 3.0f}) {
-        addNumber(number);
-    }
-    addNumber(int32_t(P_UVW));
-    for (const float number : {-1.0f, -2.0f, 3.0f, 4.0f}) {
-        addNumber(number);
-    }
-    addNumber(int32_t(P_FLAT));
-    for (int i = 1; i <= 12; ++i) {
-        addNumber(float(i));
-    }
-    addNumber(int32_t(0));
-    addNumber(int32_t(1));
-    addNumber(89.0f);
-    addNumber(int32_t(1));
-    addNumber(0.01f);
-    const auto expected =
-        crc32(0, reinterpret_cast<const Bytef*>(bytes.data()), static_cast<uInt>(bytes.size()));
-    EXPECT_EQ(meshHash(object, {uvMapped, flat}, true, 0.01f), expected);
 }
 
 TEST_F(PolygonExportTest, SelectionsBecomeSlots) {
