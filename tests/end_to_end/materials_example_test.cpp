@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "end_to_end/programs.h"
+
+#include <cstdlib>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class MaterialsExample : public Programs {};
+
+/// A material of each kind, with each of its channels as a constant, a texture, a program and a baked shader.
+TEST_F(MaterialsExample, ExportsEveryKindWithEveryChannelInEveryForm) {
+    const fs::path source = QUENZA_SOURCE_DIR;
+    const fs::path scene = exportDocument((source / "examples" / "materials.json").string());
+    ASSERT_FALSE(scene.empty()) << errors;
+    EXPECT_EQ(errors, "");
+    const fs::path golden = source / "tests/end_to_end/golden/materials.txt";
+    const std::string outline =
+        replaceAll(materialOutline(scene, folder()), (source / "examples").string(), "EXAMPLES");
+    if (std::getenv("QUENZA_WRITE_GOLDEN")) {
+        writeFile(golden, outline);
+    }
+    EXPECT_EQ(outline, readFile(golden));
+}
+
+} // namespace

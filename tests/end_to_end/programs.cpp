@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "end_to_end/programs.h"
+
+#include <cstdlib>
+#include <map>
+#include <regex>
+#include <sys/wait.h>
+#include <tinyxml.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Names of nodes by their UIDs, which references are then told by.
+using NodeNames = std::map<std::string, std::string>;
+
+/// Without the white space around it, and with the line breaks and tabs in it told.
+std::string escaped(const std::string& text) {
+    const size_t start = text.find_first_not_of(" \t\r\n");
+    if (start == std::string::npos) {
+        return "";
+    }
+    const std::string trimmed = text.substr(start, text.find_last_not_of(" \t\r\n") - start + 1);
+    return replaceAll(replaceAll(trimmed, "\n", "\\n"), "\t", "\\t");
+}
+
+std::string onOneLine(const TiXmlElement& element, const NodeNames& names) {
+    std::string text = "<" + element.ValueStr() + ">";
+    for (const TiXmlNode* child = element.FirstChild(); child; child = child->NextSibling()) {
+        if (const TiXmlElement* const inner = child->ToElement()) {
+            text += onOneLine(*inner, names);
+        } else if (child->ToText()) {
+            const auto name = names.find(child->ValueStr());
+            const bool isReference = element.ValueStr().ends_with("_uid");
+            text += isReference && name != names.end() ? name->second : escaped(child->ValueStr());
+        }
+    }
+    return text + "</" + element.ValueStr() + ">";
+}
+
+std::string childText(const TiXmlElement& element, const char* name) {
+    const TiXmlElement* const child = element.FirstChildElement(name);
+    return child && child->GetText() ? child->GetText() : "";
+}
+
+} // namespace
+
+int Programs::run(const std::string& command) {
+    const fs::path outFile = folder() / "stdout";
+    const fs::path errorFile = folder() / "stderr";
+    const int status = std::system(("cd '" + folder().string() + "' && " QUENZA_BIN_DIR "/" + command +
+                                    " > '" + outFile.string() + "' 2> '" + errorFile.string() + "'")
+                                       .c_str());
+    out = readFile(outFile);
+    errors = readFile(errorFile);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+int Programs::headless(const std::string& words) {
+    return run("quenza-headless --fixed-clock '2026-11-24 09:05:07' " + words);
+}
+
+int Programs::sceneTool(const std::string& words) {
+    return run("quenza-scene " + words);
+}
+
+fs::path Programs::exportDocument(const std::string& document) {
+    const fs::path scene = folder() / ("export-" + fs::path(document).stem().string()) / "scene.qzs";
+    return headless("render '" + document + "' --to '" + scene.string() + "'") == 0 ? scene : fs::path();
+}
+
+void Programs::writeDocument(const std::string& name, const std::string& materials,
+                             const std::string& objects) const {
+    writeFile(folder() / name,
+              "{\"format\": \"quenza-headless-document\", \"version\": 1,\n\"materials\": [" + materials +
+                  "],\n\"objects\": [" + objects + "]}\n");
+}
+
+std::string materialOutline(const fs::path& scene, const fs::path& folder) {
+    TiXmlBase::SetCondenseWhiteSpace(false);
+    TiXmlDocument document;
+    EXPECT_TRUE(document.LoadFile(scene.string())) << scene;
+    const TiXmlElement* const root = document.RootElement();
+    NodeNames names;
+    for (const TiXmlElement* node = root->FirstChildElement(); node; node = node->NextSiblingElement()) {
+        names[childText(*node, "uid")] = childText(*node, "name");
+    }
+    std::string text;
+    for (const TiXmlElement* node = root->FirstChildElement(); node; node = node->NextSiblingElement()) {
+        if (node->ValueStr() != "material" && node->ValueStr() != "medium") {
+            continue;
+        }
+        text += node->ValueStr() + " " + childText(*node, "name") + "\n";
+        for (const TiXmlElement* body = node->FirstChildElement("name")->NextSiblingElement(); body;
+             body = body->NextSiblingElement()) {
+            text += "  " + body->ValueStr() +
+                    (body->FirstChildElement() ? "\n" : " " + onOneLine(*body, names) + "\n");
+            for (const TiXmlElement* part = body->FirstChildElement(); part;
+                 part = part->NextSiblingElement()) {
+                text += "    " + onOneLine(*part, names) + "\n";
+            }
+        }
+    }
+    text = std::regex_replace(text, std::regex("_[0-9]+_(?=[a-z_]+\\.jpg)"), "_N_");
+    return replaceAll(text, folder.string(), "FOLDER");
+}
