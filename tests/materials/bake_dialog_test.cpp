@@ -1,136 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "headless/model/node_types.h"
-#include "host/general.h"
-#include "host/ids.h"
-#include "host/object.h"
 #include "host/plugin_data.h"
-#include "host/tag.h"
-#include "materials/bake_checks.h"
-#include "materials/bake_command.h"
-#include "materials/channels.h"
+#include "materials/bake_dialog_fixture.h"
 
 #include <atomic>
-#include <filesystem>
 #include <thread>
 
 // Baking through the dialog, by a user who was told before what to do.
 
 namespace {
-
-constexpr int32_t BAKE_BUTTON = 10001;
-constexpr int32_t RES_X = 10011;
-constexpr int32_t RES_Y = 10012;
-constexpr int32_t FILE_FIELD = 10017;
-constexpr int32_t FILE_BUTTON = 10018;
-
-using headless::UserAction;
-
-UserAction set(int32_t gadget, const GeData& value) {
-    return {.kind = UserAction::Kind::set, .gadget = gadget, .value = value};
-}
-UserAction press(int32_t gadget) {
-    return {.kind = UserAction::Kind::press, .gadget = gadget, .value = GeData()};
-}
-UserAction close() {
-    return {.kind = UserAction::Kind::close, .value = GeData()};
-}
-UserAction look(std::function<void(GeDialog&)> use) {
-    return {.kind = UserAction::Kind::use, .value = GeData(), .use = std::move(use)};
-}
-
-class BakeDialogTest : public BakeChecks {
-protected:
-    BakeDialogTest() {
-        quad_ = PolygonObject::Alloc(4, 1);
-        const Vector corners[] = {{0, 0, 0}, {0, 1, 0}, {1, 1, 0}, {1, 0, 0}};
-        std::copy(corners, corners + 4, quad_->GetPointW());
-        quad_->GetPolygonW()[0] = CPolygon(0, 1, 2, 3);
-        quad_->SetName("Quad");
-        document()->InsertObject(quad_);
-        material_ = addMaterial("Painted", MAT_KIND_DIFFUSE);
-        tag_ = addTexture(material_, P_UVW);
-        tag_->SetBit(BIT_ACTIVE);
-    }
-
-    TextureTag* addTexture(BaseMaterial* material, int32_t projection) {
-        auto* const tag = static_cast<TextureTag*>(BaseTag::Alloc(Ttexture));
-        quad_->InsertTag(tag, quad_->GetLastTag());
-        tag->SetMaterial(material);
-        data(tag).SetLong(TEXTURETAG_PROJECTION, projection);
-        return tag;
-    }
-    /// Coordinates of the texture from its left edge to `right`.
-    UVWTag* addUVW(float right = 1.0f) {
-        UVWTag* const uvw = UVWTag::Alloc(1);
-        uvw->Set(0, {{0, 1, 0}, {0, 0, 0}, {right, 0, 0}, {right, 1, 0}});
-        quad_->InsertTag(uvw, quad_->GetLastTag());
-        return uvw;
-    }
-    BaseShader* addOn(ChannelId id, int32_t type) {
-        const Channel& target = channel(id);
-        data(material_).SetBool(target.enable, true);
-        return type == headless::Xnoise ? addNoise(material_, target.shader)
-                                        : addShader(material_, target.shader, type);
-    }
-
-    std::string output(const char* name) { return folder() + "/out/" + name; }
-    /// Opens the dialog with a file of `name` in a folder that exists, and bakes 32 x 16 pixels.
-    bool bake(const char* name = "wall.v1.png", std::vector<UserAction> before = {}) {
-        std::filesystem::create_directory(folder() + "/out");
-        std::vector<UserAction> actions = std::move(before);
-        for (UserAction& action : std::vector<UserAction>{
-                 set(FILE_FIELD, GeData(String(output(name)))), set(RES_X, GeData(int32_t{32})),
-                 set(RES_Y, GeData(int32_t{16})), press(BAKE_BUTTON), look([this](GeDialog& dialog) {
-                     if (host().dialogs().state(&dialog)->find(BAKE_BUTTON)->enabled) {
-                         ADD_FAILURE() << "the bake did not begin";
-                         host().dialogs().requestClose(&dialog);
-                     }
-                 })}) {
-            actions.push_back(std::move(action));
-        }
-        return run(std::move(actions));
-    }
-    /// The dialog closes itself behind a bake that began.
-    bool run(std::vector<UserAction> actions) {
-        host().user().addDialogActions(std::move(actions));
-        return BakeCommand().Execute(document());
-    }
-
-    std::vector<std::string> outputFiles() {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder() + "/out")) {
-            names.push_back(entry.path().filename().string());
-        }
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-    /// The copies of a bake.
-    PolygonObject* bakedObject() {
-        BaseObject* const next = quad_->GetNext();
-        return static_cast<PolygonObject*>(next ? next : quad_->GetPred());
-    }
-    BaseMaterial* bakedMaterial() {
-        for (BaseMaterial* made = document()->GetFirstMaterial(); made; made = made->GetNext()) {
-            if (made != material_ && made->GetName() == material_->GetName()) {
-                return made;
-            }
-        }
-        return nullptr;
-    }
-    /// What a channel of a material links: the image's file, else the shader's type.
-    std::string linkedBy(BaseMaterial* material, ChannelId id) {
-        auto* const shader =
-            static_cast<BaseShader*>(data(material).GetLink(channel(id).shader, document(), Xbase));
-        EXPECT_TRUE(!shader || shader->GetMaterial() == material);
-        return !shader                        ? ""
-               : shader->GetType() == Xbitmap ? data(shader).GetFilename(BITMAPSHADER_FILENAME).GetUtf8()
-                                              : std::to_string(shader->GetType());
-    }
-
-    PolygonObject* quad_;
-    BaseMaterial* material_;
-    TextureTag* tag_;
-};
 
 const char* const GADGET_KINDS[] = {"text", "button", "box", "field", "number", "choice", "group", "end"};
 
@@ -379,63 +257,6 @@ TEST_F(BakeDialogTest, ClosingWhileItBakesLeavesTheDocument) {
     EXPECT_EQ(documentText(), before);
     EXPECT_TRUE(outputFiles().empty());
     EXPECT_EQ(BakeCommand().GetState(document()), CMD_ENABLED);
-}
-
-TEST_F(BakeDialogTest, CommandsNeedOneTextureTagOfThePlugin) {
-    BakeCommand bakeCommand;
-    BakeUVWCommand uvwCommand;
-    const auto isEnabled = [&] {
-        const bool enabled = bakeCommand.GetState(document()) == CMD_ENABLED;
-        EXPECT_EQ(uvwCommand.GetState(document()) == CMD_ENABLED, enabled);
-        return enabled;
-    };
-    EXPECT_TRUE(isEnabled());
-    TextureTag* const second = addTexture(material_, P_UVW);
-    for (BaseList2D* const other :
-         {static_cast<BaseList2D*>(second), static_cast<BaseList2D*>(quad_),
-          static_cast<BaseList2D*>(material_), static_cast<BaseList2D*>(addUVW())}) {
-        other->SetBit(BIT_ACTIVE);
-        EXPECT_FALSE(isEnabled());
-        other->DelBit(BIT_ACTIVE);
-    }
-    EXPECT_TRUE(isEnabled());
-    tag_->SetMaterial(addOtherMaterial("Plain", Mmaterial));
-    EXPECT_FALSE(isEnabled());
-    tag_->SetMaterial(nullptr);
-    EXPECT_FALSE(isEnabled());
-    tag_->DelBit(BIT_ACTIVE);
-    EXPECT_FALSE(isEnabled());
-    BaseObject* const cube = BaseObject::Alloc(Ocube);
-    document()->InsertObject(cube);
-    auto* const onCube = static_cast<TextureTag*>(cube->MakeTag(Ttexture));
-    onCube->SetMaterial(material_);
-    onCube->SetBit(BIT_ACTIVE);
-    EXPECT_FALSE(isEnabled());
-    EXPECT_FALSE(bakeCommand.Execute(document()));
-    EXPECT_FALSE(uvwCommand.Execute(document()));
-    EXPECT_EQ(bakeCommand.GetState(nullptr), 0);
-}
-
-TEST_F(BakeDialogTest, TheSelectionStaysWithTheOriginal) {
-    addUVW();
-    addOn(ChannelId::ALBEDO, headless::Xnoise);
-    EXPECT_TRUE(bake());
-    EXPECT_EQ(BakeCommand().GetState(document()), CMD_ENABLED);
-}
-
-TEST_F(BakeDialogTest, TheOtherCommandMakesCoordinates) {
-    data(tag_).SetLong(TEXTURETAG_PROJECTION, P_FLAT);
-    const std::string before = documentText();
-    EXPECT_TRUE(BakeUVWCommand().Execute(document()));
-    auto* const made = static_cast<UVWTag*>(quad_->GetTag(Tuvw));
-    ASSERT_TRUE(made);
-    EXPECT_EQ(made->GetDataCount(), 1);
-    EXPECT_EQ(data(tag_).GetLong(TEXTURETAG_PROJECTION), P_UVW);
-    // A second time there is nothing to do.
-    EXPECT_TRUE(BakeUVWCommand().Execute(document()));
-    EXPECT_EQ(quad_->GetTag(Tuvw, 1), nullptr);
-    document()->DoUndo();
-    EXPECT_EQ(documentText(), before);
 }
 
 } // namespace
