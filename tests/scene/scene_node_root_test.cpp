@@ -47,13 +47,6 @@ Ref<TestNode> testNode(const char* name, u32 type = NODE_MESH, u32 uid = SceneNo
     return node;
 }
 
-TEST(SceneNodeRootTest, ClonesToNothing) {
-    testing::internal::CaptureStdout();
-    const Ref<SceneNode> copy = SceneNodeRoot().clone();
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "SceneNodeRoot::clone() not yet implemented\n");
-    EXPECT_TRUE(copy.isNull());
-}
-
 TEST(SceneNodeRootTest, FindsItsSingletons) {
     SceneNodeRoot root;
     EXPECT_TRUE(root.getBackgroundSettings().isNull());

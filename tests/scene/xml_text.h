@@ -20,6 +20,14 @@ std::string xmlText(Object& object, u32 depth = 0, const XMLWriteOptions& option
     return stream.getBuffer().toStdString();
 }
 
+/// The same on one line, without what indents it.
+template <class Object>
+std::string xmlLine(Object& object) {
+    std::string text = xmlText(object);
+    std::erase_if(text, [](char c) { return c == '\t' || c == '\n'; });
+    return text;
+}
+
 /// The message of the QuenzaException that `action` throws; "no exception" when it doesn't.
 template <class Action>
 std::string thrownText(Action&& action) {
