@@ -97,7 +97,9 @@ Physical physicalOf(const aiMaterial& source) {
     Physical physical;
     const auto metalness = numberOf(source, {METALNESS, METALNESS_OF_MAX});
     const auto glossiness = numberOf(source, {GLOSSINESS, GLOSSINESS_OF_MAX});
-    physical.metalness = std::clamp(metalness.value_or(0.0f), 0.0f, 1.0f);
+    // With a texture the factor alone, mostly 1, would make everything a metal.
+    const bool isTextured = source.GetTextureCount(aiTextureType_METALNESS) > 0;
+    physical.metalness = isTextured ? 0.0f : std::clamp(metalness.value_or(0.0f), 0.0f, 1.0f);
     physical.roughness =
         glossiness ? 1.0f - *glossiness : numberOf(source, {ROUGHNESS_OF_MAX, ROUGHNESS}).value_or(1.0f);
     physical.roughness = std::clamp(physical.roughness, 0.0f, 1.0f);
