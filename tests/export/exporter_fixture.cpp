@@ -6,6 +6,7 @@
 #include "headless/model/node_types.h"
 #include "host/ids.h"
 #include "scene/scene_node_render_settings.h"
+#include "shared/parameter_ids.h"
 #include "shared/plugin_ids.h"
 
 #include <unistd.h>
@@ -162,6 +163,12 @@ SelectionTag* ExporterTest::addSelection(PolygonObject* object, const char* name
 
 void ExporterTest::hide(BaseObject* object) const {
     headless::fromHost(object)->renderMode = MODE_OFF;
+}
+
+void ExporterTest::setInvisible(BaseObject* object, bool isInvisible) {
+    addTag(object, PLUGINID_COMPOSITING_TAG)
+        ->GetDataInstance()
+        ->SetBool(COMPOSITING_INVISIBLE_TO_CAMERA, isInvisible);
 }
 
 void ExporterTest::move(BaseObject* object, const Vector& offset) {

@@ -42,6 +42,8 @@ protected:
     UVWTag* addUvw(PolygonObject* object);
     SelectionTag* addSelection(PolygonObject* object, const char* name, const std::vector<int32_t>& polygons);
     void hide(BaseObject* object) const;
+    /// By a compositing tag of its own.
+    void setInvisible(BaseObject* object, bool isInvisible = true);
     static void move(BaseObject* object, const Vector& offset);
     static void scale(BaseObject* object, const Vector& factors);
 

@@ -293,9 +293,7 @@ TEST_F(LightExportTest, EqualLightsShareTheirMeshAndObjectsNeverShareIt) {
 
 TEST_F(LightExportTest, LightsFollowTheCompositingFlagAndSectionPlanes) {
     BaseObject* const light = addArea(LIGHT_AREADETAILS_SHAPE_DISC, {1, 1, 1});
-    addTag(light, PLUGINID_COMPOSITING_TAG)
-        ->GetDataInstance()
-        ->SetBool(COMPOSITING_INVISIBLE_TO_CAMERA, true);
+    setInvisible(light);
     InExcludeData list;
     list.InsertObject(light, 0);
     BaseContainer& plane = *add(PLUGINID_SECTION_PLANE, "plane")->GetDataInstance();

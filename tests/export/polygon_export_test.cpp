@@ -230,9 +230,7 @@ TEST_F(PolygonExportTest, ExitPortalReplacesTheModel) {
     PolygonObject* const window = addStrip("window", 3);
     addSelection(window, "one", {0});
     addTag(window, PLUGINID_EXIT_PORTAL_TAG)->GetDataInstance()->SetBool(EXIT_PORTAL_ENABLED, true);
-    addTag(window, PLUGINID_COMPOSITING_TAG)
-        ->GetDataInstance()
-        ->SetBool(COMPOSITING_INVISIBLE_TO_CAMERA, true);
+    setInvisible(window);
     BaseObject* const off = addStrip("off", 3);
     addTag(off, PLUGINID_EXIT_PORTAL_TAG)->GetDataInstance()->SetBool(EXIT_PORTAL_ENABLED, false);
     addInstance("instance", window);

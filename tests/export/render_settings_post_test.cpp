@@ -86,24 +86,22 @@ protected:
     BaseContainer& data() { return node_->data; }
     std::vector<headless::DescribedParameter> page() { return headless::describe(node()); }
 
-    /// Numbers whose own hide flag is set.
-    Ids hidden() {
+    template <class Condition>
+    Ids those(const Condition& condition) {
         Ids ids;
         for (const headless::DescribedParameter& parameter : page()) {
-            if (parameter.properties.GetBool(DESC_HIDE)) {
+            if (condition(parameter)) {
                 ids.insert(parameter.id);
             }
         }
         return ids;
     }
+    /// Numbers whose own hide flag is set.
+    Ids hidden() {
+        return those([](const auto& parameter) { return parameter.properties.GetBool(DESC_HIDE); });
+    }
     Ids disabled() {
-        Ids ids;
-        for (const headless::DescribedParameter& parameter : page()) {
-            if (!parameter.enabled) {
-                ids.insert(parameter.id);
-            }
-        }
-        return ids;
+        return those([](const auto& parameter) { return !parameter.enabled; });
     }
     std::vector<std::string> devices() {
         std::vector<std::string> names;

@@ -12,11 +12,6 @@ namespace {
 
 class TraversalTest : public ExporterTest {
 protected:
-    void setCompositing(BaseObject* object, bool isInvisible) {
-        addTag(object, PLUGINID_COMPOSITING_TAG)
-            ->GetDataInstance()
-            ->SetBool(COMPOSITING_INVISIBLE_TO_CAMERA, isInvisible);
-    }
     BaseObject* addSectionPlane(std::initializer_list<BaseObject*> objects) {
         BaseObject* const plane = add(PLUGINID_SECTION_PLANE, "plane");
         InExcludeData list;
@@ -89,8 +84,8 @@ TEST_F(TraversalTest, CompositingTagHoldsForTheBranchUntilTheNext) {
     BaseObject* const seen = addQuad("seen", inherits);
     addQuad("below", seen);
     addInstance("instance", addQuad("linked"), inherits);
-    setCompositing(hidden, true);
-    setCompositing(seen, false);
+    setInvisible(hidden, true);
+    setInvisible(seen, false);
     exportScene();
     const std::pair<const char*, bool> expected[] = {
         {"hidden", true}, {"inherits", true}, {"seen", false}, {"below", false}};

@@ -4,27 +4,21 @@
 #include "headless/documents/load_document.h"
 #include "headless/documents/save_document.h"
 #include "headless/runtime/host.h"
+#include "support/temp_dir.h"
 
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <sstream>
 
 namespace headless {
 
 inline std::string readText(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
+    return Quenza::fileBytes(file.string());
 }
 
 /// A silent host, and a folder for files that goes with the test.
 class DocumentsTest : public ::testing::Test {
 protected:
     DocumentsTest() {
-        std::string name = (std::filesystem::temp_directory_path() / "quenza-documents-XXXXXX").string();
-        folder_ = mkdtemp(name.data());
         HostOptions options;
         const auto silent = [](const std::string&) {};
         options.consoleSink = silent;
@@ -32,18 +26,13 @@ protected:
         options.statusSink = silent;
         host_ = std::make_unique<Host>(options);
     }
-    ~DocumentsTest() override {
-        host_.reset();
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
 
     void loadPlugin() { host_->loadPlugin(std::filesystem::path(QUENZA_BIN_DIR) / "cquenza.so"); }
 
-    std::string path(const std::string& name) const { return (folder_ / name).string(); }
+    std::string path(const std::string& name) const { return (folder_ / name).toStdString(); }
     std::string write(const std::string& name, const std::string& text) const {
-        std::filesystem::create_directories((folder_ / name).parent_path());
-        std::ofstream(folder_ / name, std::ios::binary) << text;
+        std::filesystem::create_directories(std::filesystem::path(path(name)).parent_path());
+        Quenza::writeBytes(folder_ / name, text);
         return path(name);
     }
 
@@ -67,7 +56,7 @@ protected:
             action();
         } catch (const DocumentError& error) {
             std::string text = error.what();
-            const std::string prefix = folder_.string() + "/";
+            const std::string prefix = folder_.path().toStdString() + "/";
             for (size_t at; (at = text.find(prefix)) != std::string::npos;) {
                 text.erase(at, prefix.size());
             }
@@ -77,7 +66,7 @@ protected:
     }
 
 private:
-    std::filesystem::path folder_;
+    const Quenza::TempDir folder_;
     std::unique_ptr<Host> host_;
 };
 

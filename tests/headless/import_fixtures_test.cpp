@@ -18,12 +18,6 @@ namespace {
 
 class FixtureImportTest : public DocumentsTest {
 protected:
-    /// Those of the package; skips the test when it isn't installed.
-    std::unique_ptr<Document> importPackaged(const std::string& file) {
-        return importModel("/usr/share/assimp/models/" + file, warnings_);
-    }
-    static bool havePackage() { return std::filesystem::exists("/usr/share/assimp/models"); }
-
     static Object* find(const Document& document, int32_t type, const std::string& name) {
         for (Object* top = document.objects().first(); top; top = top->next) {
             for (Object* object = top; object; object = object->nextInBranch(*top)) {
@@ -39,6 +33,18 @@ protected:
     std::vector<std::string> warnings_;
 };
 
+class PackagedFixtureTest : public FixtureImportTest {
+protected:
+    void SetUp() override {
+        if (!std::filesystem::exists("/usr/share/assimp/models")) {
+            GTEST_SKIP() << "the package assimp-testmodels isn't installed";
+        }
+    }
+    std::unique_ptr<Document> importPackaged(const std::string& file) {
+        return importModel("/usr/share/assimp/models/" + file, warnings_);
+    }
+};
+
 struct Place {
     const char* file;
     int32_t type;
@@ -50,10 +56,7 @@ struct Place {
 };
 
 /// By the numbers in the files, by hand: their axes and units, and the way that their format's cameras look.
-TEST_F(FixtureImportTest, StandAndLookWhereTheFileTells) {
-    if (!havePackage()) {
-        GTEST_SKIP() << "the package assimp-testmodels isn't installed";
-    }
+TEST_F(PackagedFixtureTest, StandAndLookWhereTheFileTells) {
     const Place places[] = {
         // Metres with Z up; the cameras look back along X, along X and down, turned about that axis.
         {"Collada/cameras.dae", Ocamera, "Camera", {1000, 0, 0}, {-1, 0, 0}, {0, 0, 1}},
@@ -95,10 +98,7 @@ TEST_F(FixtureImportTest, StandAndLookWhereTheFileTells) {
     }
 }
 
-TEST_F(FixtureImportTest, CamerasHaveTheLensOfTheFile) {
-    if (!havePackage()) {
-        GTEST_SKIP() << "the package assimp-testmodels isn't installed";
-    }
+TEST_F(PackagedFixtureTest, CamerasHaveTheLensOfTheFile) {
     const auto blender = importPackaged("Collada/cameras.dae");
     const Object& camera = *find(*blender, Ocamera, "Camera");
     EXPECT_NEAR(degrees(camera.data.GetReal(CAMERA_FOV)), 49.1343, 1e-3);
@@ -118,10 +118,7 @@ TEST_F(FixtureImportTest, CamerasHaveTheLensOfTheFile) {
     EXPECT_NEAR(second->data.GetReal(CAMERA_ZOOM), 1024.0f / 200.0f, 1e-4f) << "two metres across";
 }
 
-TEST_F(FixtureImportTest, MovingCamerasMoveWithTheirPivot) {
-    if (!havePackage()) {
-        GTEST_SKIP() << "the package assimp-testmodels isn't installed";
-    }
+TEST_F(PackagedFixtureTest, MovingCamerasMoveWithTheirPivot) {
     const auto document = importPackaged("3DS/TargetCameraAnim.3ds");
     Object& camera = *find(*document, Ocamera, "Camera01");
     Object& pivot = *find(*document, Onull, "Camera01 Pivot");
@@ -134,10 +131,7 @@ TEST_F(FixtureImportTest, MovingCamerasMoveWithTheirPivot) {
     EXPECT_LT((world.axisZ - forward).GetLength(), 1e-5f);
 }
 
-TEST_F(FixtureImportTest, LightsBecomeTheHostsKinds) {
-    if (!havePackage()) {
-        GTEST_SKIP() << "the package assimp-testmodels isn't installed";
-    }
+TEST_F(PackagedFixtureTest, LightsBecomeTheHostsKinds) {
     const auto document = importPackaged("Collada/lights.dae");
     EXPECT_EQ(find(*document, Olight, "Lamp")->data.GetLong(LIGHT_TYPE), LIGHT_TYPE_OMNI);
     EXPECT_EQ(find(*document, Olight, "Sun")->data.GetLong(LIGHT_TYPE), LIGHT_TYPE_DISTANT);

@@ -2,16 +2,14 @@
 // Descriptions read from folders that the tests write.
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <array>
-#include <atomic>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
 #include "headless/resources/resource_folder.h"
+#include "support/temp_dir.h"
 
 namespace headless::resources {
 namespace {
@@ -21,18 +19,9 @@ namespace fs = std::filesystem;
 /// A resource folder that lives as long as the test.
 class TestFolder {
 public:
-    TestFolder() {
-        static std::atomic<int> count = 0;
-        root_ = fs::temp_directory_path() /
-                ("quenza-resources-" + std::to_string(getpid()) + "-" + std::to_string(count++));
-    }
-    ~TestFolder() { fs::remove_all(root_); }
-    TestFolder(const TestFolder&) = delete;
-    TestFolder& operator=(const TestFolder&) = delete;
-
     void write(const std::string& name, const std::string& text) const {
-        fs::create_directories((root_ / name).parent_path());
-        std::ofstream(root_ / name, std::ios::binary) << text;
+        fs::create_directories((root() / name).parent_path());
+        Quenza::writeBytes(dir_ / name, text);
     }
 
     /// Writes the three files of a description. `entries` goes into the enum, `body` into the container.
@@ -43,22 +32,22 @@ public:
         write("strings_us/description/" + name + ".str", "STRINGTABLE " + name + " {" + labels + "}");
     }
 
-    const fs::path& root() const { return root_; }
+    fs::path root() const { return dir_.path().toStdString(); }
 
     /// An error text with the folder's own path taken out.
     std::string relative(std::string text) const {
-        const std::string prefix = root_.generic_string() + "/";
+        const std::string prefix = root().generic_string() + "/";
         for (size_t at = text.find(prefix); at != std::string::npos; at = text.find(prefix))
             text.erase(at, prefix.size());
         return text;
     }
 
     std::string errorOf(const std::string& description) const {
-        return relative(ResourceFolder(root_).loadDescription(description).error);
+        return relative(ResourceFolder(root()).loadDescription(description).error);
     }
 
 private:
-    fs::path root_;
+    const Quenza::TempDir dir_;
 };
 
 TEST(DescriptionFile, ElementsWithAllTheirProperties) {

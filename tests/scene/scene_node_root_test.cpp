@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scene/scene_node_root.h"
 
-#include "scene/scene_node_background_settings.h"
 #include "scene/scene_node_material.h"
-#include "scene/scene_node_metadata.h"
 #include "scene/scene_node_sphere.h"
 #include "scene/scene_visitor.h"
 #include "scene/xml_text.h"
@@ -45,30 +43,6 @@ Ref<TestNode> testNode(const char* name, u32 type = NODE_MESH, u32 uid = SceneNo
     node->name = name;
     node->uid = SceneNodeUID(uid);
     return node;
-}
-
-TEST(SceneNodeRootTest, FindsItsSingletons) {
-    SceneNodeRoot root;
-    EXPECT_TRUE(root.getBackgroundSettings().isNull());
-    EXPECT_EQ(root.getCameraPointer(), nullptr);
-    const Ref<SceneNodeBackgroundSettings> background = new SceneNodeBackgroundSettings;
-    const Ref<SceneNode> camera = testNode("", NODE_CAMERA);
-    const Ref<SceneNode> settings = testNode("", NODE_RENDER_SETTINGS);
-    const Ref<SceneNode> tonemapping = testNode("", NODE_TONEMAPPING);
-    for (const Ref<SceneNode>& node :
-         {Ref<SceneNode>(background), camera, settings, tonemapping, Ref<SceneNode>(new SceneNodeMaterial),
-          Ref<SceneNode>(new SceneNodeMaterial)})
-        root.addChild(node);
-    EXPECT_EQ(root.getBackgroundSettings(), background);
-    EXPECT_EQ(root.getCamera(), camera);
-    EXPECT_EQ(root.getRenderSettings(), settings);
-    EXPECT_EQ(root.getToneMappingPointer(), tonemapping.getPointer());
-    EXPECT_TRUE(root.getMetaData().isNull());
-    Vector<Ref<SceneNode>> materials;
-    root.getMaterials(materials);
-    EXPECT_EQ(materials.size(), 2u);
-    root.getMedia(materials);
-    EXPECT_EQ(materials.size(), 2u);
 }
 
 TEST(SceneNodeRootTest, ChecksForNodesThatAreTwice) {
