@@ -9,7 +9,6 @@
 #include "scene/materials/diffuse_material.h"
 #include "scene/materials/sun_sky_material.h"
 #include "scene/scene_node_background_settings.h"
-#include "scene/scene_node_render_settings.h"
 #include "scene/wavelength_dependent_param.h"
 #include "shared/light_layers.h"
 #include "shared/parameter_ids.h"

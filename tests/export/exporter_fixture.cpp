@@ -9,8 +9,6 @@
 #include "shared/parameter_ids.h"
 #include "shared/plugin_ids.h"
 
-#include <unistd.h>
-
 namespace {
 
 constexpr int32_t METRES = 2;
@@ -50,11 +48,8 @@ std::string string(const Quenza::String& text) {
 
 } // namespace
 
-ExporterTest::ExporterTest()
-    : folder_(std::filesystem::temp_directory_path() / ("quenza_export_" + std::to_string(getpid()))),
-      host_(std::make_unique<headless::Host>(quietHost())) {
+ExporterTest::ExporterTest() : host_(std::make_unique<headless::Host>(quietHost())) {
     addPluginTypes();
-    std::filesystem::create_directories(folder_);
     host_->worldPreferences().SetLong(WPREF_UNITS_BASIC, METRES);
     host_->open(std::make_unique<headless::Document>());
 }
@@ -65,7 +60,6 @@ ExporterTest::~ExporterTest() {
     root_ = nullptr;
     host_.reset();
     headless::NodeTypes::instance().removePluginTypes();
-    std::filesystem::remove_all(folder_);
 }
 
 BaseDocument* ExporterTest::document() const {
@@ -186,7 +180,7 @@ void ExporterTest::scale(BaseObject* object, const Vector& factors) {
 }
 
 ExportContext& ExporterTest::makeContext() {
-    const Filename scenePath(String((folder_ / "scene.qzs").string()));
+    const Filename scenePath(String((folder() / "scene.qzs").string()));
     context_ =
         std::make_unique<ExportContext>(document(), scenePath, nullptr, options.frame, 640, 480,
                                         options.isAnimation, options.mergeVertices, options.verbose, false);

@@ -9,6 +9,7 @@
 #include "scene/scene_node_mesh.h"
 #include "scene/scene_node_model.h"
 #include "scene/xml_write_options.h"
+#include "support/temp_dir.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -83,7 +84,7 @@ protected:
         bool overrideMaterials = false;
     } options;
 
-    const std::filesystem::path& folder() const { return folder_; }
+    std::filesystem::path folder() const { return folder_.path().toStdString(); }
     ExportContext& context() { return *context_; }
     SceneExporter& exporter() { return *exporter_; }
     headless::Host& host() { return *host_; }
@@ -93,7 +94,7 @@ protected:
 private:
     headless::Object& append(std::unique_ptr<headless::Object> object, BaseObject* parent);
 
-    std::filesystem::path folder_;
+    const Quenza::TempDir folder_;
     std::unique_ptr<headless::Host> host_;
     std::unique_ptr<ExportContext> context_;
     std::unique_ptr<SceneExporter> exporter_;

@@ -6,7 +6,6 @@
 #include "host/inexclude.h"
 #include "host/material.h"
 #include "scene/materials/diffuse_material.h"
-#include "scene/scene_node_render_settings.h"
 #include "scene/scene_node_section_plane.h"
 #include "scene/scene_node_sphere.h"
 #include "scene/wavelength_dependent_param.h"
