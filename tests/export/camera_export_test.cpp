@@ -66,6 +66,13 @@ TEST_F(CameraExportTest, OnlyOneIsAutofocusAndNothingIsAtNoDistance) {
     EXPECT_EQ(node->aperture_radius, 0.0);
 }
 
+TEST_F(CameraExportTest, WatermarkAndOverlayAreTwoThings) {
+    addCameraTag().SetBool(CAM_WATERMARK, true);
+    exportCamera();
+    EXPECT_TRUE(settings->getBool("watermark"));
+    EXPECT_FALSE(settings->getBool("info_overlay"));
+}
+
 TEST_F(CameraExportTest, ParallelViewKeepsTheLensDistance) {
     exportCamera();
     const double lensDistance = node->lens_sensor_dist;

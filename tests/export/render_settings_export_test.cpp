@@ -69,6 +69,36 @@ TEST_F(RenderSettingsExportTest, ModesSetTheirFlags) {
     }
 }
 
+TEST_F(RenderSettingsExportTest, EachFlagSetsItsKeyAlone) {
+    BaseContainer& data = addVideoPost();
+    const std::pair<int32_t, const char*> keys[] = {
+        {RS_GPU, "gpu"},
+        {RS_FOREGROUND_ALPHA, "render_foreground_alpha"},
+        {RS_LOGGING, "logging"},
+        {RS_SAVE_UNTONEMAPPED_EXR, "save_untonemapped_exr"},
+        {RS_SAVE_TONEMAPPED_EXR, "save_tonemapped_exr"},
+        {RS_SAVE_QZI, "save_qzi"},
+        {RS_SAVE_PNG, "save_png"},
+        {RS_GLASS_ACCELERATION, "glass_acceleration"},
+        {RS_VERBOSE, "verbose"},
+        {RS_AUTO_THREADS, "auto_choose_num_threads"},
+        {RS_CACHE_TREES, "cache_trees"},
+        {RS_WAIT_FOR_SLAVES, "wait_for_slave_frames_on_stop"},
+        {RS_VIGNETTING, "vignetting"},
+    };
+    for (const auto& [on, onKey] : keys) {
+        std::string set;
+        for (const auto& [id, key] : keys) {
+            data.SetBool(id, id == on);
+        }
+        for (const auto& [id, key] : keys) {
+            set += exportSettings().getBool(key) ? key : "";
+        }
+        EXPECT_EQ(set, onKey);
+        EXPECT_EQ(context().gpuRendering, on == RS_GPU);
+    }
+}
+
 TEST_F(RenderSettingsExportTest, NumbersAreKeptWithinTheirLimits) {
     BaseContainer& data = addVideoPost();
     data.SetReal(RS_HALT_TIME, 2.5f);
