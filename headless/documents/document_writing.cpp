@@ -120,6 +120,8 @@ void writeBody(const Node& node, std::initializer_list<int32_t> written, Documen
             changed.push_back(id);
         }
     }
+    // The order that reading has, whenever a plug-in set a parameter.
+    std::ranges::sort(changed);
     if (!changed.empty()) {
         constexpr size_t FIT_ON_ONE_LINE = 3;
         json.key("parameters");
