@@ -6,6 +6,8 @@
 #include "host/general.h"
 #include "materials/import_material.h"
 #include "reading/scene_parser.h"
+#include "scene/material_fields.h"
+#include "scene/scene_node_material.h"
 #include "shared/text.h"
 #include "shared/user_folder.h"
 
@@ -60,9 +62,38 @@ void showWarnings(const ImportWarnings& warnings) {
     MessageDialog(text);
 }
 
+/// Ends a scene whose materials may refer to each other in circles: counted references would keep those for
+/// ever.
+class SceneEnd {
+public:
+    explicit SceneEnd(const Quenza::SceneNodeRoot& root) : root_(root) {}
+    SceneEnd(const SceneEnd&) = delete;
+    SceneEnd& operator=(const SceneEnd&) = delete;
+    ~SceneEnd() {
+        ReferenceCutter cutter;
+        for (const Quenza::Ref<Quenza::SceneNode>& node : root_.getChildren()) {
+            auto* const material = dynamic_cast<Quenza::SceneNodeMaterial*>(node.getPointer());
+            if (material && material->material) {
+                material->material->presentFields(cutter);
+            }
+        }
+    }
+
+private:
+    class ReferenceCutter : public Quenza::MaterialFields {
+        void material(const Quenza::ReferenceElements&, Quenza::Ref<Quenza::SceneNodeMaterial>& node,
+                      Quenza::SceneNodeUID&) override {
+            node = nullptr;
+        }
+    };
+
+    const Quenza::SceneNodeRoot& root_;
+};
+
 void importFile(BaseDocument& document, const Filename& file) {
     Quenza::Ref<Quenza::SceneNodeRoot> root;
     Quenza::QuenzaModelParser().parseMaterialFile(root, toSceneString(file));
+    const SceneEnd end(*root);
     ImportWarnings warnings;
     document.StartUndo();
     importMaterials(document, *root, file.GetDirectory(), warnings);
