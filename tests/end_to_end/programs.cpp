@@ -3,7 +3,6 @@
 
 #include <cstdlib>
 #include <map>
-#include <regex>
 #include <sys/wait.h>
 #include <tinyxml.h>
 
@@ -41,6 +40,22 @@ std::string onOneLine(const TiXmlElement& element, const NodeNames& names) {
 std::string childText(const TiXmlElement& element, const char* name) {
     const TiXmlElement* const child = element.FirstChildElement(name);
     return child && child->GetText() ? child->GetText() : "";
+}
+
+/// Baked files have the clock's number between their material and their channel: "_123_albedo.jpg".
+std::string withoutBakeNumbers(std::string text) {
+    for (size_t end = text.find(".jpg"); end != std::string::npos; end = text.find(".jpg", end + 1)) {
+        const size_t behindNumber = text.find_last_not_of("abcdefghijklmnopqrstuvwxyz_", end - 1);
+        if (behindNumber == std::string::npos || text[behindNumber + 1] != '_') {
+            continue;
+        }
+        const size_t before = text.find_last_not_of("0123456789", behindNumber);
+        if (before != std::string::npos && before < behindNumber && text[before] == '_') {
+            text.replace(before + 1, behindNumber - before, "N");
+            end = text.find(".jpg", before);
+        }
+    }
+    return text;
 }
 
 } // namespace
@@ -101,6 +116,5 @@ std::string materialOutline(const fs::path& scene, const fs::path& folder) {
             }
         }
     }
-    text = std::regex_replace(text, std::regex("_[0-9]+_(?=[a-z_]+\\.jpg)"), "_N_");
-    return replaceAll(text, folder.string(), "FOLDER");
+    return replaceAll(withoutBakeNumbers(text), folder.string(), "FOLDER");
 }
