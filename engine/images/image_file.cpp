@@ -86,7 +86,24 @@ std::shared_ptr<TexelImage> taken(Value* pixels, const Decoded& decoded, float m
     return image;
 }
 
+/// Looks at the size in the header of a PNG, since the decoder calls one that it finds too large unknown.
+bool hasPlausiblePNGSize(std::string_view bytes, std::string& fault) {
+    constexpr std::string_view MAGIC = "\x89PNG\r\n\x1a\n";
+    constexpr size_t WIDTH_AT = 16, HEADER_END = 24;
+    if (bytes.substr(0, MAGIC.size()) != MAGIC || bytes.size() < HEADER_END)
+        return true;
+    const auto number = [&](size_t at) {
+        Quenza::u64 value = 0;
+        for (size_t i = 0; i < 4; ++i)
+            value = value << 8 | Quenza::u64(static_cast<unsigned char>(bytes[at + i]));
+        return value;
+    };
+    return isPlausibleSize(number(WIDTH_AT), number(WIDTH_AT + 4), bytes.size(), fault);
+}
+
 std::shared_ptr<TexelImage> decodeSimple(std::string_view bytes, std::string& fault) {
+    if (!hasPlausiblePNGSize(bytes, fault))
+        return nullptr;
     const auto* const data = reinterpret_cast<const stbi_uc*>(bytes.data());
     const int size = int(bytes.size());
     Decoded d;

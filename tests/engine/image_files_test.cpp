@@ -121,6 +121,8 @@ TEST(ImageFiles, DamagedAndBoastingFilesAreAFault) {
     EXPECT_NE(file("text"), "no fault");
     EXPECT_EQ(file(tga(65535, 65535, "")), "it has more than 67108864 pixels");
     EXPECT_EQ(file(tga(8000, 8000, "")), "it claims more pixels than its bytes can hold");
+    const std::string header("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR", 16);
+    EXPECT_EQ(file(header + std::string("\0\0\x75\x30\0\0\x75\x30", 8)), "it has more than 67108864 pixels");
     ASSERT_EQ(writeEXR((dir / "a.exr").toStdString(), gradient(12, 12)), "");
     ASSERT_EQ(writePNG((dir / "a.png").toStdString(), 40, 40, std::vector<unsigned char>(4800, 77)), "");
     for (const char* name : {"a.exr", "a.png"}) {
