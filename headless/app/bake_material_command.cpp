@@ -242,8 +242,8 @@ ExitStatus bakeMaterialCommand(Host& host, const Arguments& arguments) {
     if (images.size() < user.ticked()) {
         throw HostError(
             std::to_string(user.ticked() - images.size()) + " of " + std::to_string(user.ticked()) +
-            " channels could not be baked: a program can't be, nor can an image be written where " +
-            "nothing may be");
+            " channels could not be baked: a program can't be, nor can an image that may not be written " +
+            "there or is too large");
     }
     if (arguments.has("--hide-original")) {
         tag.object()->renderMode = MODE_OFF;

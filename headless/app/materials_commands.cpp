@@ -5,7 +5,9 @@
 #include "headless/app/plugin_numbers.h"
 #include "headless/documents/save_document.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <string_view>
 
 namespace headless {
 
@@ -20,10 +22,24 @@ std::string counted(size_t count, const std::string& thing) {
     return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
-/// The plug-in tells why it stopped on its console.
-std::string lastLine(Host& host, size_t linesBefore) {
+constexpr std::string_view TEXTURE_FAILED = "Failed to load texture from: ";
+
+std::vector<std::string> consoleLines(Host& host, size_t linesBefore) {
     const std::vector<std::string> lines = host.console().lines();
-    return lines.size() > linesBefore ? ": " + lines.back() : "";
+    return {lines.begin() + static_cast<ptrdiff_t>(linesBefore), lines.end()};
+}
+
+/// The plug-in tells why it stopped on its console. "no qzm" also follows an archive that can't be unpacked.
+std::string importFailure(const std::vector<std::string>& lines) {
+    if (lines.empty()) {
+        return "";
+    }
+    if (lines.back() != "no qzm") {
+        return ": " + lines.back();
+    }
+    const bool isUnpacked = std::ranges::none_of(
+        lines, [](const std::string& line) { return line.starts_with("Could not unpack "); });
+    return isUnpacked ? ": it is no .qzm, nor a .pqzm with one at its top" : ": it can't be unpacked";
 }
 
 } // namespace
@@ -78,7 +94,12 @@ ExitStatus importMaterialsCommand(Host& host, const Arguments& arguments) {
     const size_t linesBefore = host.console().lines().size();
     if (!host.executeCommand(IMPORT_MATERIALS)) {
         throw HostError(arguments.operands.front() + ": the materials can't be read" +
-                        lastLine(host, linesBefore));
+                        importFailure(consoleLines(host, linesBefore)));
+    }
+    for (const std::string& line : consoleLines(host, linesBefore)) {
+        if (line.starts_with(TEXTURE_FAILED)) {
+            host.errors().print("the texture " + line.substr(TEXTURE_FAILED.size()) + " was not found");
+        }
     }
     saveDocument(document, target, unit);
     std::puts((counted(countPluginMaterials(document) - before, "material") + " imported").c_str());

@@ -135,7 +135,12 @@ const std::string& JsonCursor::text() const {
     if (!value_->is_string()) {
         fail("a text is expected");
     }
-    return value_->get_ref<const std::string&>();
+    const std::string& text = value_->get_ref<const std::string&>();
+    // No text of the host has one, and the scene format can't hold it.
+    if (text.find('\0') != std::string::npos) {
+        fail("a text can't hold a zero character");
+    }
+    return text;
 }
 
 Json loadJson(const std::string& file) {

@@ -128,6 +128,12 @@ TEST_F(MaterialsCommands, ImportAddsTheMaterialsOfAFile) {
     }
     ASSERT_EQ(headless("materials import file/wall.qzm --save alone.json"), 0) << errors;
     EXPECT_EQ(readFile(folder() / "alone.json").find("Here already"), std::string::npos);
+
+    fs::remove(folder() / "file/bricks.png");
+    ASSERT_EQ(headless("materials import file/wall.qzm --save alone.json"), 0) << errors;
+    EXPECT_NE(errors.find("the texture " + (folder() / "file/bricks.png").string() + " was not found"),
+              std::string::npos)
+        << errors;
 }
 
 TEST_F(MaterialsCommands, SayWhatTheyCanNotDo) {
@@ -139,6 +145,7 @@ TEST_F(MaterialsCommands, SayWhatTheyCanNotDo) {
                      {"name": "Panel", "points": [[0, 0, 0], [0, 9, 0], [9, 9, 0]], "polygons": [[0, 1, 2]],
                       "tags": [{"type": "Texture", "material": "b"}, {"type": "Texture", "material": "c"}]})");
     writeFile(folder() / "broken.qzm", "<scenedata><material>");
+    writeFile(folder() / "broken.pqzm", "PK");
     const struct {
         const char* words;
         int status;
@@ -170,8 +177,12 @@ TEST_F(MaterialsCommands, SayWhatTheyCanNotDo) {
         {"materials bake set.json --object Panel --material Chart --to a.jpg --width 0 --save o.json", 2,
          "--width takes a whole number from 1 to 65536, not \"0\""},
         {"materials import gone.qzm --save o.json", 1, "gone.qzm: there is no such file"},
-        {"materials import set.json --save o.json", 1, "set.json: the materials can't be read: no qzm"},
-        {"materials import broken.qzm --save o.json", 1, "broken.qzm: the materials can't be read: "},
+        {"materials import set.json --save o.json", 1,
+         "set.json: the materials can't be read: it is no .qzm, nor a .pqzm with one at its top"},
+        {"materials import broken.pqzm --save o.json", 1,
+         "broken.pqzm: the materials can't be read: it can't be unpacked"},
+        {"materials import broken.qzm --save o.json", 1,
+         "broken.qzm: the materials can't be read: failed to load XML doc"},
     };
     for (const auto& [words, status, text] : cases) {
         EXPECT_EQ(headless(words), status) << words;

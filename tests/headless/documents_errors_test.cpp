@@ -80,6 +80,8 @@ TEST_F(DocumentErrorsTest, NamesThePlaceOfAFault) {
          "objects[0].render: \"maybe\" is unknown; known are on, off, default"},
         {R"("objects": [{"type": "Null", "layer": "L"}])",
          "objects[0].layer: the document has no layer \"L\""},
+        {R"("objects": [{"type": "Null", "name": "a\u0000b"}])",
+         "objects[0].name: a text can't hold a zero character"},
         {R"("objects": [{"type": "Null", "id": ""}])", "objects[0].id: an id can't be empty"},
         {R"("materials": [{"id": "a"}], "objects": [{"type": "Null", "id": "a"}])",
          "objects[0].id: id \"a\" is in use already"},
