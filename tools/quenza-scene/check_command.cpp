@@ -18,9 +18,9 @@ namespace {
 constexpr std::string_view HELP =
     R"(Reads each scene and all that it depends on, and lists every fault: what is wrong with the document or
 one of its elements, nodes that share a UID, references that lead nowhere or to the wrong type, models
-with too few materials, missing files and images that can't be read, pictures too large to draw, and meshes that don't read, index out of
-bounds or hold numbers that aren't finite. Of a render queue (.qzq) its own faults and those of its scenes
-are listed; a mesh (.obj, .ply, .qzmesh) may be named by itself.
+with too few materials, missing files and images that can't be read, pictures too large to draw, and
+meshes that don't read, index out of bounds or hold numbers that aren't finite. Of a render queue (.qzq)
+its own faults and those of its scenes are listed; a mesh (.obj, .ply, .qzmesh) may be named by itself.
 
 Reading an element stops at its first fault; the other elements are read all the same.
 
