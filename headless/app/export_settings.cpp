@@ -64,7 +64,8 @@ void exportTo(VideoPost& settings, const std::string& file) {
         throw UsageError("--to needs a file");
     }
     std::filesystem::path path = std::filesystem::absolute(platform::pathFromUtf8(file)).lexically_normal();
-    if (!path.has_filename()) {
+    std::error_code error;
+    if (!path.has_filename() || std::filesystem::is_directory(path, error)) {
         throw UsageError("--to needs a file, not the folder " + file);
     }
     if (!path.has_extension()) {
@@ -73,7 +74,6 @@ void exportTo(VideoPost& settings, const std::string& file) {
     if (path.extension() != ".qzs") {
         throw UsageError("--to writes a scene: " + file + " should end with .qzs");
     }
-    std::error_code error;
     std::filesystem::create_directories(path.parent_path(), error);
     if (error) {
         throw HostError("The folder " + platform::utf8FromPath(path.parent_path()) +

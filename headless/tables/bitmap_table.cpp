@@ -6,6 +6,7 @@
 #include <new>
 
 #include "headless/images/image_files.h"
+#include "headless/model/warnings.h"
 #include "headless/runtime/files.h"
 #include "headless/runtime/platform.h"
 
@@ -47,7 +48,11 @@ int32_t save(const BaseBitmap* bitmap, const Filename& file, int32_t filter, con
         saving.quality = settings->GetLong(JPGSAVER_QUALITY, saving.quality);
     }
     saving.greyscale = (saveBits & SAVEBIT_GREYSCALE) != 0;
-    return writeImage(platform::pathFromUtf8(file.GetUtf8()), imageOf(bitmap), saving);
+    const int32_t result = writeImage(platform::pathFromUtf8(file.GetUtf8()), imageOf(bitmap), saving);
+    if (result != IMAGERESULT_OK) {
+        warn("the image " + file.GetUtf8() + " can't be written");
+    }
+    return result;
 }
 
 int32_t getWidth(const BaseBitmap* bitmap) {

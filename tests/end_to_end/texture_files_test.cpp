@@ -154,7 +154,7 @@ TEST_F(TextureFiles, HaveLegalNamesWhateverTheMaterialIsCalled) {
 }
 
 /// A folder that can't be made costs the images in it, and no more.
-TEST_F(TextureFiles, ThatCanNotBeWrittenLeaveTheConstant) {
+TEST_F(TextureFiles, ThatCanNotBeWrittenAreToldAndLeaveTheConstant) {
     fs::create_directories(folder() / "export-set");
     writeFile(folder() / "export-set/textures.scene", "a file in the folder's place");
     writeDocument("set.json",
@@ -164,6 +164,9 @@ TEST_F(TextureFiles, ThatCanNotBeWrittenLeaveTheConstant) {
                   cube("a"));
     const fs::path scene = exportDocument("set.json");
     ASSERT_FALSE(scene.empty()) << errors;
+    EXPECT_EQ(errors, "the image " +
+                          (folder() / "export-set/textures.scene/Wall_1000000_albedo.jpg").string() +
+                          " can't be written\n");
     EXPECT_NE(materialOutline(scene, folder()).find("<albedo><constant><rgb><rgb>0.5 0.25 0.125</rgb>"),
               std::string::npos);
 }

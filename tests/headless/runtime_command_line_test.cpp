@@ -186,6 +186,9 @@ TEST_F(Settings, SendTheExportToAFile) {
               "--to writes a scene: a.png should end with .qzs");
     EXPECT_EQ(thrownMessage<UsageError>([&] { exportTo(settings, "/out/"); }),
               "--to needs a file, not the folder /out/");
+    const std::string folder = std::filesystem::temp_directory_path().string();
+    EXPECT_EQ(thrownMessage<UsageError>([&] { exportTo(settings, folder); }),
+              "--to needs a file, not the folder " + folder);
 
     exportFrames(document(), settings, parseFrameRange("10-20"));
     const BaseContainer& range = document().activeRenderData()->data;
