@@ -4,6 +4,7 @@
 #include "shared/parameter_ids.h"
 
 #include <algorithm>
+#include <cmath>
 
 using namespace Quenza;
 
@@ -37,7 +38,7 @@ void setWavelength(BaseContainer& data, int32_t id, double metres) {
     if (id == MAT_EMISSION_TAB_START || id == MAT_EMISSION_TAB_END) {
         data.SetReal(id, float(nanometres));
     } else {
-        data.SetLong(id, int32_t(std::clamp(nanometres, 0.0, 1e9) + 0.5));
+        data.SetLong(id, int32_t(std::lround(std::clamp(nanometres, 0.0, 1e9))));
     }
 }
 
