@@ -83,34 +83,34 @@ bool readPixels(OIIO::ImageInput& input, int channels, Component* pixels, size_t
 }
 
 int32_t readAlphaWith(OIIO::ImageInput& input, Image& image) {
-    const OIIO::ImageSpec& spec = input.spec();
-    const int channel = spec.alpha_channel;
-    if (spec.deep || spec.depth > 1 || channel < 0 || channel >= spec.nchannels) {
+    const auto& layout = input.spec();
+    const int channel = layout.alpha_channel;
+    if (layout.deep || layout.depth > 1 || channel < 0 || channel >= layout.nchannels) {
         return IMAGERESULT_WRONGTYPE;
     }
-    if (const int32_t result = image.init(spec.width, spec.height, 24); result != IMAGERESULT_OK) {
+    if (const int32_t result = image.init(layout.width, layout.height, 24); result != IMAGERESULT_OK) {
         return result;
     }
     if (!input.read_image(0, 0, channel, channel + 1, OIIO::TypeDesc::UINT8, image.bytes())) {
         return IMAGERESULT_FILEERROR;
     }
-    spreadGrey(image.bytes(), static_cast<size_t>(spec.width) * static_cast<size_t>(spec.height));
+    spreadGrey(image.bytes(), static_cast<size_t>(layout.width) * static_cast<size_t>(layout.height));
     return IMAGERESULT_OK;
 }
 
 int32_t readWith(OIIO::ImageInput& input, Image& image) {
-    const OIIO::ImageSpec& spec = input.spec();
-    if (spec.deep || spec.nchannels < 1 || spec.depth > 1) {
+    const auto& layout = input.spec();
+    if (layout.deep || layout.nchannels < 1 || layout.depth > 1) {
         return IMAGERESULT_WRONGTYPE;
     }
-    const bool isBytes = spec.format == OIIO::TypeDesc::UINT8;
-    if (const int32_t result = image.init(spec.width, spec.height, isBytes ? 24 : 96);
+    const bool isBytes = layout.format == OIIO::TypeDesc::UINT8;
+    if (const int32_t result = image.init(layout.width, layout.height, isBytes ? 24 : 96);
         result != IMAGERESULT_OK) {
         return result;
     }
-    const size_t count = static_cast<size_t>(spec.width) * static_cast<size_t>(spec.height);
-    const bool isRead = isBytes ? readPixels(input, spec.nchannels, image.bytes(), count)
-                                : readPixels(input, spec.nchannels, image.floats(), count);
+    const size_t count = static_cast<size_t>(layout.width) * static_cast<size_t>(layout.height);
+    const bool isRead = isBytes ? readPixels(input, layout.nchannels, image.bytes(), count)
+                                : readPixels(input, layout.nchannels, image.floats(), count);
     return isRead ? IMAGERESULT_OK : IMAGERESULT_FILEERROR;
 }
 
@@ -127,11 +127,11 @@ int32_t readFile(const fs::path& file, Image& image, ReadPart read) {
     if (!input) {
         return IMAGERESULT_WRONGTYPE;
     }
-    OIIO::ImageSpec spec;
+    OIIO::ImageSpec layout;
     OIIO::ImageSpec wishes;
     // Colours as they stand, not multiplied by alpha.
     wishes.attribute("oiio:UnassociatedAlpha", 1);
-    const bool isOpen = input->open(platform::utf8FromPath(file), spec, wishes);
+    const bool isOpen = input->open(platform::utf8FromPath(file), layout, wishes);
     const int32_t result = isOpen ? read(*input, image) : int32_t{IMAGERESULT_FILEERROR};
     static_cast<void>(input->geterror()); // Else it would be printed.
     return result;

@@ -67,13 +67,13 @@ bool writeTo(const fs::path& file, const Image& image, const Writer& writer, con
         return false;
     }
     const int channels = saving.greyscale && writer.knowsGrey ? 1 : 3;
-    OIIO::ImageSpec spec(image.width(), image.height(), channels,
-                         image.bytes() ? writer.ofBytes : writer.ofFloats);
-    spec.attribute("CompressionQuality", std::clamp(saving.quality, 0, 100));
+    OIIO::ImageSpec layout(image.width(), image.height(), channels,
+                           image.bytes() ? writer.ofBytes : writer.ofFloats);
+    layout.attribute("CompressionQuality", std::clamp(saving.quality, 0, 100));
     // Colours as sharp as the brightness: textures are looked at from near.
-    spec.attribute("jpeg:subsampling", "4:4:4");
+    layout.attribute("jpeg:subsampling", "4:4:4");
     const size_t count = static_cast<size_t>(image.width()) * static_cast<size_t>(image.height());
-    const bool isWritten = output->open(platform::utf8FromPath(file), spec) &&
+    const bool isWritten = output->open(platform::utf8FromPath(file), layout) &&
                            (image.bytes() ? writePixels(*output, image.bytes(), count,
                                                         static_cast<size_t>(channels), saving.greyscale)
                                           : writePixels(*output, image.floats(), count,
