@@ -82,8 +82,7 @@ bool readPixels(OIIO::ImageInput& input, int channels, Component* pixels, size_t
     return true;
 }
 
-int32_t readAlphaWith(OIIO::ImageInput& input, Image& image) {
-    const auto& layout = input.spec();
+int32_t readAlphaWith(OIIO::ImageInput& input, const OIIO::ImageSpec& layout, Image& image) {
     const int channel = layout.alpha_channel;
     if (layout.deep || layout.depth > 1 || channel < 0 || channel >= layout.nchannels) {
         return IMAGERESULT_WRONGTYPE;
@@ -98,8 +97,7 @@ int32_t readAlphaWith(OIIO::ImageInput& input, Image& image) {
     return IMAGERESULT_OK;
 }
 
-int32_t readWith(OIIO::ImageInput& input, Image& image) {
-    const auto& layout = input.spec();
+int32_t readWith(OIIO::ImageInput& input, const OIIO::ImageSpec& layout, Image& image) {
     if (layout.deep || layout.nchannels < 1 || layout.depth > 1) {
         return IMAGERESULT_WRONGTYPE;
     }
@@ -114,7 +112,7 @@ int32_t readWith(OIIO::ImageInput& input, Image& image) {
     return isRead ? IMAGERESULT_OK : IMAGERESULT_FILEERROR;
 }
 
-using ReadPart = int32_t (*)(OIIO::ImageInput&, Image&);
+using ReadPart = int32_t (*)(OIIO::ImageInput&, const OIIO::ImageSpec&, Image&);
 
 int32_t readFile(const fs::path& file, Image& image, ReadPart read) {
     std::error_code error;
@@ -132,7 +130,7 @@ int32_t readFile(const fs::path& file, Image& image, ReadPart read) {
     // Colours as they stand, not multiplied by alpha.
     wishes.attribute("oiio:UnassociatedAlpha", 1);
     const bool isOpen = input->open(platform::utf8FromPath(file), layout, wishes);
-    const int32_t result = isOpen ? read(*input, image) : int32_t{IMAGERESULT_FILEERROR};
+    const int32_t result = isOpen ? read(*input, layout, image) : int32_t{IMAGERESULT_FILEERROR};
     static_cast<void>(input->geterror()); // Else it would be printed.
     return result;
 }

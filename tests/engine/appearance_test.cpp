@@ -50,6 +50,14 @@ protected:
         return material;
     }
 
+    /// The picture as it stands on paper, with these columns in its left and right half.
+    static void expectQuarters(const engine::FloatImage& image, int left, int right) {
+        const double white = luminanceAt(image, left, 4);
+        EXPECT_NEAR(luminanceAt(image, right, 4) / white, 0.75, 0.06);
+        EXPECT_NEAR(luminanceAt(image, left, 11) / white, 0.5, 0.06);
+        EXPECT_NEAR(luminanceAt(image, right, 11) / white, 0.25, 0.06);
+    }
+
     TempDir folder_;
 };
 
@@ -59,10 +67,7 @@ TEST_F(Appearance, PicturesReadTheRightWayRound) {
     SceneBuilder scene;
     scene.addModel(rectangle({2, 0, 0}, {0, 0, 2}), scene.add(shining(texture(quarters()))), {0, 4, 0});
     const engine::FloatImage image = scene.render(64)[0];
-    const double white = luminanceAt(image, 4, 4);
-    EXPECT_NEAR(luminanceAt(image, 11, 4) / white, 0.75, 0.06);
-    EXPECT_NEAR(luminanceAt(image, 4, 11) / white, 0.5, 0.06);
-    EXPECT_NEAR(luminanceAt(image, 11, 11) / white, 0.25, 0.06);
+    expectQuarters(image, 4, 11);
 }
 
 TEST_F(Appearance, TexelsGoThroughThePowerAndThePolynomial) {
@@ -91,10 +96,7 @@ TEST_F(Appearance, EnvironmentMapsAreSeenFromWithin) {
     scene.setBackground(shining(shown));
     scene.camera->camera_type = SceneNodeCamera::SPHERICAL;
     const engine::FloatImage image = scene.render(16)[0];
-    const double white = luminanceAt(image, 8, 4);
-    EXPECT_NEAR(luminanceAt(image, 23, 4) / white, 0.75, 0.06);
-    EXPECT_NEAR(luminanceAt(image, 8, 11) / white, 0.5, 0.06);
-    EXPECT_NEAR(luminanceAt(image, 23, 11) / white, 0.25, 0.06);
+    expectQuarters(image, 8, 23);
 }
 
 /// Lamps that are picked by importance and lamps that paths run into by chance give the same light.
