@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Numbers of the texts in strings_us/c4d_strings.str. The plug-in asks for them by number, so they stay as they are.
+// Numbers of the texts in strings_us/c4d_strings.str, and of the dialogs in dialogs/ with their gadgets. The
+// plug-in asks for them by number, so they stay as they are.
 #ifndef QUENZA_C4D_SYMBOLS_H
 #define QUENZA_C4D_SYMBOLS_H
 
 enum {
-    // Labels of the material's numbered channels, which share one layout: label n belongs to the channel's base plus n.
+    // Labels of the material's numbered channels, which share one layout: label n belongs to the channel's
+    // base plus n.
     IDS_CHANNEL_SPECTRUM = 1,
     IDS_CHANNEL_RGB,
     IDS_CHANNEL_COLOUR,
@@ -27,6 +29,42 @@ enum {
     IDS_CHANNEL_TEXTURE_C,
     IDS_CHANNEL_VALUE,
     IDS_CHANNEL_SMOOTH = 22,
+
+    // Dialogs (IDD) and their gadgets and choices (IDC). A dialog lies in the file of its name, in small
+    // letters.
+    IDD_TONEMAPPING = 6006,
+    IDC_TONEMAP_METHOD = 6007,
+    IDC_TONEMAP_REINHARD = 6008,
+    IDC_TONEMAP_PRE_SCALE = 6009,
+    IDC_TONEMAP_POST_SCALE = 6010,
+    IDC_TONEMAP_BURN = 6011,
+    IDC_TONEMAP_LINEAR = 6012,
+    IDC_TONEMAP_SCALE = 6013,
+    IDC_TONEMAP_CAMERA = 6014,
+    IDC_TONEMAP_RESPONSE = 6015,
+    IDC_TONEMAP_FILM_ISO = 6016,
+    IDC_TONEMAP_EV_ADJUST = 6017,
+    IDC_WHITE_POINT = 6019,
+    IDC_WHITE_POINT_E = 6020,
+    IDC_WHITE_POINT_D50 = 6021,
+    IDC_WHITE_POINT_D55 = 6022,
+    IDC_WHITE_POINT_D65 = 6023,
+    IDC_WHITE_POINT_D75 = 6024,
+    IDC_WHITE_POINT_A = 6025,
+    IDC_WHITE_POINT_B = 6026,
+    IDC_WHITE_POINT_C = 6027,
+    IDC_WHITE_POINT_9300K = 6028,
+    IDC_WHITE_POINT_F2 = 6029,
+    IDC_WHITE_POINT_F7 = 6030,
+    IDC_WHITE_POINT_F11 = 6031,
+    IDC_WHITE_POINT_X = 6032,
+    IDC_WHITE_POINT_Y = 6033,
+    IDC_LAYERS = 6034,
+    IDC_LAYERS_SCROLL = 6035,
+
+    IDD_REALTIME = 6036,
+    IDC_REALTIME_AREA = 6037,
+    IDC_REALTIME_START = 6038,
 
     // Names under which the host lists the plug-ins in its menus and managers.
     IDS_RENDER_SETTINGS = 10000,
