@@ -154,6 +154,35 @@ private:
     Vector<f32> values_;
 };
 
+/// Bytes that several threads hold: a display image. It doesn't guard its content.
+class UInt8Buffer : public ThreadSafeRefCounted {
+public:
+    UInt8Buffer() = default;
+    UInt8Buffer(u32 width, u32 height, u32 bytes_per_pixel) { resize(width, height, bytes_per_pixel); }
+
+    /// All bytes are zero then.
+    void resize(u32 width, u32 height, u32 bytes_per_pixel) {
+        width_ = width;
+        height_ = height;
+        bytes_per_pixel_ = bytes_per_pixel;
+        bytes_.clear();
+        bytes_.resize(u64(width) * height * bytes_per_pixel, 0);
+    }
+
+    u32 getWidth() const { return width_; }
+    u32 getHeight() const { return height_; }
+    u32 bytesPerPixel() const { return bytes_per_pixel_; }
+    unsigned char* row(u32 y) { return bytes_.data() + u64(y) * width_ * bytes_per_pixel_; }
+    const unsigned char* row(u32 y) const { return bytes_.data() + u64(y) * width_ * bytes_per_pixel_; }
+    Vector<unsigned char>& bytes() { return bytes_; }
+
+private:
+    u32 width_ = 0;
+    u32 height_ = 0;
+    u32 bytes_per_pixel_ = 0;
+    Vector<unsigned char> bytes_;
+};
+
 /// The layers of a render, before tone mapping, and an optional alpha channel; the content of a .qzi file.
 class MasterBuffer {
 public:
