@@ -72,3 +72,16 @@ constexpr const char* NAMES[] = {
 const char* responseFunctionName(int32_t index) {
     return index >= 0 && index < int32_t(std::size(NAMES)) ? NAMES[index] : nullptr;
 }
+
+Quenza::String responseFunctionPath(int32_t index) {
+    return Quenza::String("data/camera_response_functions/") + responseFunctionName(index);
+}
+
+int32_t responseFunctionIndex(const Quenza::String& path) {
+    for (int32_t i = 0; responseFunctionName(i); ++i) {
+        if (responseFunctionPath(i) == path) {
+            return i;
+        }
+    }
+    return -1;
+}

@@ -14,15 +14,14 @@ void exportCameraMethod(SceneNodeTonemapping& node, const BaseContainer& data) {
     node.film_iso = double(data.GetReal(CAM_TONEMAP_FILM_ISO, 200.0f));
     node.ev_adjust = double(data.GetReal(CAM_TONEMAP_EV_ADJUST));
     const int32_t index = data.GetLong(CAM_TONEMAP_RESPONSE);
-    const char* const name = responseFunctionName(index);
     // Only a document that was made by hand or by a later version has such an index.
-    if (!name) {
+    if (!responseFunctionName(index)) {
         GePrint(::String("The Quenza camera tag names response function ") + LongToString(index) +
                 ", which there isn't: the default one is used.");
         return;
     }
-    // In the renderer's folder: neither copied nor looked for here, and "/" on every platform.
-    node.response_function_path = Quenza::String("data/camera_response_functions/") + name;
+    // In the renderer's folder: neither copied nor looked for here.
+    node.response_function_path = responseFunctionPath(index);
 }
 
 } // namespace
