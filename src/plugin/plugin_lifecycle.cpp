@@ -4,6 +4,7 @@
 #include "export/version.h"
 #include "host/ids.h"
 #include "host/tables.h"
+#include "plugin/menus.h"
 #include "plugin/preview_scenes.h"
 #include "plugin/registrations.h"
 #include "plugin/runtime_library.h"
@@ -66,6 +67,8 @@ bool PluginMessage(int32_t id, void* /*data*/) {
     case C4DMSG_LOAD_RESOURCES:
         return pluginState().pluginPath && GeLoadResource(*pluginState().pluginPath);
     case C4DMSG_BUILD_MENUS:
+        enhanceMaterialManagerMenu();
+        enhancePictureViewerMenu();
         return true;
     default:
         return false;
