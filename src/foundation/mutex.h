@@ -13,6 +13,8 @@ public:
     Mutex& operator=(const Mutex&) = delete;
 
     void lock() { section_.lock(); }
+    /// Takes it when no other thread holds it; false leaves it to the other.
+    bool tryLock() { return section_.try_lock(); }
     void unlock() { section_.unlock(); }
 
 private:
