@@ -100,6 +100,21 @@ void add(ContentHash& hash, const Tag& tag) {
 
 } // namespace
 
+uint64_t Fingerprints::ofNode(const Node& node) {
+    ContentHash hash;
+    if (node.kind() == NodeKind::object) {
+        const auto& object = static_cast<const Object&>(node);
+        hash.add(ofObject(object));
+        hash.addBits(object.globalMatrix());
+    } else if (node.kind() == NodeKind::tag) {
+        add(hash, static_cast<const Tag&>(node));
+    } else {
+        add(hash, node.name);
+        add(hash, node.data);
+    }
+    return hash.value();
+}
+
 uint64_t Fingerprints::ofObject(const Object& object) {
     ContentHash hash;
     hash.addBits(object.type());

@@ -13,6 +13,9 @@ namespace headless {
 /// An instance lives as long as one build: linked objects are looked at once.
 class Fingerprints {
 public:
+    /// Of a node's own values: for an object those of `ofObject` and its place in the world, else its name
+    /// and parameters, and all that a tag holds.
+    static uint64_t ofNode(const Node& node);
     /// Of the object with its parameters, tags and geometry; not of its matrix and its children.
     static uint64_t ofObject(const Object& object);
     /// The same, with all below it (there with matrices) and all objects that links lead to from there.

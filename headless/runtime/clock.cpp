@@ -85,6 +85,9 @@ DateTime Clock::now() const {
 }
 
 uint32_t Clock::milliseconds() const {
+    if (driven_) {
+        return FIXED_MILLISECONDS + static_cast<uint32_t>(driven_->now().count());
+    }
     if (fixed_) {
         return FIXED_MILLISECONDS;
     }

@@ -2,10 +2,12 @@
 #include "headless/runtime/host.h"
 
 #include <cstdlib>
+#include <thread>
 
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 #include "headless/model/warnings.h"
+#include "headless/runtime/guarded_call.h"
 #include "headless/tables/host_table.h"
 
 namespace headless {
@@ -34,13 +36,17 @@ std::optional<DateTime> fixedClock(const HostOptions& options) {
     return clock;
 }
 
+std::unique_ptr<DrivenClock> drivenClock(const HostOptions& options, MainLoop& loop) {
+    return options.drivenClock ? std::make_unique<DrivenClock>([&loop] { loop.wake(); }) : nullptr;
+}
+
 } // namespace
 
 Host::Host(HostOptions options)
     : console_(orElse(options.consoleSink, [this](const std::string& line) { terminal_.print(line); })),
       errors_(orElse(options.errorSink, [this](const std::string& line) { terminal_.printError(line); })),
       status_(orElse(options.statusSink, [this](const std::string& line) { terminal_.showStatus(line); })),
-      clock_(fixedClock(options)),
+      clock_(fixedClock(options), drivenClock(options, loop_)),
       startupPath_(options.startupPath.empty() ? platform::executablePath().parent_path()
                                                : std::move(options.startupPath)) {
     if (currentHost) {
@@ -81,8 +87,14 @@ void Host::loadPlugin(const std::filesystem::path& file) {
         errors_.print(platform::utf8FromPath(full) + ": its start failed after " +
                       std::to_string(registrations_.all().size()) + " registrations, which stay in use");
     }
-    plugin_->buildMenus();
+    buildMenus();
     loop_.runPosted();
+}
+
+void Host::buildMenus() {
+    if (plugin_) {
+        plugin_->buildMenus();
+    }
 }
 
 void Host::unloadPlugin() {
@@ -96,6 +108,7 @@ void Host::unloadPlugin() {
     loop_.runPosted();
     setActiveDocument(nullptr);
     document_.reset();
+    previewScenes_.clear();
     try {
         plugin_->end();
     } catch (const HostError& error) {
@@ -115,19 +128,24 @@ void Host::open(std::unique_ptr<Document> document) {
     document_ = std::move(document);
 }
 
-bool Host::executeCommand(int32_t id) {
+const Registration& Host::requireCommand(int32_t id) const {
     const Registration* const found = registrations_.find(id);
     if (!found || !found->command) {
         throw HostError("There is no command " + std::to_string(id) +
                         (plugin_ ? " in " + platform::utf8FromPath(plugin_->file()) : ""));
     }
-    const std::string name = "The command \"" + found->info.name.GetUtf8() + "\"";
+    return *found;
+}
+
+bool Host::executeCommand(int32_t id) {
+    const Registration& found = requireCommand(id);
+    const std::string name = "The command \"" + found.info.name.GetUtf8() + "\"";
     BaseDocument* const document = toHost(document_.get());
     try {
-        if ((found->command->GetState(document) & CMD_ENABLED) == 0) {
+        if ((found.command->GetState(document) & CMD_ENABLED) == 0) {
             throw HostError(name + " is disabled");
         }
-        const bool result = found->command->Execute(document);
+        const bool result = found.command->Execute(document);
         loop_.runPosted();
         return result;
     } catch (const HostError&) {
@@ -137,16 +155,64 @@ bool Host::executeCommand(int32_t id) {
     }
 }
 
+bool Host::restoreLayout(int32_t commandId, int32_t width, int32_t height) {
+    const Registration& found = requireCommand(commandId);
+    WindowPlace place{commandId, width, height};
+    return guardedCall(errors_, "RestoreLayout of \"" + found.info.name.GetUtf8() + "\"",
+                       [&] { return found.command->RestoreLayout(&place); });
+}
+
 bool Host::runUntil(const std::function<bool()>& done, std::chrono::milliseconds limit) {
-    bool late = false;
-    const int timer = loop_.addOneShot(limit, [&late] { late = true; });
-    bool isDone = false;
-    loop_.runUntil([&] {
-        isDone = done();
-        return isDone || late;
-    });
-    loop_.removeTimer(timer);
-    return isDone;
+    return loop_.runUntil(done, MainLoop::SteadyClock::now() + limit);
+}
+
+void Host::advance(std::chrono::milliseconds length) {
+    DrivenClock* const clock = clock_.driven();
+    if (!clock) {
+        throw HostError("The clock of this host can't be moved");
+    }
+    const DrivenClock::Time target = clock->now() + length;
+    while (true) {
+        settle();
+        const std::optional<DrivenClock::Time> wake = clock->nextWake();
+        const MainLoop::Deadline timer = loop_.nextTimer();
+        DrivenClock::Time next = wake.value_or(DrivenClock::Time::max());
+        if (timer) {
+            next = std::min(next, std::chrono::duration_cast<DrivenClock::Time>(timer->time_since_epoch()));
+        }
+        if (next > target) {
+            break;
+        }
+        clock->moveTo(next);
+        settle();
+        loop_.runDueTimers();
+    }
+    clock->moveTo(target);
+}
+
+void Host::settle() {
+    constexpr std::chrono::minutes LIMIT{2};
+    const MainLoop::Deadline deadline = MainLoop::SteadyClock::now() + LIMIT;
+    do {
+        if (!loop_.serveCallsUntil([this] { return threads_.allRest(); }, deadline)) {
+            throw HostError("A thread of the plug-in comes neither to a sleep nor to its end");
+        }
+        // This may start threads.
+        loop_.runPosted();
+    } while (!threads_.allRest());
+}
+
+void Host::sleep(std::chrono::milliseconds length) {
+    if (loop_.isMainThread()) {
+        errors_.print("GeSleep was called by the main thread, which freezes the window");
+    }
+    if (!clock_.driven()) {
+        std::this_thread::sleep_for(length);
+    } else if (loop_.isMainThread()) {
+        advance(length);
+    } else {
+        clock_.driven()->sleep(length, Thread::current());
+    }
 }
 
 void Host::interrupt() {
@@ -197,6 +263,16 @@ void Host::sendCoreMessage(int32_t id, uintptr_t parameter1, uintptr_t parameter
         message.SetVoid(BFM_CORE_PAR1, reinterpret_cast<void*>(parameter1));
         message.SetVoid(BFM_CORE_PAR2, reinterpret_cast<void*>(parameter2));
         deliverCoreMessage(id, message);
+    });
+}
+
+void Host::tellOfChange() {
+    if (changeIsOnItsWay_.exchange(true)) {
+        return;
+    }
+    loop_.post([this] {
+        changeIsOnItsWay_ = false;
+        deliverCoreMessage(EVMSG_CHANGE, BaseContainer(EVMSG_CHANGE));
     });
 }
 

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "headless/model/document.h"
+#include "headless/preview/preview_scenes.h"
 #include "headless/resources/resource_folder.h"
 #include "headless/runtime/clock.h"
 #include "headless/runtime/console.h"
@@ -13,6 +14,7 @@
 #include "headless/runtime/host_error.h"
 #include "headless/runtime/host_options.h"
 #include "headless/runtime/main_loop.h"
+#include "headless/runtime/menus.h"
 #include "headless/runtime/plugin.h"
 #include "headless/runtime/registrations.h"
 #include "headless/runtime/status_bar.h"
@@ -53,9 +55,20 @@ public:
     /// result. Throws HostError for an unknown number, a command that is disabled, or one that ends with an
     /// exception.
     bool executeCommand(int32_t id);
+    /// As at the host's next start, when the command's dialog stood open at its end: the command opens it
+    /// again at this size. False when it doesn't. Throws HostError for an unknown number.
+    bool restoreLayout(int32_t commandId, int32_t width, int32_t height);
     /// Turns the main loop until `done`, which is asked after each piece of work; false when that takes
     /// longer than `limit`.
     bool runUntil(const std::function<bool()>& done, std::chrono::milliseconds limit);
+
+    /// With HostOptions::drivenClock: moves the clock. On the way each thread of the plug-in that sleeps and
+    /// each timer comes at its time; before each step of the clock all threads have come to their next sleep
+    /// or their end, and what they asked of the main thread was done. Throws HostError for a thread that does
+    /// neither in two minutes.
+    void advance(std::chrono::milliseconds length);
+    /// GeSleep. Any thread; one of the main thread gives an error line.
+    void sleep(std::chrono::milliseconds length);
 
     /// Ctrl-C: the dialog that opened last is asked to close. Any thread.
     void interrupt();
@@ -74,6 +87,9 @@ public:
     MainLoop& loop() { return loop_; }
     Threads& threads() { return threads_; }
     Dialogs& dialogs() { return dialogs_; }
+    Menus& menus() { return menus_; }
+    /// Tells the plug-in that the menus are made, so that it adds to them; done by `loadPlugin`.
+    void buildMenus();
     Registrations& registrations() { return registrations_; }
     BaseContainer& worldPreferences() { return worldPreferences_; }
     const std::filesystem::path& startupPath() const { return startupPath_; }
@@ -90,15 +106,20 @@ public:
 
     /// Sends a core message to the message plug-ins and open dialogs, at the loop's next turn. Any thread.
     void sendCoreMessage(int32_t id, uintptr_t parameter1, uintptr_t parameter2);
+    /// Sends the core message of a change in a document, EVMSG_CHANGE; once for all changes before the loop's
+    /// next turn. Any thread.
+    void tellOfChange();
     /// Runs `task` on the main thread. False, with an error line that names `what`, when the main thread
     /// can't take it: then it isn't run. Any thread.
     bool onMainThread(const char* what, const std::function<void()>& task);
 
-    /// Scenes that the plug-in handed over for previews of its material, in their order.
-    std::vector<Filename>& previewScenes() { return previewScenes_; }
+    /// Scenes that the plug-in handed over for previews of its material.
+    PreviewScenes& previewScenes() { return previewScenes_; }
 
 private:
+    void settle();
     void deliverCoreMessage(int32_t id, const BaseContainer& message);
+    const Registration& requireCommand(int32_t id) const;
     void unloadPlugin();
 
     Terminal terminal_;
@@ -108,18 +129,20 @@ private:
     Clock clock_;
     std::filesystem::path startupPath_;
     BaseContainer worldPreferences_;
-    MainLoop loop_;
+    MainLoop loop_{clock_.driven()};
     ScriptedUser user_;
     Dialogs dialogs_{loop_, user_, status_, errors_};
-    Threads threads_{loop_, errors_};
+    Threads threads_{loop_, errors_, clock_.driven()};
     std::atomic<bool> interrupted_{false};
+    std::atomic<bool> changeIsOnItsWay_{false};
 
     std::unique_ptr<resources::ResourceFolder> resources_;
     std::unique_ptr<resources::ResourceFolder> strings_;
+    Menus menus_;
     Registrations registrations_;
     std::unique_ptr<Plugin> plugin_;
     bool started_ = false;
-    std::vector<Filename> previewScenes_;
+    PreviewScenes previewScenes_;
     std::unique_ptr<Document> document_;
 };
 

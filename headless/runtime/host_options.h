@@ -21,6 +21,8 @@ struct HostOptions {
     /// Given to the plug-in instead of the system's time. Without it QUENZA_HEADLESS_CLOCK of the environment
     /// counts, then the system's time.
     std::optional<DateTime> fixedClock;
+    /// Time stands still but for Host::advance: GeSleep, GeGetMilliSeconds and timers follow it. For tests.
+    bool drivenClock = false;
     /// The folder of the host's program; that of the running one when empty.
     std::filesystem::path startupPath;
 };

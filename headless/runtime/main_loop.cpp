@@ -5,7 +5,17 @@
 #include <exception>
 #include <utility>
 
+#include "headless/runtime/driven_clock.h"
+
 namespace headless {
+
+namespace {
+
+bool hasPassed(const MainLoop::Deadline& deadline) {
+    return deadline && MainLoop::SteadyClock::now() >= *deadline;
+}
+
+} // namespace
 
 MainLoop::Serving::Serving(MainLoop& loop) : loop_(loop) {
     const std::lock_guard lock(loop_.mutex_);
@@ -64,7 +74,7 @@ int MainLoop::addOneShot(std::chrono::milliseconds delay, Task task) {
 }
 
 int MainLoop::insertTimer(std::chrono::milliseconds interval, Task task, bool repeats) {
-    timers_.emplace(++lastTimer_, Timer{SteadyClock::now() + interval, interval, std::move(task), repeats});
+    timers_.emplace(++lastTimer_, Timer{now() + interval, interval, std::move(task), repeats});
     return lastTimer_;
 }
 
@@ -72,9 +82,16 @@ void MainLoop::removeTimer(int number) {
     timers_.erase(number);
 }
 
-void MainLoop::runUntil(const std::function<bool()>& done) {
+MainLoop::SteadyClock::time_point MainLoop::now() const {
+    return clock_ ? SteadyClock::time_point(clock_->now()) : SteadyClock::now();
+}
+
+bool MainLoop::runUntil(const std::function<bool()>& done, Deadline deadline) {
     const Serving serving(*this);
     while (!done()) {
+        if (hasPassed(deadline)) {
+            return false;
+        }
         Lock lock(mutex_);
         if (runOneCall(lock) || runOnePosted(lock)) {
             continue;
@@ -82,20 +99,24 @@ void MainLoop::runUntil(const std::function<bool()>& done) {
         lock.unlock();
         if (!runOneTimer()) {
             lock.lock();
-            waitForWork(lock);
+            waitForWork(lock, deadline);
         }
     }
+    return true;
 }
 
-void MainLoop::serveCallsUntil(const std::function<bool()>& done) {
+bool MainLoop::serveCallsUntil(const std::function<bool()>& done, Deadline deadline) {
     const Serving serving(*this);
     while (!done()) {
+        if (hasPassed(deadline)) {
+            return false;
+        }
         Lock lock(mutex_);
         if (!runOneCall(lock)) {
-            workCame_.wait(lock, [this] { return woken_ || !calls_.empty(); });
-            woken_ = false;
+            waitUntil(lock, deadline, [this] { return woken_ || !calls_.empty(); });
         }
     }
+    return true;
 }
 
 void MainLoop::runPosted() {
@@ -135,36 +156,51 @@ bool MainLoop::runOnePosted(Lock& lock) {
     return true;
 }
 
-bool MainLoop::runOneTimer() {
-    const auto now = SteadyClock::now();
+MainLoop::Deadline MainLoop::nextTimer() const {
     const auto next =
         std::ranges::min_element(timers_, {}, [](const auto& entry) { return entry.second.due; });
-    if (next == timers_.end() || next->second.due > now) {
+    return next == timers_.end() ? std::nullopt : Deadline(next->second.due);
+}
+
+void MainLoop::runDueTimers() {
+    while (runOneTimer()) {
+    }
+}
+
+bool MainLoop::runOneTimer() {
+    const auto time = now();
+    const auto next =
+        std::ranges::min_element(timers_, {}, [](const auto& entry) { return entry.second.due; });
+    if (next == timers_.end() || next->second.due > time) {
         return false;
     }
     const int number = next->first;
     const Task task = next->second.task;
     if (next->second.repeats) {
         // A timer of a nested loop may be the one that is running: it isn't due again before its interval.
-        next->second.due = now + next->second.interval;
+        next->second.due = time + next->second.interval;
     } else {
         timers_.erase(next);
     }
     task();
     if (const auto again = timers_.find(number); again != timers_.end()) {
-        again->second.due = SteadyClock::now() + again->second.interval;
+        again->second.due = now() + again->second.interval;
     }
     return true;
 }
 
-void MainLoop::waitForWork(Lock& lock) {
-    const auto hasWork = [this] { return woken_ || !posted_.empty() || !calls_.empty(); };
-    const auto next =
-        std::ranges::min_element(timers_, {}, [](const auto& entry) { return entry.second.due; });
-    if (next == timers_.end()) {
-        workCame_.wait(lock, hasWork);
+void MainLoop::waitForWork(Lock& lock, Deadline deadline) {
+    // A driven clock doesn't move while its main thread waits.
+    const Deadline timer = clock_ ? std::nullopt : nextTimer();
+    const Deadline first = timer && deadline ? std::min(timer, deadline) : timer ? timer : deadline;
+    waitUntil(lock, first, [this] { return woken_ || !posted_.empty() || !calls_.empty(); });
+}
+
+void MainLoop::waitUntil(Lock& lock, Deadline deadline, const std::function<bool()>& hasWork) {
+    if (deadline) {
+        workCame_.wait_until(lock, *deadline, hasWork);
     } else {
-        workCame_.wait_until(lock, next->second.due, hasWork);
+        workCame_.wait(lock, hasWork);
     }
     woken_ = false;
 }

@@ -9,9 +9,12 @@
 #include <functional>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 namespace headless {
+
+class DrivenClock;
 
 /// The main thread's work: what other threads posted, calls that they wait for, and timers. The thread that
 /// makes the loop is the main thread. The loop turns while `runUntil` runs, which may be nested.
@@ -19,6 +22,9 @@ class MainLoop {
 public:
     using SteadyClock = std::chrono::steady_clock;
     using Task = std::function<void()>;
+
+    /// Timers follow `clock` when there is one; it must outlive the loop.
+    explicit MainLoop(const DrivenClock* clock = nullptr) : clock_(clock) {}
 
     bool isMainThread() const { return std::this_thread::get_id() == mainThread_; }
 
@@ -40,12 +46,23 @@ public:
     /// Main thread. A timer may remove itself.
     void removeTimer(int number);
 
+    /// When something must be done at the latest, by the system's time; nothing for no limit.
+    using Deadline = std::optional<SteadyClock::time_point>;
+
     /// Main thread: does the work that comes until `done` says so, which is asked after each piece of it.
-    void runUntil(const std::function<bool()>& done);
-    /// Main thread: answers calls of other threads until `done`; posted tasks and timers wait.
-    void serveCallsUntil(const std::function<bool()>& done);
+    /// False when the deadline came first.
+    bool runUntil(const std::function<bool()>& done, Deadline deadline = std::nullopt);
+    /// Main thread: answers calls of other threads until `done`; posted tasks and timers wait. False when the
+    /// deadline came first.
+    bool serveCallsUntil(const std::function<bool()>& done, Deadline deadline = std::nullopt);
     /// Main thread: does what was posted so far, and what that posts.
     void runPosted();
+    /// Main thread: when the next timer is due, by the loop's clock.
+    Deadline nextTimer() const;
+    /// Main thread: runs the timers that are due.
+    void runDueTimers();
+    /// By the loop's clock.
+    SteadyClock::time_point now() const;
 
 private:
     /// While one lives, other threads' calls are answered.
@@ -78,8 +95,10 @@ private:
     bool runOneCall(Lock& lock);
     bool runOnePosted(Lock& lock);
     bool runOneTimer();
-    void waitForWork(Lock& lock);
+    void waitForWork(Lock& lock, Deadline deadline);
+    void waitUntil(Lock& lock, Deadline deadline, const std::function<bool()>& hasWork);
 
+    const DrivenClock* const clock_;
     const std::thread::id mainThread_ = std::this_thread::get_id();
 
     std::mutex mutex_;

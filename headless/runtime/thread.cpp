@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/runtime/thread.h"
 
+#include "headless/runtime/driven_clock.h"
 #include "headless/runtime/main_loop.h"
 
 #include <algorithm>
@@ -8,6 +9,16 @@
 #include <system_error>
 
 namespace headless {
+
+namespace {
+
+thread_local const Thread* currentThread = nullptr;
+
+} // namespace
+
+const Thread* Thread::current() {
+    return currentThread;
+}
 
 Thread::~Thread() {
     end(true);
@@ -22,6 +33,9 @@ bool Thread::start() {
         thread_.join();
     }
     breakRequested_ = false;
+    if (clock_) {
+        clock_->bind(this);
+    }
     running_ = true;
     try {
         thread_ = std::thread([this] { run(); });
@@ -34,6 +48,7 @@ bool Thread::start() {
 }
 
 void Thread::run() {
+    currentThread = this;
     try {
         plugin_.Main();
     } catch (const std::exception& error) {
@@ -47,6 +62,9 @@ void Thread::run() {
 }
 
 void Thread::end(bool wait) {
+    if (wait && clock_) {
+        clock_->release(this);
+    }
     if (wait && loop_.isMainThread()) {
         // The thread hears of its end when its calls are answered, so that it may still ask the user.
         loop_.serveCallsUntil([this] {
@@ -69,7 +87,7 @@ void Thread::join() {
 
 Thread* Threads::alloc(C4DThread& plugin) {
     const std::lock_guard lock(mutex_);
-    return threads_.emplace_back(std::make_unique<Thread>(plugin, loop_, errors_)).get();
+    return threads_.emplace_back(std::make_unique<Thread>(plugin, loop_, errors_, clock_)).get();
 }
 
 void Threads::free(Thread* thread) {
@@ -100,6 +118,13 @@ void Threads::clear() {
     std::vector<std::unique_ptr<Thread>> dying;
     const std::lock_guard lock(mutex_);
     dying.swap(threads_);
+}
+
+bool Threads::allRest() {
+    const std::lock_guard lock(mutex_);
+    return std::ranges::all_of(threads_, [this](const std::unique_ptr<Thread>& thread) {
+        return !thread->isRunning() || clock_->isAsleep(thread.get());
+    });
 }
 
 } // namespace headless

@@ -13,14 +13,16 @@
 
 namespace headless {
 
+class DrivenClock;
 class MainLoop;
 
 /// The host's side of a plug-in's thread: what a BaseThread points to. A Main that throws ends its thread
 /// with an error line.
 class Thread {
 public:
-    Thread(C4DThread& plugin, MainLoop& loop, Console& errors)
-        : plugin_(plugin), loop_(loop), errors_(errors) {}
+    /// `clock` is null when the system's time is told.
+    Thread(C4DThread& plugin, MainLoop& loop, Console& errors, DrivenClock* clock)
+        : plugin_(plugin), loop_(loop), errors_(errors), clock_(clock) {}
     Thread(const Thread&) = delete;
     Thread& operator=(const Thread&) = delete;
     /// Asks the thread to end, and waits.
@@ -32,6 +34,8 @@ public:
     /// the thread itself never waits.
     void end(bool wait);
     bool isRunning() const { return running_; }
+    /// The one that the caller runs on, or null.
+    static const Thread* current();
     /// True when the thread was asked to end, or its own TestDBreak says so.
     bool testBreak() const { return breakRequested_ || plugin_.TestDBreak(); }
 
@@ -42,6 +46,7 @@ private:
     C4DThread& plugin_;
     MainLoop& loop_;
     Console& errors_;
+    DrivenClock* const clock_;
     std::atomic<bool> running_{false};
     std::atomic<bool> breakRequested_{false};
     std::mutex mutex_;
@@ -51,7 +56,8 @@ private:
 /// All threads of the plug-in, owned here. Any thread.
 class Threads {
 public:
-    Threads(MainLoop& loop, Console& errors) : loop_(loop), errors_(errors) {}
+    Threads(MainLoop& loop, Console& errors, DrivenClock* clock)
+        : loop_(loop), errors_(errors), clock_(clock) {}
 
     Thread* alloc(C4DThread& plugin);
     void free(Thread* thread);
@@ -59,10 +65,13 @@ public:
     void endAll();
     /// Frees all, for plug-ins that didn't.
     void clear();
+    /// With a driven clock: true when each has ended, or sleeps until a time to come.
+    bool allRest();
 
 private:
     MainLoop& loop_;
     Console& errors_;
+    DrivenClock* const clock_;
     std::mutex mutex_;
     std::vector<std::unique_ptr<Thread>> threads_;
 };

@@ -2,6 +2,7 @@
 #include "headless/tables/tables.h"
 
 #include <algorithm>
+#include <exception>
 #include <thread>
 #include <zlib.h>
 
@@ -33,6 +34,10 @@ void freeResource() {
 
 uint32_t getMilliSeconds() {
     return Host::current().clock().milliseconds();
+}
+
+void sleep(uint32_t milliseconds) {
+    Host::current().sleep(std::chrono::milliseconds(milliseconds));
 }
 
 Filename getStartupPath() {
@@ -74,11 +79,16 @@ void eventAdd() {
 bool addUserPreviewScene(const Filename& scene, int32_t pluginId) {
     Host& host = Host::current();
     const Registration* const material = host.registrations().find(pluginId);
-    if (!material || material->kind != PLUGINKIND_MATERIAL || !files::exists(scene, false)) {
+    if (!material || material->kind != PLUGINKIND_MATERIAL) {
         return false;
     }
-    host.previewScenes().push_back(scene);
-    return true;
+    try {
+        host.previewScenes().add(scene.GetUtf8(), pluginId);
+        return true;
+    } catch (const std::exception& error) {
+        host.errors().print(error.what());
+        return false;
+    }
 }
 
 uint32_t calcCRC32(const void* data, size_t byteCount, uint32_t seed) {
@@ -106,6 +116,14 @@ bool unpackZip(const Filename& archive, const Filename& folder) {
     return fault.empty();
 }
 
+BaseContainer* getMenuResource(const String& /*name*/) {
+    return nullptr; // No window, no menus.
+}
+
+BaseContainer* searchMenuResource(BaseContainer* /*menu*/, const String& /*entry*/, int32_t& /*index*/) {
+    return nullptr;
+}
+
 } // namespace
 
 const GeneralTable* generalTable() {
@@ -115,6 +133,7 @@ const GeneralTable* generalTable() {
         .LoadResource = loadResource,
         .FreeResource = freeResource,
         .GetMilliSeconds = getMilliSeconds,
+        .Sleep = sleep,
         .GetStartupPath = getStartupPath,
         .GetThreadCount = getThreadCount,
         .Free = freeForHost,
@@ -135,6 +154,8 @@ const GeneralTable* generalTable() {
         .ListDirectory = files::list,
         .ExtractZip = unpackZip,
         .GenerateTexturePath = findTexture,
+        .GetMenuResource = getMenuResource,
+        .SearchMenuResource = searchMenuResource,
     };
     return &table;
 }

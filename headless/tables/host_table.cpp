@@ -22,6 +22,7 @@ const HostTable* hostTable() {
         .thread = threadTable(),
         .dialog = dialogTable(),
         .registration = registrationTable(),
+        .render = renderTable(),
     };
     return &table;
 }

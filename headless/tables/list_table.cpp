@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "headless/build/fingerprints.h"
 #include "headless/model/handles.h"
 #include "headless/tables/tables.h"
 
@@ -84,6 +85,11 @@ LinkToken* acquireLinkToken(BaseList2D* node) {
     return fromHost(node)->acquireLinkToken();
 }
 
+uint32_t getDirty(const BaseList2D* node) {
+    const uint64_t content = Fingerprints::ofNode(*fromHost(node));
+    return static_cast<uint32_t>(content ^ (content >> 32));
+}
+
 } // namespace
 
 const ListTable* listTable() {
@@ -106,6 +112,7 @@ const ListTable* listTable() {
         .Remove = removeFromList,
         .Free = freeNode,
         .AcquireLinkToken = acquireLinkToken,
+        .GetDirty = getDirty,
     };
     return &table;
 }

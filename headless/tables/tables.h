@@ -19,5 +19,6 @@ const DescriptionTable* descriptionTable();
 const ThreadTable* threadTable();
 const DialogTable* dialogTable();
 const RegistrationTable* registrationTable();
+const RenderTable* renderTable();
 
 } // namespace headless

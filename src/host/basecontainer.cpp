@@ -105,6 +105,11 @@ void BaseContainer::SetData(int32_t id, GeData data) {
     }
 }
 
+void BaseContainer::InsDataAt(int32_t index, int32_t id, GeData data) {
+    const auto place = std::clamp<ptrdiff_t>(index, 0, GetCount());
+    entries_.insert(entries_.begin() + place, {id, std::move(data)});
+}
+
 bool BaseContainer::RemoveData(int32_t id) {
     const auto found =
         std::find_if(entries_.begin(), entries_.end(), [id](const Entry& entry) { return entry.id == id; });

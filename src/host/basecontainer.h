@@ -16,6 +16,7 @@ public:
     int32_t GetCount() const { return static_cast<int32_t>(entries_.size()); }
     int32_t GetIndexId(int32_t index) const { return entries_[static_cast<size_t>(index)].id; }
     const GeData& GetIndexData(int32_t index) const { return entries_[static_cast<size_t>(index)].data; }
+    GeData& GetIndexData(int32_t index) { return entries_[static_cast<size_t>(index)].data; }
 
     /// DA_NIL for a missing number.
     int32_t GetType(int32_t id) const;
@@ -53,6 +54,8 @@ public:
     void SetLink(int32_t id, BaseList2D* value) { SetData(id, GeData(value)); }
     /// Appends without looking for the number: menus hold one number many times.
     void InsData(int32_t id, GeData data) { entries_.push_back({id, std::move(data)}); }
+    /// The same at a place: before the entry that is there now, or last for an index behind the end.
+    void InsDataAt(int32_t index, int32_t id, GeData data);
 
     bool RemoveData(int32_t id);
     void FlushAll() { entries_.clear(); }

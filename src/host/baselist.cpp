@@ -59,6 +59,10 @@ bool BaseList2D::Message(int32_t type, void* data) {
     return HostTables()->list->Message(this, type, data);
 }
 
+uint32_t BaseList2D::GetDirty() const {
+    return HostTables()->list->GetDirty(this);
+}
+
 BaseList2D* BaseList2D::GetClone() const {
     return HostTables()->list->GetClone(this);
 }

@@ -39,6 +39,8 @@ public:
     /// The plug-in's instance behind a node of a registered type, or null.
     NodeData* GetNodeData() const;
     bool Message(int32_t type, void* data = nullptr);
+    /// A number that differs after each change of the node's parameters or its place in space.
+    uint32_t GetDirty() const;
 
     /// Null when the node is on no layer.
     LayerObject* GetLayerObject() const;

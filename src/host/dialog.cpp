@@ -83,6 +83,58 @@ void GeDialog::Enable(int32_t id, bool enabled) {
     HostTables()->dialog->Enable(this, id, enabled);
 }
 
+int32_t GeDialog::Message(const BaseContainer& message, BaseContainer& result) {
+    return HostTables()->dialog->HandleMessage(this, message, result);
+}
+
+bool GeDialog::RestoreLayout(int32_t pluginId, void* secret) {
+    return HostTables()->dialog->RestoreLayout(this, pluginId, secret);
+}
+
+bool GeDialog::GroupBegin(int32_t id, int32_t columns, const String& title) {
+    return GroupBegin(id, title) && HostTables()->dialog->SetGroupColumns(this, id, columns);
+}
+
+bool GeDialog::ScrollGroupBegin(int32_t id) {
+    return HostTables()->dialog->AddGadget(this, GADGET_SCROLLGROUP_BEGIN, id, 0, 0, String());
+}
+
+bool GeDialog::AddColorField(int32_t id, int32_t width, int32_t height) {
+    return HostTables()->dialog->AddGadget(this, GADGET_COLORFIELD, id, width, height, String());
+}
+
+bool GeDialog::AddUserArea(int32_t id, int32_t width, int32_t height) {
+    return HostTables()->dialog->AddGadget(this, GADGET_USERAREA, id, width, height, String());
+}
+
+bool GeDialog::LoadDialogResource(int32_t resourceId) {
+    return HostTables()->dialog->LoadDialogResource(this, resourceId);
+}
+
+void GeDialog::LayoutFlushGroup(int32_t id) {
+    HostTables()->dialog->LayoutFlushGroup(this, id);
+}
+
+void GeDialog::LayoutChanged(int32_t id) {
+    HostTables()->dialog->LayoutChanged(this, id);
+}
+
+bool GeDialog::AttachUserArea(GeUserArea& area, int32_t gadgetId) {
+    return HostTables()->dialog->AttachUserArea(this, &area, gadgetId);
+}
+
+bool GeDialog::SetReal(int32_t id, float value, float minimum, float maximum, float step) {
+    return HostTables()->dialog->SetRange(this, id, minimum, maximum, step) && SetValue(id, GeData(value));
+}
+
+bool GeDialog::SetColorField(int32_t id, const Vector& colour, float brightness, float maximumBrightness) {
+    return HostTables()->dialog->SetColorField(this, id, colour, brightness, maximumBrightness);
+}
+
+bool GeDialog::GetColorField(int32_t id, Vector& colour, float& brightness) const {
+    return HostTables()->dialog->GetColorField(this, id, colour, brightness);
+}
+
 void MessageDialog(const String& text) {
     HostTables()->dialog->MessageDialog(text);
 }

@@ -23,6 +23,10 @@ uint32_t GeGetMilliSeconds() {
     return HostTables()->general->GetMilliSeconds();
 }
 
+void GeSleep(uint32_t milliseconds) {
+    HostTables()->general->Sleep(milliseconds);
+}
+
 Filename GeGetStartupPath() {
     return HostTables()->general->GetStartupPath();
 }

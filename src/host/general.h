@@ -15,6 +15,8 @@ bool GeLoadResource(const Filename& pluginPath);
 void GeFreeResource();
 /// Milliseconds since some fixed moment; wraps around.
 uint32_t GeGetMilliSeconds();
+/// Lets the calling thread rest for a while of the host's clock; the main thread never calls it.
+void GeSleep(uint32_t milliseconds);
 /// The folder of the host's program.
 Filename GeGetStartupPath();
 /// Number of processor threads.

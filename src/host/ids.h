@@ -200,12 +200,15 @@ enum TextureProjection : int32_t {
 };
 
 enum RenderDataParameter : int32_t {
+    RDATA_FRAMEADVANCE = 5002,
     RDATA_FRAMERATE = 5004,
     RDATA_XRES = 5008,
     RDATA_YRES = 5009,
     RDATA_FRAMESEQUENCE = 5011,
     RDATA_FRAMEFROM = 5012,
     RDATA_FRAMETO = 5013,
+    /// Number of the video post that renders; 0 and 1 are the host's own engines.
+    RDATA_RENDERENGINE = 5300,
 };
 
 enum FrameSequence : int32_t {

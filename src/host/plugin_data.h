@@ -4,6 +4,7 @@
 #include "host/description.h"
 #include "host/material.h"
 #include "host/object.h"
+#include "host/videopost.h"
 
 class BaseDraw;
 struct BaseDrawHelp;
@@ -52,7 +53,15 @@ public:
     virtual BaseObject* GetVirtualObjects(BaseObject* /*object*/, HierarchyHelp* /*help*/) { return nullptr; }
 };
 
-class VideoPostData : public NodeData {};
+class VideoPostData : public NodeData {
+public:
+    /// Called in each phase of a render that the video post takes part in, on the render's thread.
+    /// `container` holds the video post's parameters. A RenderResult.
+    virtual int32_t Execute(BaseVideoPost* /*videoPost*/, BaseContainer* /*container*/,
+                            VideoPostStruct* /*vps*/) {
+        return RENDERRESULT_OK;
+    }
+};
 
 class MaterialData : public NodeData {
 public:
@@ -93,6 +102,9 @@ public:
 
     virtual bool Execute(BaseDocument* document) = 0;
     virtual int32_t GetState(BaseDocument* /*document*/) { return CMD_ENABLED; }
+    /// The host opens again what was open when it was closed: the command opens its dialog by
+    /// GeDialog::RestoreLayout.
+    virtual bool RestoreLayout(void* /*secret*/) { return false; }
 };
 
 class MessageData {

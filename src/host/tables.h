@@ -11,10 +11,13 @@
 #include "host/general.h"
 #include "host/layer.h"
 #include "host/material.h"
+#include "host/menu.h"
 #include "host/object.h"
 #include "host/registration.h"
 #include "host/tag.h"
 #include "host/thread.h"
+#include "host/userarea.h"
+#include "host/videopost.h"
 
 struct GeneralTable {
     void (*Print)(const String& line);
@@ -22,6 +25,7 @@ struct GeneralTable {
     bool (*LoadResource)(const Filename& pluginPath);
     void (*FreeResource)();
     uint32_t (*GetMilliSeconds)();
+    void (*Sleep)(uint32_t milliseconds);
     Filename (*GetStartupPath)();
     int32_t (*GetThreadCount)();
     void (*Free)(void* memory);
@@ -43,6 +47,8 @@ struct GeneralTable {
     bool (*ExtractZip)(const Filename& archive, const Filename& folder);
     bool (*GenerateTexturePath)(const Filename& documentPath, const Filename& name, const Filename& extra,
                                 Filename* found);
+    BaseContainer* (*GetMenuResource)(const String& name);
+    BaseContainer* (*SearchMenuResource)(BaseContainer* menu, const String& entry, int32_t& index);
 };
 
 struct ListTable {
@@ -66,6 +72,7 @@ struct ListTable {
     void (*Free)(BaseList2D* node);
     /// The node's token with one more reference, which is the caller's.
     LinkToken* (*AcquireLinkToken)(BaseList2D* node);
+    uint32_t (*GetDirty)(const BaseList2D* node);
 };
 
 struct DocumentTable {
@@ -243,6 +250,12 @@ enum GadgetKind : int32_t {
     GADGET_COMBOBOX,
     GADGET_GROUP_BEGIN,
     GADGET_GROUP_END,
+    GADGET_RADIOGROUP,
+    /// Value and brightness: GetColorField.
+    GADGET_COLORFIELD,
+    GADGET_SCROLLGROUP_BEGIN,
+    GADGET_USERAREA,
+    GADGET_SEPARATOR,
 };
 
 struct DialogTable {
@@ -260,6 +273,28 @@ struct DialogTable {
     bool (*SetValue)(GeDialog* dialog, int32_t id, const GeData& value);
     bool (*GetValue)(const GeDialog* dialog, int32_t id, GeData& value);
     void (*Enable)(GeDialog* dialog, int32_t id, bool enabled);
+    bool (*LoadDialogResource)(GeDialog* dialog, int32_t resourceId);
+    /// Of a group that AddGadget has begun.
+    bool (*SetGroupColumns)(GeDialog* dialog, int32_t id, int32_t columns);
+    bool (*SetRange)(GeDialog* dialog, int32_t id, float minimum, float maximum, float step);
+    bool (*SetColorField)(GeDialog* dialog, int32_t id, const Vector& colour, float brightness,
+                          float maximumBrightness);
+    bool (*GetColorField)(const GeDialog* dialog, int32_t id, Vector& colour, float& brightness);
+    void (*LayoutFlushGroup)(GeDialog* dialog, int32_t id);
+    void (*LayoutChanged)(GeDialog* dialog, int32_t id);
+    /// The host's own handling: calls Command, Timer, CoreMessage and so on.
+    int32_t (*HandleMessage)(GeDialog* dialog, const BaseContainer& message, BaseContainer& result);
+    bool (*RestoreLayout)(GeDialog* dialog, int32_t pluginId, void* secret);
+    bool (*AttachUserArea)(GeDialog* dialog, GeUserArea* area, int32_t gadgetId);
+    void (*DetachUserArea)(GeUserArea* area);
+    int32_t (*GetAreaWidth)(const GeUserArea* area);
+    int32_t (*GetAreaHeight)(const GeUserArea* area);
+    void (*SetAreaTimer)(GeUserArea* area, int32_t milliseconds);
+    void (*RedrawArea)(GeUserArea* area);
+    void (*SetAreaPen)(GeUserArea* area, const Vector& colour);
+    void (*DrawAreaRectangle)(GeUserArea* area, int32_t x1, int32_t y1, int32_t x2, int32_t y2);
+    void (*DrawAreaBitmap)(GeUserArea* area, BaseBitmap* bitmap, int32_t wx, int32_t wy, int32_t x, int32_t y,
+                           int32_t width, int32_t height);
     void (*MessageDialog)(const String& text);
     bool (*QuestionDialog)(const String& text);
 };
@@ -282,6 +317,18 @@ struct RegistrationTable {
     bool (*RegisterCustomGui)(const PluginInfo& info, CustomGuiData* data);
 };
 
+struct RenderTable {
+    VPBuffer* (*GetBuffer)(const Render* render);
+    bool (*GetRegion)(const Render* render, int32_t& kind, int32_t& from, int32_t& to);
+    int32_t (*GetWidth)(const VPBuffer* buffer);
+    int32_t (*GetHeight)(const VPBuffer* buffer);
+    int32_t (*GetBytesPerPixel)(const VPBuffer* buffer);
+    bool (*SetLine)(VPBuffer* buffer, int32_t x, int32_t y, int32_t count, const uint8_t* pixels);
+    void (*SetChanged)(VPBuffer* buffer);
+    int32_t (*RenderDocument)(BaseDocument* document, const BaseContainer& settings, BaseBitmap* bitmap,
+                              int32_t flags, BaseThread* thread);
+};
+
 /// The root. The version comes first, so that a host of any age can be asked for it.
 struct HostTable {
     int32_t apiVersion;
@@ -298,6 +345,7 @@ struct HostTable {
     const ThreadTable* thread;
     const DialogTable* dialog;
     const RegistrationTable* registration;
+    const RenderTable* render;
 };
 
 /// The tables in use. Null until SetHostTables was called.
