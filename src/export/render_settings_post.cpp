@@ -5,11 +5,10 @@
 #include "host/general.h"
 #include "host/ids.h"
 #include "shared/described_data.h"
+#include "shared/main_thread_message.h"
 #include "shared/parameter_ids.h"
 #include "shared/plugin_ids.h"
 #include "shared/plugin_state.h"
-
-#include <memory>
 
 namespace {
 
@@ -137,9 +136,7 @@ void warnOfDarkBackground(const BaseList2D* background) {
     if (!background || background->GetDataInstance()->GetBool(MAT_EMISSION_ENABLED)) {
         return;
     }
-    // The message plug-in shows and frees the text on the main thread.
-    auto text = std::make_unique<String>("Warning:\nBackground materials must have emission enabled.");
-    SpecialEventAdd(PLUGINID_MESSAGE, 1, reinterpret_cast<uintptr_t>(text.release()));
+    showOnMainThread("Warning:\nBackground materials must have emission enabled.");
 }
 
 } // namespace

@@ -14,15 +14,14 @@ String quoted(const Filename& path) {
     return String("\"") + path.GetString() + "\"";
 }
 
-/// New at each run: it comes from the timer alone, not from the document.
+} // namespace
+
 int32_t randomSeed() {
     Random random;
     random.Init(GeGetMilliSeconds());
     const double part = random.Get01();
     return static_cast<int32_t>(static_cast<uint32_t>(std::floor(part * GeGetMilliSeconds())));
 }
-
-} // namespace
 
 String buildLaunchArguments(const Filename& sceneFile, const LaunchOptions& options, int32_t seed) {
     String arguments = String(" -seed ") + LongToString(seed);

@@ -15,6 +15,9 @@ struct LaunchOptions {
     Filename outputFile;
 };
 
+/// A seed that differs from run to run: it comes from the host's timer alone, not from the document.
+int32_t randomSeed();
+
 /// The renderer's arguments, each with its leading blank. Paths stand in double quotes and aren't escaped.
 String buildLaunchArguments(const Filename& sceneFile, const LaunchOptions& options, int32_t seed);
 
