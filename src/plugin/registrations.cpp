@@ -3,7 +3,6 @@
 
 #include "export/objects/instance_object.h"
 #include "export/objects/section_plane_object.h"
-#include "export/render_settings_post.h"
 #include "export/tags/camera_tag.h"
 #include "export/tags/compositing_tag.h"
 #include "export/tags/exit_portal_tag.h"
@@ -22,9 +21,14 @@
 #include "materials/qsl_program_shader.h"
 #include "materials/quenza_material.h"
 #include "materials/string_gui.h"
+#include "plugin/about_command.h"
+#include "plugin/create_instances_command.h"
 #include "plugin/message_plugin.h"
 #include "plugin/separator_command.h"
 #include "render/render_command.h"
+#include "render/render_control_commands.h"
+#include "render/tonemapping_command.h"
+#include "render/video_post.h"
 #include "shared/plugin_ids.h"
 
 #include <memory>
@@ -90,6 +94,13 @@ constexpr Row commandRow(int32_t id, int32_t nameId, const char* help, const cha
     return {Kind::COMMAND, id, nameId, "", "", help, icon, info, true, nullptr, makeCommand<Data>, nullptr};
 }
 
+/// A command of the Picture Viewer's menu.
+template <typename Data>
+constexpr Row pictureCommandRow(int32_t id, const char* literalName, const char* help, const char* icon) {
+    return {Kind::COMMAND, id,    0,       literalName,       "",     help, icon,
+            0x20000000,    false, nullptr, makeCommand<Data>, nullptr};
+}
+
 template <typename Data>
 constexpr Row shaderRow(int32_t id, int32_t nameId, const char* literalName, const char* description) {
     return {Kind::SHADER, id, nameId, literalName,    description, "",
@@ -106,16 +117,27 @@ constexpr Row ROWS[] = {
     commandRow<BakeUVWCommand>(PLUGINID_BAKE_UVW_COMMAND, 10023, "Bake UVW Tag of Quenza Material",
                                "About.tif", 0),
     commandRow<BakeCommand>(PLUGINID_BAKE_COMMAND, 10022, "Bake Material on Object", "About.tif", 0),
+    commandRow<AboutCommand>(PLUGINID_ABOUT_COMMAND, 10005, "About", "About.tif", 0),
     commandRow<ConvertMaterialsCommand>(PLUGINID_CONVERT_COMMAND, 10010, "Convert Materials",
                                         "ConvertMats.tif", 0),
     commandRow<ImportMaterialsCommand>(PLUGINID_IMPORT_COMMAND, 10014, "Import .qzm", "Export.tif", 0),
     commandRow<RenderCommand>(PLUGINID_RENDER_COMMAND, 10020, "Render with Quenza", "Export.tif", 0),
+    commandRow<CreateInstancesCommand>(PLUGINID_CREATE_INSTANCES_COMMAND, 10011, "Creates Instances",
+                                       "instance.tif", 0x20000000),
     commandRow<NewMaterialCommand>(PLUGINID_NEW_MATERIAL_COMMAND, 10024, "New Quenza Material",
                                    "materialhelper.tif", 0x10000000),
+    pictureCommandRow<ResumeCommand>(PLUGINID_RESUME_COMMAND, "Resume Rendering", "Quenza Resume Rendering",
+                                     "resume.tif"),
+    pictureCommandRow<PauseCommand>(PLUGINID_PAUSE_COMMAND, "Pause Rendering", "Quenza Pause Rendering",
+                                    "pause.tif"),
+    pictureCommandRow<UpdateImageCommand>(PLUGINID_UPDATE_IMAGE_COMMAND, "Update Image",
+                                          "Quenza Update Image", "convertmats.tif"),
+    pictureCommandRow<TonemappingCommand>(PLUGINID_TONEMAPPING_COMMAND, "Quenza Tonemapping",
+                                          "Quenza Interactive Tonemapping Dialog", "tonemapping.tif"),
     objectRow<InstanceObject>(PLUGINID_INSTANCE, 10011, "Oquenzainstance", "instance.tif", 0x20000004),
     objectRow<SectionPlaneObject>(PLUGINID_SECTION_PLANE, 10026, "Oquenzasectionplane", "instance.tif", 0),
     {Kind::VIDEO_POST, PLUGINID_RENDER_SETTINGS, 10000, "", "oquenzarendersettings", "", "", 8, true,
-     makeNode<RenderSettingsPost>, nullptr, nullptr, 100},
+     makeNode<RenderSettingsVideoPost>, nullptr, nullptr, 100},
     {Kind::COMMAND, PLUGINID_MENU_SEPARATOR, 0, "#$3 --", "", "", "", 0, false, nullptr,
      makeCommand<SeparatorCommand>, nullptr},
     {Kind::CUSTOM_GUI, PLUGINID_STRING_GUI, 0, "My String GUI", "", "", "", 0, false, nullptr, nullptr,
