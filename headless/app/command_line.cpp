@@ -59,6 +59,24 @@ constexpr std::string_view IMPORT_NOTES =
     R"(As the plug-in's command "Import .qzm". What can't be taken over is told on standard error. A .pqzm
 is unpacked below the plug-in's folder of the user's application data; its textures stay there.)";
 
+std::vector<OptionSpec> previewOptions() {
+    return {
+        {"--material", "NAME",
+         "A material of the plug-in (needed); \"*\" for all, and can be given\nagain: images of several are "
+         "called "
+         "after them, OUT_NAME.png",
+         true},
+        {"--image", "OUT.png", "Where the image goes (needed); folders are made"},
+        {"--size", "N", "Its width and height in pixels (256)"},
+        {"--scene", "NAME", "A preview scene of the plug-in, such as \"sphere\"; else the first"},
+        {"--quality", "Q", "low, medium, high, very-high or none; else the material's own"},
+    };
+}
+
+constexpr std::string_view PREVIEW_NOTES =
+    R"(As the material manager shows a material: on an object of one of the plug-in's preview scenes,
+rendered by the renderer's library. Ends with 1 when a material has no preview.)";
+
 constexpr std::string_view LIST_NOTES =
     R"(Of descriptions, DEFAULT is what the page's reset gives and VALUE what the node holds: a new one
 what it starts with. SHOWN and ENABLED are what the plug-in says to these values. The values of a
@@ -122,6 +140,11 @@ ProgramSpec makeCommandLine() {
              {{"FILE", "A material file (.qzm), or one packed with its textures (.pqzm)", {}}},
              {{"--into", "DOCUMENT", "Add them to this document; else they come in a new one"}, SAVE_OPTION},
              IMPORT_NOTES},
+            {"materials preview",
+             "Render previews of materials",
+             {document},
+             previewOptions(),
+             PREVIEW_NOTES},
         },
         PROGRAM_NOTES,
     };

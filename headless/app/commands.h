@@ -17,6 +17,7 @@ ExitStatus listCommand(Host& host, const Arguments& arguments);
 ExitStatus convertMaterialsCommand(Host& host, const Arguments& arguments);
 ExitStatus bakeMaterialCommand(Host& host, const Arguments& arguments);
 ExitStatus importMaterialsCommand(Host& host, const Arguments& arguments);
+ExitStatus previewMaterialsCommand(Host& host, const Arguments& arguments);
 
 /// What --save names. Throws UsageError without it.
 std::string saveTarget(const Arguments& arguments);

@@ -60,7 +60,8 @@ ExitStatus runCommand(Host& host, const Arguments& arguments) {
                                                          {"list", listCommand},
                                                          {"materials convert", convertMaterialsCommand},
                                                          {"materials bake", bakeMaterialCommand},
-                                                         {"materials import", importMaterialsCommand}};
+                                                         {"materials import", importMaterialsCommand},
+                                                         {"materials preview", previewMaterialsCommand}};
     return RUNS.at(arguments.command->name)(host, arguments);
 }
 

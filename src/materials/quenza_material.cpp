@@ -82,6 +82,9 @@ bool QuenzaMaterial::Message(BaseList2D* node, int32_t type, void* data) {
     for (const ChannelId id : MESSAGE_ORDER) {
         HandleShaderMessage(node, channel(id).shader, type, data);
     }
+    if (MaterialPreview::isMessage(type)) {
+        return preview_.answer(*static_cast<const BaseMaterial*>(node), type, data);
+    }
     switch (type) {
     case MSG_UPDATE:
         ++invalidations_;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/plugin_data.h"
+#include "materials/material_preview.h"
 #include "materials/material_shading.h"
 
 #include <atomic>
@@ -29,5 +30,6 @@ public:
 
 private:
     MaterialShading shading_;
+    MaterialPreview preview_;
     std::atomic<int32_t> invalidations_{0};
 };
