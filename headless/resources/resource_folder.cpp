@@ -5,6 +5,7 @@
 #include <exception>
 
 #include "headless/resources/description_loader.h"
+#include "headless/resources/dialog_loader.h"
 #include "headless/resources/file_lookup.h"
 
 namespace headless::resources {
@@ -62,6 +63,19 @@ Loaded<Description> ResourceFolder::loadDescription(std::string_view name) {
     if (isNew) {
         try {
             cached->second.value = DescriptionLoader(path_).load(std::string(name));
+        } catch (const std::exception& fault) {
+            cached->second.error = fault.what();
+        }
+    }
+    return cached->second.get();
+}
+
+Loaded<DialogResource> ResourceFolder::loadDialog(int32_t number) {
+    const std::lock_guard lock(mutex_);
+    const auto [cached, isNew] = dialogs_.try_emplace(number);
+    if (isNew) {
+        try {
+            cached->second.value = DialogLoader(path_).load(number);
         } catch (const std::exception& fault) {
             cached->second.error = fault.what();
         }

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "headless/resources/description.h"
+#include "headless/resources/dialog_resource.h"
 #include "headless/resources/string_table.h"
 
 namespace headless::resources {
@@ -42,6 +43,9 @@ public:
     /// The description of description/NAME.res with the labels of the English strings.
     Loaded<Description> loadDescription(std::string_view name);
 
+    /// The dialog of a number, with the English texts.
+    Loaded<DialogResource> loadDialog(int32_t number);
+
     /// Path of an icon by its registered name, such as "About.tif".
     std::optional<std::filesystem::path> findIcon(std::string_view name) const;
 
@@ -57,6 +61,7 @@ private:
     std::mutex mutex_;
     std::optional<Cached<StringTable>> strings_;
     std::map<std::string, Cached<Description>> descriptions_;
+    std::map<int32_t, Cached<DialogResource>> dialogs_;
 };
 
 } // namespace headless::resources

@@ -27,6 +27,8 @@ struct UserAction {
     GeData value;
     /// What is done with the dialog for `use`: for a user who looks before he acts.
     std::function<void(GeDialog&)> use = nullptr;
+    /// Instead of the number: the gadget's name in its resource, or the text on it.
+    std::string gadgetName = {};
 };
 
 /// What the plug-in asked of the user or told, and what came back.

@@ -2,6 +2,7 @@
 #include "headless/tables/tables.h"
 
 #include "headless/runtime/host.h"
+#include "headless/tables/user_area_functions.h"
 
 namespace headless {
 
@@ -66,7 +67,7 @@ bool addChild(GeDialog* dialog, int32_t comboId, int32_t value, const String& te
     return onMain("AddChild", false, [&] {
         DialogState* const state = dialogs().state(dialog);
         Gadget* const combo = state ? state->find(comboId) : nullptr;
-        if (!combo || combo->kind != GADGET_COMBOBOX) {
+        if (!combo || !combo->hasChoices()) {
             return false;
         }
         combo->choices.emplace_back(value, text);
@@ -105,6 +106,95 @@ void enable(GeDialog* dialog, int32_t id, bool enabled) {
     });
 }
 
+bool loadDialogResource(GeDialog* dialog, int32_t resourceId) {
+    return onMain("LoadDialogResource", false, [=] {
+        Host& host = Host::current();
+        if (!host.resources()) {
+            return false;
+        }
+        const auto resource = host.resources()->loadDialog(resourceId);
+        if (!resource) {
+            host.errors().print(resource.error);
+        }
+        return resource && dialogs().addResource(dialog, *resource);
+    });
+}
+
+/// Calls `change` on a gadget; false when there is none, or `change` says so.
+template <typename Change>
+bool changeGadget(const char* what, const GeDialog* dialog, int32_t id, Change change) {
+    return onMain(what, false, [&] {
+        DialogState* const state = dialogs().state(dialog);
+        Gadget* const gadget = state ? state->find(id) : nullptr;
+        return gadget && change(*gadget);
+    });
+}
+
+bool setGroupColumns(GeDialog* dialog, int32_t id, int32_t columns) {
+    // A group without a number is the one that was begun last.
+    return onMain("GroupBegin", false, [=] {
+        DialogState* const state = dialogs().state(dialog);
+        Gadget* const group = state ? (id == 0 ? &state->lastAdded() : state->find(id)) : nullptr;
+        if (!group || !group->isGroup()) {
+            return false;
+        }
+        group->columns = columns;
+        return true;
+    });
+}
+
+bool setRange(GeDialog* dialog, int32_t id, float minimum, float maximum, float step) {
+    return changeGadget("SetReal", dialog, id, [=](Gadget& gadget) {
+        if (gadget.kind != GADGET_EDITNUMBER || !(minimum <= maximum)) {
+            return false;
+        }
+        gadget.range = NumberRange{minimum, maximum, step};
+        return true;
+    });
+}
+
+bool setColorField(GeDialog* dialog, int32_t id, const Vector& colour, float brightness,
+                   float maximumBrightness) {
+    return changeGadget("SetColorField", dialog, id, [&](Gadget& gadget) {
+        if (gadget.kind != GADGET_COLORFIELD || !(maximumBrightness >= 0.0f)) {
+            return false;
+        }
+        gadget.value = GeData(colour);
+        gadget.brightness = brightness;
+        gadget.maximumBrightness = maximumBrightness;
+        return true;
+    });
+}
+
+bool getColorField(const GeDialog* dialog, int32_t id, Vector& colour, float& brightness) {
+    return changeGadget("GetColorField", dialog, id, [&](const Gadget& gadget) {
+        if (gadget.kind != GADGET_COLORFIELD) {
+            return false;
+        }
+        colour = gadget.value.GetVector();
+        brightness = gadget.brightness;
+        return true;
+    });
+}
+
+void layoutFlushGroup(GeDialog* dialog, int32_t id) {
+    Host::current().onMainThread("LayoutFlushGroup", [=] { dialogs().flushGroup(dialog, id); });
+}
+
+void layoutChanged(GeDialog* /*dialog*/, int32_t /*id*/) {
+    // No window has to be arranged anew: gadgets are there as soon as they were added.
+}
+
+int32_t handleMessage(GeDialog* dialog, const BaseContainer& message, BaseContainer& /*result*/) {
+    return Dialogs::handle(*dialog, message);
+}
+
+bool restoreLayout(GeDialog* dialog, int32_t pluginId, void* secret) {
+    return onMain("RestoreLayout", false, [=] {
+        return dialogs().restore(dialog, pluginId, static_cast<const WindowPlace*>(secret));
+    });
+}
+
 void messageDialog(const String& text) {
     Host& host = Host::current();
     host.onMainThread("MessageDialog", [&] {
@@ -140,6 +230,24 @@ const DialogTable* dialogTable() {
         .SetValue = setValue,
         .GetValue = getValue,
         .Enable = enable,
+        .LoadDialogResource = loadDialogResource,
+        .SetGroupColumns = setGroupColumns,
+        .SetRange = setRange,
+        .SetColorField = setColorField,
+        .GetColorField = getColorField,
+        .LayoutFlushGroup = layoutFlushGroup,
+        .LayoutChanged = layoutChanged,
+        .HandleMessage = handleMessage,
+        .RestoreLayout = restoreLayout,
+        .AttachUserArea = attachUserArea,
+        .DetachUserArea = detachUserArea,
+        .GetAreaWidth = getAreaWidth,
+        .GetAreaHeight = getAreaHeight,
+        .SetAreaTimer = setAreaTimer,
+        .RedrawArea = redrawArea,
+        .SetAreaPen = setAreaPen,
+        .DrawAreaRectangle = drawAreaRectangle,
+        .DrawAreaBitmap = drawAreaBitmap,
         .MessageDialog = messageDialog,
         .QuestionDialog = questionDialog,
     };
