@@ -161,7 +161,7 @@ void engineScene(benchmark::State& state, const Contents& contents) {
     const Ref<SceneNodeRoot> root = makeScene(contents);
     root->finalise("");
     for (auto _ : state) {
-        const engine::RenderScene scene(*root, "", "");
+        const engine::RenderScene scene(*root, "", "", engine::RenderScene::MAX_LAYERS);
         if (scene.geometry().instances().size() != u64(contents.meshes) * contents.instances)
             state.SkipWithError("wrong number of instances");
     }

@@ -26,7 +26,7 @@ Camera::Camera(const SceneNodeCamera& node, u32 width, u32 height, bool vignetti
       aperture_radius_(std::max(0.0f, float(node.aperture_radius))),
       focus_distance_(std::max(MIN_FOCUS, float(node.focus_distance))),
       shift_up_(float(node.lens_shift_up_distance)), shift_right_(float(node.lens_shift_right_distance)),
-      exposure_duration_(node.exposure_duration), autofocus_(node.autofocus), vignetting_(vignetting),
+      autofocus_(node.autofocus), vignetting_(vignetting),
       motion_(Quenza::Matrix3d::identity(), node.keyframes), forwards_(normalise(toVec(node.forwards))),
       aperture_(node.aperture_shape.getPointer(), images, notices) {
     const Vec up = toVec(node.up);
@@ -123,12 +123,15 @@ float Camera::obstacle(const Vec& on_lens) const {
     return std::max(0.0f, luminance({p[0], p[1], p[2]}));
 }
 
-double Camera::exposure() const {
+Lens::Lens(const SceneNodeCamera& camera)
+    : aperture_radius(std::max(0.0, camera.aperture_radius)), lens_sensor_dist(camera.lens_sensor_dist),
+      exposure_duration(camera.exposure_duration), focus_distance(camera.focus_distance) {}
+
+double Lens::exposure(double focused_at) const {
     // The lens is focused, so that its focal length is below its distance from the sensor.
-    const double focal =
-        1.0 / (1.0 / double(lens_sensor_dist_) + 1.0 / double(std::max(MIN_FOCUS, focus_distance_)));
-    const double number = focal / (2.0 * double(aperture_radius_));
-    const double exposure = exposure_duration_ / (number * number);
+    const double focal = 1.0 / (1.0 / lens_sensor_dist + 1.0 / std::max(double(MIN_FOCUS), focused_at));
+    const double number = focal / (2.0 * aperture_radius);
+    const double exposure = exposure_duration / (number * number);
     return std::isfinite(exposure) && exposure > 0 ? exposure : 0.0;
 }
 

@@ -11,6 +11,18 @@
 
 namespace engine {
 
+/// What of a camera decides how much light reaches its film.
+struct Lens {
+    explicit Lens(const Quenza::SceneNodeCamera& camera);
+
+    /// Exposure time in seconds over the squared f-number, with the lens focused at that distance in metres;
+    /// 0 when there is no such number.
+    double exposure(double focused_at) const;
+
+    double aperture_radius, lens_sensor_dist, exposure_duration; ///< Metres and seconds.
+    double focus_distance; ///< Metres; what autofocus finds wins over it.
+};
+
 /// Makes the rays that a pixel sees.
 class Camera {
 public:
@@ -28,8 +40,6 @@ public:
     /// Through the place (x, y), in pixels from the top left corner, at a random time of the frame.
     View view(float x, float y, Random& random) const;
 
-    /// Exposure time over the squared f-number; 0 when there is no such number.
-    double exposure() const;
     /// At the beginning of the exposure.
     Vec position() const { return poseAt(0).position; }
     float focusDistance() const { return focus_distance_; }
@@ -48,7 +58,6 @@ private:
     float width_, height_; ///< Of the image, in pixels.
     float sensor_width_, lens_sensor_dist_, aperture_radius_, focus_distance_;
     float shift_up_, shift_right_;
-    double exposure_duration_;
     bool autofocus_, vignetting_;
     MotionTransform motion_; ///< Of the camera's own axes: x right, y forwards, z up.
     Vec right_, up_, forwards_;

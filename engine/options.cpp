@@ -120,4 +120,13 @@ bool parseOptions(const std::vector<std::string>& arguments, Options& options, s
     return true;
 }
 
+std::optional<Quenza::u64> parseSeed(const std::string& text) {
+    long long value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end == text.data()) {
+        return std::nullopt;
+    }
+    return Quenza::u64(value);
+}
+
 } // namespace engine

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/types.h"
+
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,5 +25,8 @@ std::string usage(const std::string& program);
 /// False with `fault` told when a switch is unknown, lacks its value or has a bad one, or when there isn't
 /// exactly one input.
 bool parseOptions(const std::vector<std::string>& arguments, Options& options, std::string& fault);
+
+/// The start of the random numbers: the integer that the text begins with, also a negative one.
+std::optional<Quenza::u64> parseSeed(const std::string& text);
 
 } // namespace engine

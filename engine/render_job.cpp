@@ -9,7 +9,6 @@
 #include "reading/queue_report.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <exception>
 
@@ -35,13 +34,6 @@ std::string valueOf(const Options& options, const char* name) {
         }
     }
     return value;
-}
-
-/// Any integer, also a negative one.
-u64 seedOf(const std::string& text, u64 otherwise) {
-    long long value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && end != text.data() ? u64(value) : otherwise;
 }
 
 Outputs outputsOf(const Options& options) {
@@ -152,7 +144,7 @@ void tell(const RenderSession& session) {
 } // namespace
 
 std::vector<RenderJob> makeJobs(const Options& options) {
-    const u64 seed = seedOf(valueOf(options, "-seed"), 1);
+    const u64 seed = parseSeed(valueOf(options, "-seed")).value_or(1);
     const Outputs outputs = outputsOf(options);
     if (!isQueue(options.input)) {
         RenderJob job;
@@ -167,7 +159,7 @@ std::vector<RenderJob> makeJobs(const Options& options) {
         job.scene_path = item.scene_path;
         job.halt_time = item.halt_time;
         job.halt_samples = item.halt_spp;
-        job.seed = seedOf(item.seed, seed);
+        job.seed = parseSeed(item.seed).value_or(seed);
         if (!item.output_path.empty()) {
             job.outputs = underStem(item.output_path, outputs);
         } else if (anyOf(outputs)) {

@@ -5,10 +5,10 @@
 #include "foundation/exceptions.h"
 #include "scene/rotation.h"
 #include "scene/scene_node_background_settings.h"
-#include "scene/scene_node_camera.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace engine {
 
@@ -47,9 +47,10 @@ bool isFinite(const MotionTransform& transform) {
 
 } // namespace
 
-RenderScene::RenderScene(SceneNodeRoot& root, const std::string& folder, const std::string& data_folder)
+RenderScene::RenderScene(SceneNodeRoot& root, const std::string& folder, const std::string& data_folder,
+                         u32 max_layers)
     : images_(folder, notices_), materials_(images_, data_folder, notices_), shapes_(geometry_, notices_) {
-    readSettings(root);
+    readSettings(root, max_layers);
     const auto* const camera = dynamic_cast<const SceneNodeCamera*>(root.getCameraPointer());
     if (!camera) {
         throw QuenzaException("The scene has no camera.");
@@ -58,12 +59,17 @@ RenderScene::RenderScene(SceneNodeRoot& root, const std::string& folder, const s
     addObjects(root);
     geometry_.commit();
     background_.emplace(root.getBackgroundSettings().getPointer(), materials_, notices_);
-    camera_.emplace(*camera, u32(settings_->getInt("width")), u32(settings_->getInt("height")),
-                    settings_->getBool("vignetting"), images_, notices_);
-    camera_->focus(geometry_);
+    setCamera(*camera);
 }
 
-void RenderScene::readSettings(SceneNodeRoot& root) {
+void RenderScene::setCamera(const SceneNodeCamera& camera) {
+    Camera made(camera, u32(settings_->getInt("width")), u32(settings_->getInt("height")),
+                settings_->getBool("vignetting"), images_, notices_);
+    made.focus(geometry_);
+    camera_.emplace(std::move(made));
+}
+
+void RenderScene::readSettings(SceneNodeRoot& root, u32 max_layers) {
     const auto* const settings =
         dynamic_cast<const SceneNodeRenderSettings*>(root.getRenderSettingsPointer());
     settings_ = settings ? dynamic_cast<SceneNodeRenderSettings*>(settings->clone().getPointer())
@@ -81,10 +87,12 @@ void RenderScene::readSettings(SceneNodeRoot& root) {
         }
     }
     const u64 wanted = std::max<u64>(settings_->getNumLayers(), u64(root.highestLayerIndexInTree()) + 1);
-    if (wanted > MAX_LAYERS) {
-        notices_.tell("Only " + std::to_string(MAX_LAYERS) + " light layers are kept apart.");
+    const u32 most = std::clamp(max_layers, 1u, MAX_LAYERS);
+    if (wanted > most) {
+        notices_.tell(most == 1 ? "Light layers are not kept apart."
+                                : "Only " + std::to_string(most) + " light layers are kept apart.");
     }
-    num_layers_ = u32(std::min<u64>(wanted, MAX_LAYERS));
+    num_layers_ = u32(std::min<u64>(wanted, most));
     settings_->ensureLayers(num_layers_);
 }
 

@@ -9,6 +9,7 @@
 #include "engine/material_compiler.h"
 #include "engine/notices.h"
 #include "engine/shape_store.h"
+#include "scene/scene_node_camera.h"
 #include "scene/scene_node_mesh.h"
 #include "scene/scene_node_model.h"
 #include "scene/scene_node_render_settings.h"
@@ -28,8 +29,9 @@ class RenderScene {
 public:
     /// The root is finalised. Files with relative paths are looked for in `folder`, the renderer's own in
     /// `data_folder`. Throws QuenzaException when the scene can't be rendered: there is no camera, a mesh is
-    /// broken, the memory doesn't suffice.
-    RenderScene(Quenza::SceneNodeRoot& root, const std::string& folder, const std::string& data_folder);
+    /// broken, the memory doesn't suffice. What is on a layer beyond `max_layers` goes to the first.
+    RenderScene(Quenza::SceneNodeRoot& root, const std::string& folder, const std::string& data_folder,
+                Quenza::u32 max_layers);
 
     const Geometry& geometry() const { return geometry_; }
     const Lights& lights() const { return lights_; }
@@ -42,8 +44,11 @@ public:
 
     static constexpr Quenza::u32 MAX_LAYERS = 256;
 
+    /// Sees the scene through another camera.
+    void setCamera(const Quenza::SceneNodeCamera& camera);
+
 private:
-    void readSettings(Quenza::SceneNodeRoot& root);
+    void readSettings(Quenza::SceneNodeRoot& root, Quenza::u32 max_layers);
     void addCutPlanes(const Quenza::SceneNodeRoot& root);
     void addCutPlane(const Quenza::Ref<Quenza::SceneNodeSectionPlane>& node);
     void addObjects(const Quenza::SceneNodeRoot& root);

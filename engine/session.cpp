@@ -2,16 +2,15 @@
 #include "engine/session.h"
 
 #include "engine/random.h"
+#include "engine/render_threads.h"
 #include "engine/tracer.h"
+#include "foundation/mutex.h"
 #include "scene/scene_node_tonemapping.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <condition_variable>
 #include <exception>
-#include <mutex>
-#include <thread>
 
 namespace engine {
 
@@ -43,11 +42,21 @@ Film makeFilm(const RenderScene& scene) {
 
 RenderSession::RenderSession(const Quenza::Ref<Quenza::SceneNodeRoot>& root, const std::string& folder,
                              const SessionOptions& options)
-    : root_(root), options_(options), scene_(*root, folder, options.data_folder), film_(makeFilm(scene_)),
-      tracer_(scene_.geometry(), scene_.lights(), scene_.background(), scene_.camera().position(),
-              std::max(1, scene_.settings().getInt("max_depth"))),
-      tiles_across_(tilesAlong(film_.rect().width())),
+    : root_(root), options_(options), scene_(*root, folder, options.data_folder, options.max_layers),
+      film_(makeFilm(scene_)), tracer_(makeTracer()), tiles_across_(tilesAlong(film_.rect().width())),
       tiles_(tiles_across_ * tilesAlong(film_.rect().height())) {}
+
+Tracer RenderSession::makeTracer() const {
+    return Tracer(scene_.geometry(), scene_.lights(), scene_.background(), scene_.camera().position(),
+                  std::max(1, scene_.settings().getInt("max_depth")));
+}
+
+void RenderSession::restart(const Quenza::SceneNodeCamera& camera) {
+    scene_.setCamera(camera);
+    tracer_.emplace(makeTracer());
+    film_.clear();
+    next_unit_ = 0;
+}
 
 unsigned RenderSession::countThreads() const {
     if (options_.threads > 0) {
@@ -69,8 +78,10 @@ std::vector<std::string> RenderSession::layerNames() const {
 
 ToneMapper RenderSession::toneMapper() const {
     const Quenza::Lock lock(root_->getMutex());
-    return ToneMapper(dynamic_cast<const Quenza::SceneNodeTonemapping*>(root_->getToneMappingPointer()),
-                      scene_.settings(), scene_.camera().exposure(), options_.data_folder);
+    const auto* const camera = dynamic_cast<const Quenza::SceneNodeCamera*>(root_->getCameraPointer());
+    return ToneMapper(
+        dynamic_cast<const Quenza::SceneNodeTonemapping*>(root_->getToneMappingPointer()), scene_.settings(),
+        camera ? Lens(*camera).exposure(double(scene_.camera().focusDistance())) : 0, options_.data_folder);
 }
 
 Progress RenderSession::progress(double seconds) const {
@@ -91,48 +102,25 @@ Progress RenderSession::progress(double seconds) const {
 void RenderSession::run(const std::atomic<bool>& stop, const std::function<bool(const Progress&)>& report) {
     const Clock::time_point start = Clock::now();
     const auto seconds = [&] { return earlier_seconds_ + secondsSince(start); };
-    std::atomic<bool> ended{false};
-    std::mutex mutex;
-    std::condition_variable finished;
-    unsigned working = countThreads();
     std::exception_ptr failure;
-
-    std::vector<std::jthread> threads;
-    for (unsigned i = working; i > 0; --i) {
-        threads.emplace_back([&] {
-            std::exception_ptr caught;
-            try {
-                work(stop, ended);
-            } catch (...) {
-                caught = std::current_exception();
-                ended = true;
+    {
+        RenderThreads threads(
+            countThreads(), [this](const std::atomic<bool>& ended) { work(ended); },
+            [&failure](const std::exception_ptr& caught) { failure = caught; });
+        double next_report = seconds() + REPORT_PERIOD;
+        while (!threads.waitFor(std::chrono::milliseconds(50))) {
+            const double now = seconds();
+            if (stop || (options_.halt_time >= 0 && now >= options_.halt_time)) {
+                threads.stop();
             }
-            const std::lock_guard lock(mutex);
-            failure = failure ? failure : caught;
-            --working;
-            finished.notify_one();
-        });
-    }
-
-    double next_report = seconds() + REPORT_PERIOD;
-    std::unique_lock lock(mutex);
-    while (working > 0) {
-        finished.wait_for(lock, std::chrono::milliseconds(50));
-        const double now = seconds();
-        if (options_.halt_time >= 0 && now >= options_.halt_time) {
-            ended = true;
-        }
-        if (now >= next_report && working > 0) {
-            lock.unlock();
-            if (!report(progress(now))) {
-                ended = true;
+            if (now >= next_report) {
+                if (!report(progress(now))) {
+                    threads.stop();
+                }
+                next_report = seconds() + REPORT_PERIOD;
             }
-            next_report = seconds() + REPORT_PERIOD;
-            lock.lock();
         }
     }
-    lock.unlock();
-    threads.clear();
     earlier_seconds_ = seconds();
     if (failure) {
         std::rethrow_exception(failure);
@@ -151,18 +139,17 @@ bool RenderSession::nextUnit(u64& unit) {
     return unit / tiles_ < passes;
 }
 
-void RenderSession::work(const std::atomic<bool>& stop, std::atomic<bool>& ended) {
+void RenderSession::work(const std::atomic<bool>& stop) {
     u64 unit = 0;
-    while (!stop && !ended && nextUnit(unit)) {
-        if (!renderTile(unit / tiles_, unit % tiles_, stop, ended)) {
+    while (!stop && nextUnit(unit)) {
+        if (!renderTile(unit / tiles_, unit % tiles_, stop)) {
             return;
         }
     }
 }
 
 /// A sample for each of the tile's pixels. False when it was cut short.
-bool RenderSession::renderTile(u64 pass, u64 tile, const std::atomic<bool>& stop,
-                               const std::atomic<bool>& ended) {
+bool RenderSession::renderTile(u64 pass, u64 tile, const std::atomic<bool>& stop) {
     const PixelRect& rect = film_.rect();
     const auto x_begin = u32(rect.x_begin + tile % tiles_across_ * TILE);
     const auto y_begin = u32(rect.y_begin + tile / tiles_across_ * TILE);
@@ -170,7 +157,7 @@ bool RenderSession::renderTile(u64 pass, u64 tile, const std::atomic<bool>& stop
     const u32 y_end = std::min(y_begin + TILE, rect.y_end);
     std::vector<RGB> layers(scene_.numLayers());
     for (u32 y = y_begin; y < y_end; ++y) {
-        if (stop || ended) {
+        if (stop) {
             return false;
         }
         for (u32 x = x_begin; x < x_end; ++x) {
@@ -179,7 +166,7 @@ bool RenderSession::renderTile(u64 pass, u64 tile, const std::atomic<bool>& stop
             const float py = float(y) + random.next();
             const Camera::View view = scene_.camera().view(px, py, random);
             std::fill(layers.begin(), layers.end(), RGB{0.0f});
-            tracer_.trace(view.ray, view.weight, random, layers);
+            tracer_->trace(view.ray, view.weight, random, layers);
             film_.addSample(px, py, layers.data());
         }
         film_.addSamples(x_end - x_begin);

@@ -7,10 +7,12 @@
 #include "engine/tonemap.h"
 #include "engine/tracer.h"
 #include "foundation/ref_counted.h"
+#include "scene/scene_node_camera.h"
 #include "scene/scene_node_root.h"
 
 #include <atomic>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,10 +20,11 @@ namespace engine {
 
 struct SessionOptions {
     Quenza::u64 seed = 1;
-    unsigned threads = 0;     ///< 0: as the scene says.
-    double halt_time = -1;    ///< Seconds; negative: no limit.
-    double halt_samples = -1; ///< Samples per pixel; negative: no limit.
-    std::string data_folder;  ///< The renderer's own folder.
+    unsigned threads = 0;                             ///< 0: as the scene says.
+    double halt_time = -1;                            ///< Seconds; negative: no limit.
+    double halt_samples = -1;                         ///< Samples per pixel; negative: no limit.
+    Quenza::u32 max_layers = RenderScene::MAX_LAYERS; ///< What is on a layer beyond goes to the first.
+    std::string data_folder;                          ///< The renderer's own folder.
 };
 
 /// How far a render is.
@@ -48,6 +51,15 @@ public:
 
     static constexpr double REPORT_PERIOD = 0.5;
 
+    /// Renders on the calling thread, beside others that do the same, until `stop` is set or the limit of
+    /// samples is reached. What it has begun it leaves undone, which the next call doesn't make good: an
+    /// image is a mean.
+    void work(const std::atomic<bool>& stop);
+    /// How many threads the options or else the scene ask for.
+    unsigned countThreads() const;
+    /// Begins the image anew, as this camera sees the scene. Not while threads work.
+    void restart(const Quenza::SceneNodeCamera& camera);
+
     const RenderScene& scene() const { return scene_; }
     const Film& film() const { return film_; }
     /// Radiance of each light layer, also while rendering.
@@ -57,18 +69,16 @@ public:
     ToneMapper toneMapper() const;
 
 private:
-    void work(const std::atomic<bool>& stop, std::atomic<bool>& ended);
-    bool renderTile(Quenza::u64 pass, Quenza::u64 tile, const std::atomic<bool>& stop,
-                    const std::atomic<bool>& ended);
+    bool renderTile(Quenza::u64 pass, Quenza::u64 tile, const std::atomic<bool>& stop);
+    Tracer makeTracer() const;
     bool nextUnit(Quenza::u64& unit);
     Progress progress(double seconds) const;
-    unsigned countThreads() const;
 
     Quenza::Ref<Quenza::SceneNodeRoot> root_;
     SessionOptions options_;
     RenderScene scene_;
     Film film_;
-    Tracer tracer_;
+    std::optional<Tracer> tracer_;
     Quenza::u64 tiles_across_, tiles_;
     std::atomic<Quenza::u64> next_unit_{0}; ///< Tiles of all passes, one after the other.
     double earlier_seconds_ = 0;            ///< Of runs before this one.

@@ -18,4 +18,8 @@ inline float srgbDecode(float encoded) {
     return v <= 0.04045f ? v / 12.92f : std::pow((v + 0.055f) / 1.055f, 2.4f);
 }
 
+inline unsigned char toByte(float encoded) {
+    return static_cast<unsigned char>(std::lround(encoded * 255.0f));
+}
+
 } // namespace engine

@@ -167,7 +167,7 @@ std::vector<unsigned char> ToneMapper::toneMap(const std::vector<FloatImage>& la
     const FloatImage image = display(layers);
     std::vector<unsigned char> bytes(image.rgb.size());
     std::transform(image.rgb.begin(), image.rgb.end(), bytes.begin(),
-                   [](float v) { return static_cast<unsigned char>(std::lround(srgbEncode(v) * 255.0f)); });
+                   [](float v) { return toByte(srgbEncode(v)); });
     return bytes;
 }
 
