@@ -57,10 +57,22 @@ bool lowerPriority();
 /// Text of the system's last error, or of a given one.
 String lastErrorText();
 String errorText(int code);
+/// Number of the system's last error.
+int lastErrorCode();
+
+/// Names the folder in which libraries that are loaded later look for libraries of their own. Away from
+/// Windows they bring this along themselves, and nothing is done.
+void setLibraryDirectory(const String& directory);
+/// Loads a library with all that it needs, its names visible to nobody else. Null on failure, which `error`
+/// tells.
+void* loadLibrary(const String& path, String& error);
+/// Address of an exported procedure; null when there is none of that name.
+void* librarySymbol(void* library, const char* name);
+void freeLibrary(void* library);
 
 enum class PathKind { MISSING, FILE, DIRECTORY };
 
-/// Links are followed.
+/// Links are followed. Leaves the reason for MISSING to lastErrorCode().
 PathKind pathKind(const String& path);
 
 /// True for what exists and is no ordinary file: a directory, a device, a pipe.

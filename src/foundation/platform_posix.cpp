@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <dirent.h>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <fstream>
 #include <memory>
@@ -110,6 +111,29 @@ String errorText(int code) {
 
 String lastErrorText() {
     return errorText(errno);
+}
+
+int lastErrorCode() {
+    return errno;
+}
+
+void setLibraryDirectory(const String&) {}
+
+void* loadLibrary(const String& path, String& error) {
+    void* library = dlopen(path.toStdString().c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!library) {
+        const char* const reason = dlerror();
+        error = reason ? reason : "The library can't be loaded.";
+    }
+    return library;
+}
+
+void* librarySymbol(void* library, const char* name) {
+    return dlsym(library, name);
+}
+
+void freeLibrary(void* library) {
+    dlclose(library);
 }
 
 PathKind pathKind(const String& path) {

@@ -139,6 +139,29 @@ String lastErrorText() {
     return errorText(int(GetLastError()));
 }
 
+int lastErrorCode() {
+    return int(GetLastError());
+}
+
+void setLibraryDirectory(const String& directory) {
+    SetDllDirectoryW(toWide(directory).c_str());
+}
+
+void* loadLibrary(const String& path, String& error) {
+    const HMODULE library = LoadLibraryW(toWide(path).c_str());
+    if (!library)
+        error = lastErrorText();
+    return library;
+}
+
+void* librarySymbol(void* library, const char* name) {
+    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), name));
+}
+
+void freeLibrary(void* library) {
+    FreeLibrary(static_cast<HMODULE>(library));
+}
+
 PathKind pathKind(const String& path) {
     const DWORD attributes = GetFileAttributesW(toWide(path).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES)
