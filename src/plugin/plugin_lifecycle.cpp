@@ -41,7 +41,7 @@ int32_t initPlugin(const HostTable* tables, const Filename* pluginFolder) {
 }
 
 bool PluginStart() {
-    announceRuntimeLibrary();
+    startRuntimeLibrary();
     pluginState().openScene = openSceneInRenderer;
     if (!registerPlugins()) {
         return false;
@@ -53,6 +53,7 @@ bool PluginStart() {
 
 int32_t endPlugin() {
     if (initCount > 0 && --initCount == 0) {
+        endRuntimeLibrary();
         GeFreeResource();
         pluginState().pluginPath.reset();
         pluginState().openScene = nullptr;

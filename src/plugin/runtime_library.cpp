@@ -1,17 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/runtime_library.h"
 
+#include "export/gpu_devices.h"
+#include "foundation/exceptions.h"
+#include "foundation/platform.h"
+#include "foundation/string.h"
 #include "host/general.h"
+#include "render/render_state.h"
 #include "render/renderer_location.h"
+#include "render/runtime/hardware_info.h"
+#include "render/runtime/quenza_context.h"
 #include "shared/plugin_state.h"
-
-#include <cerrno>
+#include "shared/text.h"
 
 namespace {
 
 constexpr const char* DEVELOPMENT_FOLDER = "D:/Work/Exporters/Cquenza/QuenzaSDK/QuenzaSDK_3.6.24";
-constexpr const char* LIBRARY_FILE = "quenza_sdk.dll";
-constexpr const char* RT_LIBRARY_FILE = "quenza_rt_sdk.dll";
 
 /// A development tree goes before a library that was shipped with the plug-in, and that before an installed
 /// renderer.
@@ -29,22 +33,53 @@ Filename libraryFolder() {
     return installed.Content() ? installed : shipped;
 }
 
-void printFailure(int32_t code, const String& reason) {
-    GePrint(String("Failed initialising Quenza sdk (error code:") + LongToString(code) + "):");
-    GePrint(reason);
+/// Empty when the system names no folder of the kind.
+Quenza::String dataFolder() {
+    try {
+        return Quenza::PlatformUtils::getAppDataDirectory() +
+               Quenza::String(1, Quenza::PlatformUtils::SEPARATOR) + "Quenza Renderer";
+    } catch (const Quenza::PlatformUtils::PlatformUtilsExcep& exception) {
+        GePrint(exception.what());
+        return "";
+    }
+}
+
+void listDevices() {
+    gpuDevices().clear();
+    try {
+        if (const auto list = HardwareInfo(quenzaContext()).getGPUInfo()) {
+            for (const auto& device : list->devices) {
+                gpuDevices().push_back({toHostString(device.name), device.kind});
+            }
+        }
+    } catch (const Quenza::QuenzaException& exception) {
+        GePrint(exception.what());
+    }
 }
 
 } // namespace
 
-void announceRuntimeLibrary() {
+void startRuntimeLibrary() {
     const Filename folder = libraryFolder();
     GePrint(String("Loading quenza from: ") + folder.GetString());
-    const bool hasLibrary = GeFExist(folder + LIBRARY_FILE);
-    if (!hasLibrary && !GeFExist(folder + RT_LIBRARY_FILE)) {
-        printFailure(20, String("Failed to load DLL from '") + folder.GetString() +
-                             "' (Error code: " + LongToString(ENOENT) + ")");
-    } else {
-        printFailure(22, "This build of the plug-in renders with the external program only.");
+    quenzaContext() = new QuenzaContext;
+    Quenza::String reason;
+    const int32_t code = loadLibrary(*quenzaContext(), toSceneString(folder), dataFolder(), reason);
+    if (code != LOADLIBRARY_OK) {
+        GePrint(String("Failed initialising Quenza sdk (error code:") + LongToString(code) + "):");
+        GePrint(toHostString(reason));
     }
-    pluginState().isRTEdition = !hasLibrary;
+    if (isLibraryLoaded()) {
+        listDevices();
+    }
+    pluginState().isRTEdition = !hasFullRenderer(toSceneString(folder));
+    if (isLibraryLoaded()) {
+        GePrint(pluginState().isRTEdition ? "Successfully initialised Quenza RT."
+                                          : "Successfully initialised Quenza Renderer.");
+    }
+}
+
+void endRuntimeLibrary() {
+    clearRenderState();
+    quenzaContext() = nullptr;
 }
