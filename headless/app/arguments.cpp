@@ -56,6 +56,9 @@ private:
             }
             value = words_[next_++];
         }
+        while (option.takesWords && next_ < words_.size() && !words_[next_].starts_with("--")) {
+            value += ' ' + words_[next_++];
+        }
         std::vector<std::string>& values = result_.options[name];
         if (!values.empty() && !option.repeatable) {
             throw UsageError(name + " was given twice");

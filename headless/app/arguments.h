@@ -23,6 +23,8 @@ struct OptionSpec {
     std::string_view value;
     std::string_view help;
     bool repeatable = false;
+    /// The value is all words up to the next option, with spaces between them.
+    bool takesWords = false;
 };
 
 /// A word that a command needs, one of `choices` when there are any.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "headless/app/command_line.h"
 
+#include "headless/app/picture_arguments.h"
+
 namespace headless {
 
 namespace {
@@ -77,6 +79,21 @@ constexpr std::string_view PREVIEW_NOTES =
     R"(As the material manager shows a material: on an object of one of the plug-in's preview scenes,
 rendered by the renderer's library. Ends with 1 when a material has no preview.)";
 
+std::vector<OptionSpec> realtimeOptions() {
+    return {
+        {"--image", "OUT.png", "Where the image goes that is shown at the end (needed)"},
+        {"--seconds", "N", "How long the preview runs (needed)"},
+        {"--size", "WxH", "Size of the image in pixels; else what the dialog has"},
+        {"--move-camera", "x,y,z[@N]",
+         "Move the document's camera there, N seconds after the start; can be\ngiven again", true},
+    };
+}
+
+constexpr std::string_view REALTIME_NOTES =
+    R"(The plug-in's realtime preview: its dialog is opened, started, and stopped at the end. Changes of the
+camera go to the running render. The preview is a part of the plug-in that it doesn't register by
+itself: --plugin names one that does.)";
+
 constexpr std::string_view LIST_NOTES =
     R"(Of descriptions, DEFAULT is what the page's reset gives and VALUE what the node holds: a new one
 what it starts with. SHOWN and ENABLED are what the plug-in says to these values. The values of a
@@ -113,18 +130,27 @@ ProgramSpec makeCommandLine() {
              {document},
              renderOptions(),
              RENDER_NOTES},
+            pictureCommandSpec(document),
             {"list",
              "Show what the plug-in registered",
              {{"WHAT",
-               "plugins: everything, in its order\ndescriptions: the parameters of its types",
-               {"plugins", "descriptions"}},
+               "plugins: everything, in its order\ndescriptions: the parameters of its types\n"
+               "menus: where its commands stand, and which can be used",
+               {"plugins", "descriptions", "menus"}},
               {"CLASS",
                "Only this type: its number, name or description, such as\noquenzarendersettings",
                {},
                true}},
              {{"--document", "DOCUMENT",
-               "Describe the nodes of this document, not new ones; without CLASS\nonly types that it holds"}},
+               "Describe the nodes of this document, not new ones; without CLASS\nonly types that it holds. "
+               "Of "
+               "menus: what can be used on it"}},
              LIST_NOTES},
+            {"realtime",
+             "Run the realtime preview of a document",
+             {document},
+             realtimeOptions(),
+             REALTIME_NOTES},
             {"materials convert",
              "Turn the host's materials of a document into the plug-in's",
              {document},

@@ -13,10 +13,12 @@ enum class ExitStatus { done = 0, failed = 1, usage = 2, interrupted = 130 };
 // `interrupted` after Ctrl-C. Failures are thrown: UsageError, HostError, DocumentError.
 ExitStatus openCommand(Host& host, const Arguments& arguments);
 ExitStatus renderCommand(Host& host, const Arguments& arguments);
+ExitStatus pictureCommand(Host& host, const Arguments& arguments);
 ExitStatus listCommand(Host& host, const Arguments& arguments);
 ExitStatus convertMaterialsCommand(Host& host, const Arguments& arguments);
 ExitStatus bakeMaterialCommand(Host& host, const Arguments& arguments);
 ExitStatus importMaterialsCommand(Host& host, const Arguments& arguments);
+ExitStatus realtimeCommand(Host& host, const Arguments& arguments);
 ExitStatus previewMaterialsCommand(Host& host, const Arguments& arguments);
 
 /// What --save names. Throws UsageError without it.

@@ -4,9 +4,10 @@
 #include <charconv>
 
 #include "headless/app/arguments.h"
+#include "headless/app/parameter_setting.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
-#include "headless/runtime/host_error.h"
+#include "headless/runtime/host.h"
 #include "headless/runtime/platform.h"
 
 namespace headless {
@@ -57,6 +58,17 @@ VideoPost& requireRenderSettings(Document& document) {
         throw HostError("The plug-in has no render settings");
     }
     return renderData.appendVideoPost(std::move(made));
+}
+
+void applyRenderSettings(Host& host, const std::vector<std::string>& settings) {
+    for (const std::string& setting : settings) {
+        VideoPost& videoPost = requireRenderSettings(*host.document());
+        const resources::Description* const description = host.descriptionOf(RENDER_SETTINGS);
+        if (!description) {
+            throw HostError("The parameters of the render settings can't be looked up");
+        }
+        applySetting(*toHost(&videoPost), *description, setting);
+    }
 }
 
 void exportTo(VideoPost& settings, const std::string& file) {

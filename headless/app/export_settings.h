@@ -5,10 +5,13 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "headless/model/document.h"
 
 namespace headless {
+
+class Host;
 
 /// Number of the plug-in's render settings, a video post.
 inline constexpr int32_t RENDER_SETTINGS = 1020896;
@@ -16,6 +19,10 @@ inline constexpr int32_t RENDER_SETTINGS = 1020896;
 /// The enabled render settings of the active render setup. One that is disabled is enabled; without one it is
 /// made, with the plug-in's defaults. Throws HostError when the plug-in registers none.
 VideoPost& requireRenderSettings(Document& document);
+
+/// Sets parameters of the render settings by "NAME=VALUE" each. Throws UsageError, and HostError when they
+/// can't be looked up.
+void applyRenderSettings(Host& host, const std::vector<std::string>& settings);
 
 /// Sends the scene to a file, relative to the current folder; the suffix is added when it has none, and
 /// folders that aren't there are made. Throws UsageError for another suffix than ".qzs", HostError when a

@@ -7,6 +7,7 @@
 
 #include "headless/app/command_line.h"
 #include "headless/app/commands.h"
+#include "headless/app/phase_lines.h"
 
 namespace headless {
 
@@ -35,6 +36,9 @@ HostOptions hostOptions(const Arguments& arguments) {
         // Standard output is the list's alone.
         options.consoleSink = [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); };
     }
+    if (arguments.command->name == "picture" && !platform::isTerminal(stderr)) {
+        options.statusTextSink = PhaseLines();
+    }
     return options;
 }
 
@@ -57,7 +61,9 @@ ExitStatus runCommand(Host& host, const Arguments& arguments) {
     using Run = ExitStatus (*)(Host&, const Arguments&);
     static const std::map<std::string_view, Run> RUNS = {{"open", openCommand},
                                                          {"render", renderCommand},
+                                                         {"picture", pictureCommand},
                                                          {"list", listCommand},
+                                                         {"realtime", realtimeCommand},
                                                          {"materials convert", convertMaterialsCommand},
                                                          {"materials bake", bakeMaterialCommand},
                                                          {"materials import", importMaterialsCommand},

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "headless/app/commands.h"
 
-#include <charconv>
-
 #include "foundation/platform.h"
 #include "headless/app/export_outcome.h"
 #include "headless/app/export_settings.h"
-#include "headless/app/parameter_setting.h"
 #include "headless/app/texture_report.h"
-#include "headless/model/handles.h"
+#include "headless/app/time_text.h"
 #include "headless/model/warnings.h"
 
 namespace headless {
@@ -16,17 +13,6 @@ namespace headless {
 namespace {
 
 constexpr int32_t RENDER_WITH_QUENZA = 1023920;
-
-std::chrono::milliseconds parseSeconds(const std::string& text) {
-    double seconds = 0.0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, seconds);
-    constexpr double LONGEST = 1e6;
-    if (error != std::errc() || stop != end || !(seconds >= 0.0) || seconds > LONGEST) {
-        throw UsageError("\"" + text + "\" is no time in seconds");
-    }
-    return std::chrono::milliseconds(static_cast<int64_t>(seconds * 1000.0));
-}
 
 /// Where the export will lie; the quick render folder where only the document knows.
 std::string exportFolder(const Arguments& arguments) {
@@ -52,16 +38,9 @@ void applyArguments(Host& host, const Arguments& arguments) {
     if (const std::optional<std::string> frames = arguments.value("--frames")) {
         exportFrames(document, requireRenderSettings(document), parseFrameRange(*frames));
     }
-    for (const std::string& setting : arguments.values("--set")) {
-        VideoPost& settings = requireRenderSettings(document);
-        const resources::Description* const description = host.descriptionOf(RENDER_SETTINGS);
-        if (!description) {
-            throw HostError("The parameters of the render settings can't be looked up");
-        }
-        applySetting(*toHost(&settings), *description, setting);
-    }
+    applyRenderSettings(host, arguments.values("--set"));
     if (const std::optional<std::string> seconds = arguments.value("--cancel-after")) {
-        host.user().addDialogActions({{parseSeconds(*seconds), UserAction::Kind::close, 0, GeData()}});
+        host.user().addDialogActions({{parseTime(*seconds), UserAction::Kind::close, 0, GeData()}});
     }
 }
 

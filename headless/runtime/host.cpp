@@ -45,7 +45,8 @@ std::unique_ptr<DrivenClock> drivenClock(const HostOptions& options, MainLoop& l
 Host::Host(HostOptions options)
     : console_(orElse(options.consoleSink, [this](const std::string& line) { terminal_.print(line); })),
       errors_(orElse(options.errorSink, [this](const std::string& line) { terminal_.printError(line); })),
-      status_(orElse(options.statusSink, [this](const std::string& line) { terminal_.showStatus(line); })),
+      status_(orElse(options.statusSink, [this](const std::string& line) { terminal_.showStatus(line); }),
+              options.statusTextSink),
       clock_(fixedClock(options), drivenClock(options, loop_)),
       startupPath_(options.startupPath.empty() ? platform::executablePath().parent_path()
                                                : std::move(options.startupPath)) {
@@ -102,6 +103,7 @@ void Host::unloadPlugin() {
         return;
     }
     dialogs_.closeAll();
+    endWorkOnDocument();
     // They may be at work on the document.
     threads_.endAll();
     // Messages on their way may own memory that their receiver frees.
@@ -123,7 +125,23 @@ void Host::unloadPlugin() {
     started_ = false;
 }
 
+void Host::beforeClose(const void* owner, std::function<void()> task) {
+    forgetClose(owner);
+    closeTasks_.emplace_back(owner, std::move(task));
+}
+
+void Host::forgetClose(const void* owner) {
+    std::erase_if(closeTasks_, [owner](const auto& entry) { return entry.first == owner; });
+}
+
+void Host::endWorkOnDocument() {
+    for (const auto& [owner, task] : std::exchange(closeTasks_, {})) {
+        task();
+    }
+}
+
 void Host::open(std::unique_ptr<Document> document) {
+    endWorkOnDocument();
     setActiveDocument(document.get());
     document_ = std::move(document);
 }

@@ -4,6 +4,8 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "headless/model/document.h"
 #include "headless/preview/preview_scenes.h"
@@ -48,6 +50,9 @@ public:
 
     /// Makes `document` the active one, in place of the last, which is freed.
     void open(std::unique_ptr<Document> document);
+    /// Runs `task` before the open document, or the plug-in, goes. One for each owner. Main thread.
+    void beforeClose(const void* owner, std::function<void()> task);
+    void forgetClose(const void* owner);
     /// Null when none is open.
     Document* document() const { return document_.get(); }
 
@@ -120,6 +125,7 @@ private:
     void settle();
     void deliverCoreMessage(int32_t id, const BaseContainer& message);
     const Registration& requireCommand(int32_t id) const;
+    void endWorkOnDocument();
     void unloadPlugin();
 
     Terminal terminal_;
@@ -144,6 +150,7 @@ private:
     bool started_ = false;
     PreviewScenes previewScenes_;
     std::unique_ptr<Document> document_;
+    std::vector<std::pair<const void*, std::function<void()>>> closeTasks_;
 };
 
 } // namespace headless

@@ -17,6 +17,8 @@ struct HostOptions {
     LineSink errorSink;
     /// The status line, "" to take it away; standard error when that is a terminal.
     LineSink statusSink;
+    /// Each new text of the status bar alone; for nobody when empty.
+    LineSink statusTextSink;
 
     /// Given to the plug-in instead of the system's time. Without it QUENZA_HEADLESS_CLOCK of the environment
     /// counts, then the system's time.

@@ -55,6 +55,26 @@ private:
     std::unique_ptr<State> state_;
 };
 
+/// Calls `onKey` on a thread of its own for each key pressed in the terminal of standard input, without a
+/// line end and without showing it. Does nothing when standard input is no terminal, or this process isn't in
+/// its foreground. The terminal is as before at the end, also when the third Ctrl-C ends the process. One at
+/// a time.
+class KeyWatch {
+public:
+    explicit KeyWatch(std::function<void(char)> onKey);
+    KeyWatch(const KeyWatch&) = delete;
+    KeyWatch& operator=(const KeyWatch&) = delete;
+    ~KeyWatch();
+
+    bool isActive() const { return state_ != nullptr; }
+    /// No key is told any more.
+    void end();
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
 /// Name of the plug-in's file on this platform.
 #ifdef _WIN32
 inline constexpr const char* PLUGIN_FILE = "cquenza.cdl64";

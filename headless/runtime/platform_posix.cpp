@@ -10,7 +10,9 @@
 #include <csignal>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/ioctl.h>
+#include <termios.h>
 #include <thread>
 #include <unistd.h>
 
@@ -27,10 +29,40 @@ constexpr char INTERRUPT = 'i';
 volatile std::sig_atomic_t requestCount = 0;
 volatile std::sig_atomic_t requestPipe = -1;
 
+// How the terminal was before its keys were watched.
+termios savedModes;
+volatile std::sig_atomic_t areModesChanged = 0;
+
+void restoreModes() {
+    if (areModesChanged != 0) {
+        tcsetattr(STDIN_FILENO, TCSANOW, &savedModes);
+        areModesChanged = 0;
+    }
+}
+
+/// Keys come at once and unseen; Ctrl-C and Ctrl-Z stay signals. Ctrl-\ is a key: it would leave the terminal
+/// so.
+bool changeModes() {
+    if (tcgetpgrp(STDIN_FILENO) != getpgrp() || tcgetattr(STDIN_FILENO, &savedModes) != 0) {
+        return false;
+    }
+    termios modes = savedModes;
+    modes.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+    modes.c_cc[VMIN] = 1;
+    modes.c_cc[VTIME] = 0;
+    modes.c_cc[VQUIT] = _POSIX_VDISABLE;
+    areModesChanged = 1;
+    if (tcsetattr(STDIN_FILENO, TCSANOW, &modes) != 0) {
+        areModesChanged = 0;
+    }
+    return areModesChanged != 0;
+}
+
 extern "C" void onSignal(int signal) {
     const int savedError = errno;
     requestCount = requestCount + 1;
     if (requestCount >= FATAL_REQUEST) {
+        restoreModes();
         std::signal(signal, SIG_DFL);
         raise(signal);
     }
@@ -125,6 +157,58 @@ InterruptWatch::~InterruptWatch() {
     requestPipe = -1;
     close(state_->ends[0]);
     close(state_->ends[1]);
+}
+
+struct KeyWatch::State {
+    int stopEnds[2] = {-1, -1};
+    std::thread thread;
+};
+
+KeyWatch::KeyWatch(std::function<void(char)> onKey) {
+    auto state = std::make_unique<State>();
+    if (!isTerminal(stdin) || pipe(state->stopEnds) != 0) {
+        return;
+    }
+    for (const int end : state->stopEnds) {
+        fcntl(end, F_SETFD, FD_CLOEXEC);
+    }
+    if (!changeModes()) {
+        close(state->stopEnds[0]);
+        close(state->stopEnds[1]);
+        return;
+    }
+    state->thread = std::thread([stopEnd = state->stopEnds[0], call = std::move(onKey)] {
+        pollfd sources[] = {{STDIN_FILENO, POLLIN, 0}, {stopEnd, POLLIN, 0}};
+        while (poll(sources, std::size(sources), -1) >= 0 || errno == EINTR) {
+            char key = 0;
+            if (sources[1].revents != 0) {
+                return;
+            }
+            if (sources[0].revents != 0) {
+                if (read(STDIN_FILENO, &key, 1) != 1) {
+                    return;
+                }
+                call(key);
+            }
+        }
+    });
+    state_ = std::move(state);
+}
+
+KeyWatch::~KeyWatch() {
+    end();
+}
+
+void KeyWatch::end() {
+    if (!state_) {
+        return;
+    }
+    [[maybe_unused]] const ssize_t written = write(state_->stopEnds[1], &STOP, 1);
+    state_->thread.join();
+    restoreModes();
+    close(state_->stopEnds[0]);
+    close(state_->stopEnds[1]);
+    state_.reset();
 }
 
 } // namespace headless::platform

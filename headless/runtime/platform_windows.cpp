@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <io.h>
+#include <thread>
 
 #ifndef NOMINMAX
 #define NOMINMAX
@@ -122,6 +123,55 @@ InterruptWatch::InterruptWatch(std::function<void()> onInterrupt) {
 
 InterruptWatch::~InterruptWatch() {
     SetConsoleCtrlHandler(onConsoleEvent, FALSE);
+}
+
+struct KeyWatch::State {
+    DWORD savedMode = 0;
+    HANDLE stop = nullptr;
+    std::thread thread;
+};
+
+KeyWatch::KeyWatch(std::function<void(char)> onKey) {
+    const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+    auto state = std::make_unique<State>();
+    if (!GetConsoleMode(input, &state->savedMode)) {
+        return;
+    }
+    state->stop = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    if (!state->stop) {
+        return;
+    }
+    SetConsoleMode(input, ENABLE_PROCESSED_INPUT);
+    state->thread = std::thread([input, stop = state->stop, call = std::move(onKey)] {
+        const HANDLE sources[] = {stop, input};
+        while (WaitForMultipleObjects(2, sources, FALSE, INFINITE) == WAIT_OBJECT_0 + 1) {
+            INPUT_RECORD record;
+            DWORD count = 0;
+            if (!ReadConsoleInputW(input, &record, 1, &count)) {
+                return;
+            }
+            const KEY_EVENT_RECORD& key = record.Event.KeyEvent;
+            if (count == 1 && record.EventType == KEY_EVENT && key.bKeyDown && key.uChar.UnicodeChar < 0x80) {
+                call(static_cast<char>(key.uChar.UnicodeChar));
+            }
+        }
+    });
+    state_ = std::move(state);
+}
+
+KeyWatch::~KeyWatch() {
+    end();
+}
+
+void KeyWatch::end() {
+    if (!state_) {
+        return;
+    }
+    SetEvent(state_->stop);
+    state_->thread.join();
+    SetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), state_->savedMode);
+    CloseHandle(state_->stop);
+    state_.reset();
 }
 
 } // namespace headless::platform

@@ -9,6 +9,9 @@ namespace headless {
 
 namespace {
 
+/// Renders show something new many times a second, for days.
+constexpr size_t LONGEST_HISTORY = 10'000;
+
 void append(std::string& line, const std::string& part, const char* between = "  ") {
     if (!part.empty()) {
         line += line.empty() ? "" : between;
@@ -20,6 +23,9 @@ void append(std::string& line, const std::string& part, const char* between = " 
 
 void StatusBar::setText(const std::string& text) {
     const std::lock_guard lock(mutex_);
+    if (showText_ && !text.empty() && text != text_) {
+        showText_(text);
+    }
     text_ = text;
     changed();
 }
@@ -51,9 +57,19 @@ void StatusBar::refresh() {
     redraw();
 }
 
+std::string StatusBar::text() const {
+    const std::lock_guard lock(mutex_);
+    return text_;
+}
+
+std::optional<int> StatusBar::percent() const {
+    const std::lock_guard lock(mutex_);
+    return percent_;
+}
+
 std::vector<std::string> StatusBar::history() const {
     const std::lock_guard lock(mutex_);
-    return history_;
+    return {history_.begin(), history_.end()};
 }
 
 std::string StatusBar::content() const {
@@ -69,6 +85,9 @@ void StatusBar::changed() {
     std::string now = content();
     if (history_.empty() || history_.back() != now) {
         history_.push_back(std::move(now));
+        if (history_.size() > LONGEST_HISTORY) {
+            history_.pop_front();
+        }
         redraw();
     }
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <deque>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -12,10 +13,12 @@
 namespace headless {
 
 /// The status bar of the host's window: a text and a percentage, set by any thread, and what runs at the
-/// moment with the time since it began. `show` gets the line to be seen, "" when there is nothing to show.
+/// moment with the time since it began. `show` gets the line to be seen, "" when there is nothing to show,
+/// and `showText` each new text.
 class StatusBar {
 public:
-    explicit StatusBar(LineSink show) : show_(std::move(show)) {}
+    explicit StatusBar(LineSink show, LineSink showText = {})
+        : show_(std::move(show)), showText_(std::move(showText)) {}
 
     void setText(const std::string& text);
     /// Clamped to 0 to 100.
@@ -27,7 +30,10 @@ public:
     /// Shows the line anew, with the time that has passed.
     void refresh();
 
-    /// What the bar showed so far, each change once, without times: "text", "text 40%".
+    /// The text, "" without one.
+    std::string text() const;
+    std::optional<int> percent() const;
+    /// What the bar showed lately, each change once, without times: "text", "text 40%".
     std::vector<std::string> history() const;
 
 private:
@@ -37,11 +43,12 @@ private:
 
     mutable std::mutex mutex_;
     LineSink show_;
+    LineSink showText_;
     std::string text_;
     std::optional<int> percent_;
     std::string work_;
     std::chrono::steady_clock::time_point workBegan_;
-    std::vector<std::string> history_;
+    std::deque<std::string> history_;
 };
 
 } // namespace headless

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "headless/app/picture_file.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "headless/app/arguments.h"
+#include "headless/images/image_files.h"
+#include "headless/runtime/platform.h"
+
+namespace headless {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Format {
+    const char* suffix;
+    int32_t filter;
+};
+constexpr Format FORMATS[] = {{".png", FILTER_PNG}, {".jpg", FILTER_JPG},  {".jpeg", FILTER_JPG},
+                              {".tif", FILTER_TIF}, {".tiff", FILTER_TIF}, {".bmp", FILTER_BMP},
+                              {".tga", FILTER_TGA}};
+
+int32_t filterOf(const fs::path& path) {
+    std::string suffix = platform::utf8FromPath(path.extension());
+    std::ranges::transform(suffix, suffix.begin(),
+                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const auto format = std::ranges::find(FORMATS, suffix, [](const Format& entry) { return entry.suffix; });
+    if (format == std::end(FORMATS)) {
+        throw UsageError("--image writes an image: " + platform::utf8FromPath(path.filename()) +
+                         " should end with .png, .jpg, .tif, .bmp or .tga");
+    }
+    return format->filter;
+}
+
+} // namespace
+
+PictureFile::PictureFile(const std::string& file)
+    : path_(fs::absolute(platform::pathFromUtf8(file)).lexically_normal()), filter_(filterOf(path_)) {}
+
+void PictureFile::makeFolder() const {
+    std::error_code error;
+    fs::create_directories(path_.parent_path(), error);
+    if (error) {
+        throw HostError("The folder " + platform::utf8FromPath(path_.parent_path()) +
+                        " can't be made: " + error.message());
+    }
+}
+
+void PictureFile::update(const PictureSession& session) {
+    if (session.changes() == written_) {
+        return;
+    }
+    Image image;
+    written_ = session.copyImage(image);
+    ImageSaving saving;
+    saving.filter = filter_;
+    if (writeImage(path_, image, saving) != IMAGERESULT_OK) {
+        throw HostError("The image " + path() + " can't be written");
+    }
+}
+
+std::string PictureFile::path() const {
+    return platform::utf8FromPath(path_);
+}
+
+} // namespace headless
