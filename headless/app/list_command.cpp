@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "headless/app/description_list.h"
+#include "headless/app/menu_list.h"
 #include "headless/app/text_table.h"
 
 namespace headless {
@@ -36,15 +37,26 @@ void listPlugins(const Registrations& registrations) {
 
 ExitStatus listCommand(Host& host, const Arguments& arguments) {
     const std::optional<std::string> file = arguments.value("--document");
-    if (arguments.operands.front() == "descriptions") {
-        if (file) {
-            openDocumentFile(host, *file);
-        }
+    const std::string& what = arguments.operands.front();
+    if (what != "descriptions" && arguments.operands.size() > 1) {
+        throw UsageError("Only descriptions have a class");
+    }
+    if (what == "plugins" && file) {
+        throw UsageError("Only descriptions and menus have a document");
+    }
+    if (file) {
+        openDocumentFile(host, *file);
+    }
+    if (what == "descriptions") {
         listDescriptions(host,
                          arguments.operands.size() > 1 ? std::optional(arguments.operands[1]) : std::nullopt,
                          host.document());
-    } else if (arguments.operands.size() > 1 || file) {
-        throw UsageError("Only descriptions have a class and a document");
+    } else if (what == "menus") {
+        if (!file) {
+            // The host always has one open.
+            host.open(std::make_unique<Document>());
+        }
+        std::fputs(menuList(host).c_str(), stdout);
     } else {
         listPlugins(host.registrations());
     }

@@ -27,6 +27,8 @@ public:
     /// Milliseconds since the machine started, wrapping around; a constant of a fixed clock, and of a driven
     /// one as far as it was moved.
     uint32_t milliseconds() const;
+    /// True when `milliseconds` never changes.
+    bool standsStill() const { return fixed_ && !driven_; }
     /// Null when the system's time is told.
     DrivenClock* driven() const { return driven_.get(); }
 

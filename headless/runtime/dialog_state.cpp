@@ -50,12 +50,9 @@ std::optional<GeData> Gadget::entry(const GeData& wanted) const {
     if (kind == GADGET_EDITNUMBER && std::isnan(wanted.GetReal())) {
         return std::nullopt;
     }
-    if (kind == GADGET_EDITNUMBER && range) {
-        const float number = wanted.GetReal();
-        const float limited = std::clamp(number, range->minimum, range->maximum);
-        if (limited != number) {
-            return wanted.GetType() == DA_LONG ? GeData(static_cast<int32_t>(limited)) : GeData(limited);
-        }
+    if (kind == GADGET_EDITNUMBER && range &&
+        (wanted.GetReal() < range->minimum || wanted.GetReal() > range->maximum)) {
+        return GeData(std::clamp(wanted.GetReal(), range->minimum, range->maximum));
     }
     return wanted;
 }

@@ -79,7 +79,7 @@ BaseContainer* Menus::search(BaseContainer& menu, const String& entry, int32_t& 
 
 std::optional<int32_t> pluginCommandOf(const String& entry) {
     constexpr std::string_view PREFIX = "PLUGIN_CMD_";
-    const std::string text = entry.GetUtf8();
+    const std::string& text = entry.GetUtf8();
     if (!text.starts_with(PREFIX)) {
         return std::nullopt;
     }

@@ -73,7 +73,7 @@ void specialEventAdd(int32_t messageId, uintptr_t parameter1, uintptr_t paramete
 }
 
 void eventAdd() {
-    // There is no window to draw anew: whoever reads the document next sees the change.
+    Host::current().tellOfChange();
 }
 
 bool addUserPreviewScene(const Filename& scene, int32_t pluginId) {
@@ -116,12 +116,12 @@ bool unpackZip(const Filename& archive, const Filename& folder) {
     return fault.empty();
 }
 
-BaseContainer* getMenuResource(const String& /*name*/) {
-    return nullptr; // No window, no menus.
+BaseContainer* getMenuResource(const String& name) {
+    return Host::current().menus().find(name);
 }
 
-BaseContainer* searchMenuResource(BaseContainer* /*menu*/, const String& /*entry*/, int32_t& /*index*/) {
-    return nullptr;
+BaseContainer* searchMenuResource(BaseContainer* menu, const String& entry, int32_t& index) {
+    return menu ? Menus::search(*menu, entry, index) : nullptr;
 }
 
 } // namespace
