@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <string_view>
+#include <thread>
 
 /// What the operating system gives. All paths and texts are UTF-8; on Windows they pass through the wide
 /// form.
@@ -53,6 +54,9 @@ String getProgramDirectory();
 
 /// Lets other programs go before this one from now on. False when the system refuses.
 bool lowerPriority();
+
+/// In the numbers of Windows; MyThread tells what becomes of them elsewhere. 0, or the system's error number.
+int setThreadPriority(std::thread& thread, int value);
 
 /// Text of the system's last error, or of a given one.
 String lastErrorText();

@@ -3,14 +3,18 @@
 
 #include "foundation/platform.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
+#include <pthread.h>
+#include <sched.h>
 #include <string>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -21,6 +25,8 @@ namespace Quenza::PlatformUtils {
 namespace {
 
 constexpr int LOW_PRIORITY_NICE = 10;
+/// The number of Windows for threads that only take what no other wants.
+constexpr int IDLE_THREAD_PRIORITY = -15;
 
 /// Splits at blanks outside of double quotes, which are dropped; nothing else is special.
 std::vector<std::string> splitCommandLine(const std::string& line) {
@@ -133,6 +139,19 @@ String getProgramDirectory() {
     std::error_code error;
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
     return error ? String() : String(program.parent_path().string());
+}
+
+int setThreadPriority(std::thread& thread, int value) {
+    if (!thread.joinable())
+        return ESRCH;
+    sched_param parameters{};
+    parameters.sched_priority = std::max(value, 0); // ordinary threads have none, so that the system refuses
+    int policy = SCHED_OTHER;
+#ifdef __linux__
+    if (value < 0)
+        policy = value <= IDLE_THREAD_PRIORITY ? SCHED_IDLE : SCHED_BATCH;
+#endif
+    return pthread_setschedparam(thread.native_handle(), policy, &parameters);
 }
 
 bool lowerPriority() {

@@ -123,6 +123,10 @@ bool lowerPriority() {
     return SetPriorityClass(GetCurrentProcess(), BELOW_NORMAL_PRIORITY_CLASS) != 0;
 }
 
+int setThreadPriority(std::thread& thread, int value) {
+    return SetThreadPriority(thread.native_handle(), value) ? 0 : lastErrorCode();
+}
+
 String errorText(int code) {
     wchar_t* buffer = nullptr;
     const DWORD length = FormatMessageW(
