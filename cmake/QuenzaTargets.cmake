@@ -21,10 +21,15 @@ target_compile_options(
             $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
             $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds>
             $<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overflow>)
+if(QUENZA_SANITIZE STREQUAL "thread")
+  set(sanitizers thread)
+elseif(QUENZA_SANITIZE)
+  set(sanitizers address,undefined)
+endif()
 if(QUENZA_SANITIZE)
-  target_compile_options(quenza_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
+  target_compile_options(quenza_options INTERFACE -fsanitize=${sanitizers} -fno-sanitize-recover=undefined
                                                   -fno-omit-frame-pointer)
-  target_link_options(quenza_options INTERFACE -fsanitize=address,undefined)
+  target_link_options(quenza_options INTERFACE -fsanitize=${sanitizers})
   target_compile_definitions(quenza_options INTERFACE _GLIBCXX_ASSERTIONS)
 endif()
 
