@@ -16,7 +16,7 @@ void TaskRunnerThread::run() {
             failure = std::current_exception();
         }
         task.reset();
-        manager->taskFinished(failure);
+        manager->taskFinished(std::move(failure));
     }
 }
 
@@ -65,8 +65,8 @@ void TaskManager::addTask(std::unique_ptr<Task> task) {
 void TaskManager::waitForTasks() {
     std::unique_lock lock(mutex);
     all_done.wait(lock, [this] { return unfinished == 0; });
-    if (const std::exception_ptr failure = std::exchange(first_failure, nullptr))
-        std::rethrow_exception(failure);
+    if (std::exception_ptr failure = std::exchange(first_failure, nullptr))
+        std::rethrow_exception(std::move(failure));
 }
 
 std::unique_ptr<Task> TaskManager::dequeueTask() {
@@ -79,10 +79,10 @@ std::unique_ptr<Task> TaskManager::dequeueTask() {
     return task;
 }
 
-void TaskManager::taskFinished(const std::exception_ptr& failure) {
+void TaskManager::taskFinished(std::exception_ptr failure) {
     const std::lock_guard lock(mutex);
-    if (failure && !first_failure)
-        first_failure = failure;
+    if (!first_failure)
+        first_failure = std::move(failure);
     if (--unfinished == 0)
         all_done.notify_all();
 }

@@ -51,7 +51,7 @@ public:
     /// Waits for a task; null when the runner is to end.
     std::unique_ptr<Task> dequeueTask();
     /// A task is done, and gone; `failure` is what it threw.
-    void taskFinished(const std::exception_ptr& failure);
+    void taskFinished(std::exception_ptr failure);
 
 private:
     void endThreads();
