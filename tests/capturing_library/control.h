@@ -114,7 +114,8 @@ public:
     ///
     /// The display image is, for each channel, the sum of all layers by their gains, times `scale` (linear),
     /// `postScale` (Reinhard) or two to the power of `evAdjust` (camera), from 0 to 1 made 0 to 255 and
-    /// rounded, whatever the gamma; a fourth byte is 255.
+    /// rounded, whatever the gamma; a fourth byte is 255. A byte buffer of another size is resized, to three
+    /// bytes a pixel unless it has four.
     virtual void setLayers(LayerColour colour) = 0;
     /// Names and kinds that HardwareInfoDLLAPI.getGPUInfo gives; at first "Capture CUDA" (1) and "Capture
     /// OpenCL" (0).

@@ -73,6 +73,11 @@ void ToneMapper::start() {
 
 void ToneMapper::run(const TakenState& taken) {
     const Quenza::Lock lock(buffer->mutex);
+    const uint32_t size = bytes->bytesPerPixel() == 4 ? 4 : 3;
+    if (bytes->getWidth() != buffer->getWidth() || bytes->getHeight() != buffer->getHeight() ||
+        bytes->bytesPerPixel() != size) {
+        bytes->resize(buffer->getWidth(), buffer->getHeight(), size);
+    }
     for (uint32_t y = 0; y < buffer->getHeight(); ++y) {
         for (uint32_t x = 0; x < buffer->getWidth(); ++x) {
             writePixel(taken, x, y);
@@ -136,11 +141,6 @@ TakenState stateOf(const SceneNodeTonemapping* tonemapping, const SceneNodeRende
     return state;
 }
 
-bool fits(const UInt8Buffer& bytes, const RenderBuffer& buffer) {
-    return bytes.getWidth() == buffer.getWidth() && bytes.getHeight() == buffer.getHeight() &&
-           (bytes.bytesPerPixel() == 3 || bytes.bytesPerPixel() == 4);
-}
-
 i32 setUp(InterfaceBase* object, const String& dll_directory, const String& appdata_directory,
           const Ref<RenderBuffer>& buffer, float gamma, const Ref<UInt8Buffer>& bytes,
           const Ref<FloatBuffer>& floats, String& error) {
@@ -152,10 +152,6 @@ i32 setUp(InterfaceBase* object, const String& dll_directory, const String& appd
     if (const i32 code = captureState().outcome(mapper.name, &reason); code != 0) {
         error = reason;
         return code;
-    }
-    if (!fits(*bytes, *buffer)) {
-        error = "The display image is not of the render's size.";
-        return -1;
     }
     mapper->buffer = buffer;
     mapper->bytes = bytes;
