@@ -3,6 +3,7 @@
 
 #include "headless/app/plugin_numbers.h"
 #include "headless/app/realtime_words.h"
+#include "headless/build/caches.h"
 #include "headless/images/image_files.h"
 #include "headless/model/handles.h"
 
@@ -93,6 +94,8 @@ ExitStatus realtimeCommand(Host& host, const Arguments& arguments) {
         throw HostError("The realtime preview waits for a clock that a fixed one stops: leave it out");
     }
     openDocumentFile(host, arguments.operands.front());
+    // An open document has its caches from the views that show it, and the preview relies on that.
+    buildCaches(*host.document(), nullptr);
     GeDialog& dialog = openPreview(host, wishes);
     PreviewRun preview(host, dialog);
     preview.start();

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "headless/app/closest_names.h"
 #include "headless/app/command_line.h"
 #include "headless/app/export_outcome.h"
 #include "headless/app/export_settings.h"
 #include "headless/app/parameter_setting.h"
-#include "headless/app/text_table.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 #include "headless/resources/resource_folder.h"
@@ -51,44 +49,11 @@ TEST(ArgumentsTest, TellsWhatIsWrong) {
         {{"--to", "x", "render"}, "There is no option --to"},
         {{"render", "a", "--to"}, "--to needs a value: --to FILE.qzs"},
         {{"render", "a", "--frame", "1", "--frame", "2"}, "--frame was given twice"},
-        {{"list", "plugin"}, "list takes plugins or descriptions, not plugin"},
+        {{"list", "plugin"}, "list takes plugins or descriptions or menus, not plugin"},
     };
     for (const auto& test : cases) {
         EXPECT_EQ(thrownMessage<UsageError>([&] { parse(test.words); }), test.message);
     }
-}
-
-TEST(ArgumentsTest, HelpNamesEverythingAndFitsATerminal) {
-    const ProgramSpec& program = commandLine();
-    std::string text = helpText(program);
-    for (const CommandSpec& command : program.commands) {
-        EXPECT_NE(text.find("\n  " + std::string(command.name)), std::string::npos);
-        const std::string own = helpText(program, &command);
-        for (const OptionSpec& option : command.options) {
-            EXPECT_NE(own.find("\n  " + std::string(option.name) + " " + std::string(option.value)),
-                      std::string::npos);
-        }
-        text += own;
-    }
-    for (size_t at = 0; at < text.size();) {
-        const size_t end = text.find('\n', at);
-        EXPECT_LE(end - at, 100u) << text.substr(at, end - at);
-        at = end + 1;
-    }
-}
-
-TEST(ClosestNamesTest, PrefersNamesThatHoldTheWord) {
-    const Lines known = {"RS_HALT_TIME", "RS_HALT_SPP", "RS_MODE", "RS_GPU", "RS_GPU_DEVICE"};
-    EXPECT_EQ(closestNames("halt", known), (Lines{"RS_HALT_TIME", "RS_HALT_SPP"}));
-    EXPECT_EQ(closestNames("RS_HALTSPP", known), (Lines{"RS_HALT_SPP"}));
-    EXPECT_EQ(closestNames("something else", known), Lines{});
-}
-
-TEST(TextTableTest, AlignsColumns) {
-    TextTable table({"ID", "NAME"});
-    table.add({"1", "W\xC3\xBCrfel\nrot"});
-    table.add({"1000", ""});
-    EXPECT_EQ(table.text(), "ID    NAME\n1     W\xC3\xBCrfel rot\n1000\n");
 }
 
 /// The render settings of the plug-in.
@@ -125,26 +90,6 @@ TEST_F(Settings, TakeValuesOfEachType) {
     EXPECT_EQ(set("1410=Key, left").GetString(1410), String("Key, left"));
     EXPECT_EQ(set("rs_halt_spp=3").GetReal(1382), 3.0f) << "names in either case";
     EXPECT_EQ(document().activeRenderData()->videoPosts().first()->next, nullptr);
-}
-
-TEST_F(Settings, LinkObjectsAndMaterialsByName) {
-    Object& parent = document().appendObject(createObject(Onull));
-    Object& sun = document().insertObject(createObject(Ocube), &parent);
-    sun.name = "Shining";
-    Material& background = document().appendMaterial(createMaterial(Mmaterial));
-    background.name = "Shining";
-    EXPECT_EQ(set("RS_SUN_OBJECT=Shining").GetLink(1301, nullptr), toHost(&sun));
-    EXPECT_EQ(set("RS_BACKGROUND_LINK=Shining").GetLink(1384, nullptr), toHost(&background));
-    EXPECT_EQ(set("1384=").GetLink(1384, nullptr), nullptr);
-    EXPECT_NE(refusal("1384=Shinin").find("nothing of that name that it takes; is Shining meant?"),
-              std::string::npos);
-}
-
-TEST_F(Settings, NeedAPlugInThatHasThem) {
-    stop();
-    startWorking();
-    EXPECT_EQ(thrownMessage<HostError>([&] { requireRenderSettings(document()); }),
-              "The plug-in has no render settings");
 }
 
 TEST_F(Settings, TellWhatIsWrong) {

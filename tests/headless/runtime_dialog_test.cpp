@@ -40,11 +40,6 @@ TEST_F(Dialog, ClosesOnAnInterrupt) {
     EXPECT_TRUE(host().dialogs().openDialogs().empty());
 }
 
-TEST_F(Dialog, ThatIsUnwillingDoesNotOpen) {
-    startWorking();
-    EXPECT_FALSE(host().executeCommand(TEST_UNWILLING_DIALOG));
-}
-
 TEST_F(Dialog, HoldsGadgetsThatAUserFillsAndPresses) {
     startWorking();
     host().user().addDialogActions({{0ms, UserAction::Kind::set, FORM_TEXT, GeData("hello")},
@@ -68,12 +63,6 @@ TEST_F(Dialog, HoldsGadgetsThatAUserFillsAndPresses) {
     EXPECT_TRUE(host().executeCommand(TEST_FORM)) << "opens with a new layout";
     EXPECT_EQ(state.find(FORM_TEXT)->value.GetString(), String());
     EXPECT_TRUE(host().dialogs().requestClose(form));
-}
-
-TEST_F(Dialog, OpenAtTheEndIsClosed) {
-    startWorking();
-    EXPECT_TRUE(host().executeCommand(TEST_FORM));
-    stop();
 }
 
 TEST_F(Dialog, AnswersComeFromTheScriptAndElseCancel) {

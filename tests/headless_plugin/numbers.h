@@ -13,8 +13,6 @@ enum TestPluginId : int32_t {
     /// Starts a thread that throws, and waits for it.
     TEST_THROWING_THREAD = 9000004,
     TEST_DISABLED = 9000005,
-    /// Opens a dialog whose InitValues fails.
-    TEST_UNWILLING_DIALOG = 9000006,
     /// Uses a dialog call from another thread: while the main thread waits, and while it doesn't.
     TEST_OTHER_THREAD = 9000007,
     /// Opens a form beside, or closes it.
@@ -23,6 +21,21 @@ enum TestPluginId : int32_t {
     TEST_LEFT_THREAD = 9000009,
     TEST_TAG = 9000010,
     TEST_THROWING = 9000011,
+    /// Of the plug-in with a dialog of all gadgets: opens it.
+    TEST_GADGETS = 9000012,
+    /// Of the plug-in with a video post.
+    TEST_RENDER = 9000013,
+};
+
+/// Parameters of the video post.
+enum TestRenderParameter : int32_t {
+    /// How often it paints, with 50 ms between; each time one brighter than the last, from 100 on.
+    RENDER_ROUNDS = 1001,
+    /// The phase that fails, whether in opening, and with what.
+    RENDER_FAILING_PHASE = 1002,
+    RENDER_FAILS_OPENING = 1003,
+    RENDER_FAILURE = 1004,
+    RENDER_THROWS = 1005,
 };
 
 enum TestDialogGadget : int32_t {

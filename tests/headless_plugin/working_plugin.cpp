@@ -128,19 +128,6 @@ public:
     int32_t GetState(BaseDocument* /*document*/) override { return 0; }
 };
 
-class UnwillingDialog : public GeDialog {
-public:
-    bool InitValues() override { return false; }
-};
-
-class OpenUnwilling : public CommandData {
-public:
-    bool Execute(BaseDocument* /*document*/) override {
-        UnwillingDialog dialog;
-        return dialog.OpenModal(10, 10);
-    }
-};
-
 class Asker : public C4DThread {
 public:
     explicit Asker(bool waitsForEnd) : waitsForEnd_(waitsForEnd) {}
@@ -266,7 +253,6 @@ bool start() {
         registerCommand<ThrowingThread>(TEST_THROWING_THREAD, "Throwing Thread") &&
         registerCommand<Throwing>(TEST_THROWING, "Throwing") &&
         registerCommand<Disabled>(TEST_DISABLED, "Disabled") &&
-        registerCommand<OpenUnwilling>(TEST_UNWILLING_DIALOG, "Unwilling") &&
         registerCommand<OtherThread>(TEST_OTHER_THREAD, "Other Thread") &&
         registerCommand<ToggleForm>(TEST_FORM, "Form") &&
         registerCommand<LeaveThread>(TEST_LEFT_THREAD, "Leave") && RegisterTagPlugin(tag, makeTag);
