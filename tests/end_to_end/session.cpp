@@ -39,13 +39,14 @@ headless::Host& Session::start() {
     return *host_;
 }
 
-headless::Host& Session::startHost() {
+headless::Host& Session::startHost(bool hasDrivenClock) {
     headless::HostOptions options;
     const auto silent = [](const std::string&) {};
     options.consoleSink = silent;
     options.errorSink = silent;
     options.statusSink = silent;
     options.fixedClock = DateTime{2026, 11, 24, 9, 5, 7};
+    options.drivenClock = hasDrivenClock;
     host_ = std::make_unique<headless::Host>(options);
     linesSeen_ = 0;
     return *host_;

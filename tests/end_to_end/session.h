@@ -23,8 +23,8 @@ protected:
 
     /// Starts the host and the plug-in; without it tests can first prepare the folder.
     headless::Host& start();
-    /// Starts the host alone.
-    headless::Host& startHost();
+    /// Starts the host alone; with a driven clock timers and sleeps follow Host::advance.
+    headless::Host& startHost(bool hasDrivenClock = false);
     headless::Host& host() { return *host_; }
     void stop() { host_.reset(); }
 
