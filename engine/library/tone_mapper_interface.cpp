@@ -97,7 +97,7 @@ i32 setUp(InterfaceBase* object, const String& dll_directory, const String& /*ap
             throw Quenza::QuenzaException(
                 "There is no image to tone map, or no buffer for what comes of it.");
         }
-        mapper.curve.emplace(gamma);
+        mapper.curve = DisplayCurve(gamma);
         mapper.data_folder = dll_directory.toStdString();
         mapper.buffer = buffer;
         mapper.bytes = bytes;
@@ -145,7 +145,7 @@ void toneMap(ToneMapperObject& mapper) {
         const std::lock_guard lock(mapper.mutex);
         values = mapper.values;
     }
-    if (!mapper.buffer || !values.settings) {
+    if (!mapper.curve || !values.settings) {
         throw Quenza::QuenzaException("The tone mapper hasn't been set up.");
     }
     const Snapshot snapshot = takeSnapshot(*mapper.buffer);
