@@ -127,28 +127,6 @@ TEST_F(MaterialBinding, ResolvesReferencesOfAllClasses) {
     }
 }
 
-TEST_F(MaterialBinding, NamesTheClassThatFoundNoRoot) {
-    struct Case {
-        Ref<Material> material;
-        const char* class_name;
-    };
-    const Case cases[] = {
-        {blendOf(10, 11), "BlendMaterial"},
-        {coatingOn(10), "CoatingMaterial"},
-        {thinOf(10, 11), "DoubleSidedThinMaterial"},
-        {sumOf(10, 11), "SumMaterial"},
-        {filledWith<SpecularMaterial>(20), "SpecularMaterial"},
-        {filledWith<GlossyTransparent>(20), "GlossyTransparent"},
-        {filledWith<DiffuseTransmitter>(20), "DiffuseTransmitter"},
-    };
-    for (const Case& c : cases) {
-        const std::string text = "Could not find root node in " + std::string(c.class_name) + "::doVisit().";
-        EXPECT_EQ(bindError(makeNode(c.material, 30, "detached")), text);
-        SceneVisitor visitor = makeVisitor(SceneVisitor::BIND);
-        EXPECT_EQ(thrownText([&] { c.material->bind(visitor, nullptr); }), text);
-    }
-}
-
 TEST_F(MaterialBinding, RejectsMissingAndWrongTargets) {
     Ref<SumMaterial> sum = new SumMaterial;
     sum->materials = {ten, {}};
@@ -166,16 +144,6 @@ TEST_F(MaterialBinding, RejectsMissingAndWrongTargets) {
     };
     for (const Case& c : cases)
         EXPECT_EQ(bindError(add(c.material)), c.text);
-}
-
-TEST_F(MaterialBinding, LeavesUnsetReferencesUnset) {
-    const Ref<SceneNodeMaterial> node = add(coatingOn(SceneNodeUID::INVALID_VALUE));
-    EXPECT_EQ(bindError(node), "no exception");
-    EXPECT_TRUE(node->getReferencedUIDs().empty());
-
-    SceneVisitor visitor = makeVisitor(SceneVisitor::BIND);
-    const Ref<Material> background = new DiffuseTransmitter;
-    EXPECT_EQ(thrownText([&] { background->bind(visitor, nullptr); }), "no exception");
 }
 
 TEST_F(MaterialBinding, CyclesEndWithTheAnswerOfTheRestOfTheGraph) {
@@ -208,109 +176,6 @@ TEST_F(MaterialBinding, LongChainsExhaustNeitherTimeNorStack) {
     EXPECT_EQ(eleven->getRefCount(), 2u);
 }
 
-TEST_F(MaterialBinding, RebindsToReplacementsOfTheRightType) {
-    const Ref<SceneNodeMaterial> node = add(blendOf(10, 11)),
-                                 glass = add(filledWith<SpecularMaterial>(20), 31);
-    ASSERT_EQ(bindError(node), "no exception");
-    ASSERT_EQ(bindError(glass), "no exception");
-    const Ref<SceneNodeMaterial> new_ten = makeNode(new NullMaterial, 10, "new ten");
-    const Ref<SceneNodeMedium> new_medium = new SceneNodeMedium(new Epidermis);
-    new_medium->setUID(SceneNodeUID(20));
-    const Ref<SceneNodeMedium> wrong = new SceneNodeMedium(new Dermis);
-    Map<SceneNodeUID, Ref<SceneNode>> nodes;
-    nodes.insert(SceneNodeUID(10), new_ten);
-    nodes.insert(SceneNodeUID(11), wrong);
-    nodes.insert(SceneNodeUID(20), new_medium);
-    node->rebindReferences(nodes);
-    glass->rebindReferences(nodes);
-    const BlendMaterial& blend = dynamic_cast<BlendMaterial&>(*node->material);
-    EXPECT_TRUE(blend.a_mat == new_ten);
-    EXPECT_TRUE(blend.b_mat == eleven);
-    EXPECT_TRUE(dynamic_cast<SpecularMaterial&>(*glass->material).internal_medium == new_medium);
-}
-
-TEST_F(MaterialBinding, OffsetsEachStoredUIDOnce) {
-    const Ref<SceneNodeMaterial> node = add(blendOf(10, SceneNodeUID::INVALID_VALUE));
-    node->scatter_uids = {SceneNodeUID(40), SceneNodeUID::INVALID};
-    const Ref<SceneNodeMaterial> sharing = add(node->material, 31);
-    const Ref<SceneNodeMaterial> unset = new SceneNodeMaterial(filledWith<GlossyTransparent>(20));
-    SceneVisitor visitor = makeVisitor(SceneVisitor::OFFSET_UIDS);
-    visitor.uid_offset = 1000;
-    for (const Ref<SceneNodeMaterial>& visited : {node, sharing, unset})
-        visited->doVisit(visitor);
-    EXPECT_EQ(node->getUID().value(), 1030u);
-    EXPECT_EQ(sharing->getUID().value(), 1031u);
-    EXPECT_FALSE(unset->getUID().isValid());
-    EXPECT_EQ(values(node->scatter_uids), (std::vector<u32>{1040, SceneNodeUID::INVALID_VALUE}));
-    EXPECT_EQ(values(sharing->getReferencedUIDs()), (std::vector<u32>{1010}));
-    EXPECT_EQ(values(unset->getReferencedUIDs()), (std::vector<u32>{1020}));
-}
-
-Ref<ShaderInfo> shaderWithFiles(const char* include, const char* texture) {
-    Ref<ShaderInfo> info = new ShaderInfo("q");
-    info->includes.push_back(include);
-    info->textures.push_back(Texture());
-    info->textures[0].path = texture;
-    return info;
-}
-
-TEST(MaterialFiles, AreCollectedAndReplacedEverywhere) {
-    Ref<PhongMaterial> phong = new PhongMaterial;
-    phong->textures.resize(2);
-    phong->textures[0].path = "a.png";
-    phong->shared_shader_info = shaderWithFiles("shared.qsl", "shared.png");
-    const Ref<ShaderInfo> common = shaderWithFiles("common.qsl", "common.png");
-    phong->exponent = new ShaderWavelengthIndependentParam(common);
-    phong->bump = new ShaderDisplacementParam(common);
-    phong->normal_map = new ShaderVec3Param(shaderWithFiles("normal.qsl", "normal.png"));
-    const Ref<SceneNodeMaterial> node = new SceneNodeMaterial(phong);
-    const Ref<SceneNode> clone = node->clone();
-
-    SceneVisitor visitor = makeVisitor(SceneVisitor::COLLECT_DEPENDENCIES);
-    node->doVisit(visitor);
-    std::vector<std::string> files;
-    for (const String& file : visitor.dependencies)
-        files.push_back(file.toStdString());
-    EXPECT_EQ(files,
-              (std::vector<std::string>{"a.png", "shared.qsl", "shared.png", "common.qsl", "common.png",
-                                        "common.qsl", "common.png", "normal.qsl", "normal.png"}));
-
-    visitor.mode = SceneVisitor::UPDATE_DEPENDENCIES;
-    for (const std::string& file : files)
-        visitor.path_map.insert(file, "new/" + file);
-    node->doVisit(visitor);
-    clone->doVisit(visitor);
-    EXPECT_EQ(phong->textures[0].path.toStdString(), "new/a.png");
-    EXPECT_EQ(phong->textures[1].path.toStdString(), "") << "no file";
-    EXPECT_EQ(common->includes[0].toStdString(), "new/common.qsl");
-    EXPECT_EQ(phong->shared_shader_info->textures[0].path.toStdString(), "new/shared.png");
-
-    SceneVisitor again = makeVisitor(SceneVisitor::UPDATE_DEPENDENCIES);
-    EXPECT_EQ(thrownText([&] { node->doVisit(again); }),
-              "While updating dependencies: Missing mapping for old path 'new/a.png'.");
-}
-
-TEST(SceneNodeMaterial, NameLivesOnTheMaterialOnceThereIsOne) {
-    Ref<SceneNodeMaterial> node = new SceneNodeMaterial;
-    node->setName("mine");
-    EXPECT_EQ(node->getName().toStdString(), "mine");
-    EXPECT_EQ(xmlText(*node), "<material>\n\t<uid>4294967295</uid>\n\t<name>mine</name>\n</material>\n");
-    EXPECT_EQ(node->getHighestLayerIndex(), 0u);
-    node->material = new SunSkyMaterial;
-    node->setName("its");
-    EXPECT_EQ(node->material->name.toStdString(), "its");
-    EXPECT_EQ(node->name.toStdString(), "mine");
-}
-
-TEST(SceneNodeMaterial, CloneSharesTheMaterial) {
-    const Ref<SceneNodeMaterial> node = makeNode(new NullMaterial, 7, "n");
-    node->setFlags(1);
-    const Ref<SceneNode> copy = node->clone();
-    EXPECT_TRUE(dynamic_cast<SceneNodeMaterial&>(*copy).material == node->material);
-    EXPECT_EQ(copy->getUID().value(), 7u);
-    EXPECT_EQ(copy->getFlags(), 1u);
-}
-
 TEST_F(MaterialBinding, BindsScatterNodes) {
     Ref<SceneNodeScatter> scatter = new SceneNodeScatter;
     scatter->setUID(SceneNodeUID(40));
@@ -332,10 +197,12 @@ TEST_F(MaterialBinding, BindsScatterNodes) {
     EXPECT_EQ(bindError(node), "Referenced node did not have type SceneNodeScatter");
 }
 
-TEST(SceneNodeMaterial, ScatterNodesNeedARoot) {
-    const Ref<SceneNodeMaterial> node = makeNode(new NullMaterial, 7, "n");
-    node->scatter_uids.push_back(SceneNodeUID(40));
-    EXPECT_EQ(bindError(node), "While binding scatter node: root node was NULL");
+TEST(SumMaterial, ChecksItsVectorsWhenWriting) {
+    Ref<SumMaterial> sum = new SumMaterial;
+    sum->materials.push_back(makeNode(new NullMaterial, 1, "A"));
+    EXPECT_EQ(thrownText([&] { xmlText(*makeNode(sum, 2, "S")); }), "num materials != num weights.");
+    sum->weights.push_back({});
+    EXPECT_EQ(thrownText([&] { xmlText(*makeNode(sum, 2, "S")); }), "Weight was null.");
 }
 
 } // namespace

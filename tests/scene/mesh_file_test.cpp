@@ -121,17 +121,6 @@ TEST_F(MeshFileTest, TakesNoMemoryForCountsBeyondTheFile) {
     EXPECT_EQ(read(bytesOf(HEADER + "03000000 00000000 FFFFFF7F")), "Read failed.");
 }
 
-TEST_F(MeshFileTest, SkipsUVSetNames) {
-    Mesh mesh;
-    EXPECT_EQ(read(bytesOf(HEADER + "01000000 00000000 00000000"
-                                    "02000000 03000000 616263 07000000 00000000 01000000"
-                                    "01000000 00000000 00000000 0000803F 00000000 00000000 00000000"),
-                   mesh),
-              "no exception");
-    ASSERT_EQ(mesh.vert_positions.size(), 1u);
-    EXPECT_EQ(mesh.vert_positions[0], (Vec3f{0, 0, 1}));
-}
-
 TEST_F(MeshFileTest, FailsAtEveryTruncation) {
     for (const std::string* file : {&VERSION_1, &VERSION_2, &VERSION_3}) {
         const std::string whole = bytesOf(*file);

@@ -10,8 +10,6 @@
 namespace Quenza {
 namespace {
 
-const u32 NO_UVS[4] = {0, 0, 0, 0};
-
 /// The unit square in the plane of x and y.
 Ref<Mesh> square() {
     const Ref<Mesh> mesh = new Mesh;
@@ -36,21 +34,6 @@ TEST(MeshTest, NormalisesNormalsAndRefusesBadOnes) {
     for (const Vec3f& bad : {Vec3f{0, 0, 0}, Vec3f{NAN, 0, 0}, Vec3f{INFINITY, 0, 0}})
         EXPECT_EQ(thrownText([&] { mesh.addVertex({0, 0, 0}, bad); }), "Invalid normal");
     EXPECT_EQ(mesh.vert_positions.size(), 1u);
-}
-
-TEST(MeshTest, FillsUVSetsThatAreMissing) {
-    Mesh mesh;
-    mesh.setMaxNumTexcoordSets(2);
-    mesh.setMaxNumTexcoordSets(1);
-    mesh.addUVs({Vec2f{1, 2}});
-    mesh.addUVs({Vec2f{3, 4}, Vec2f{5, 6}, Vec2f{7, 8}});
-    ASSERT_EQ(mesh.uv_pairs.size(), 4u);
-    EXPECT_EQ(mesh.getNumUVs(), 2u);
-    EXPECT_EQ(mesh.uv_pairs[1], (Vec2f{0, 0}));
-    EXPECT_EQ(mesh.uv_pairs[3], (Vec2f{5, 6}));
-    mesh.addMaterialUsed("a");
-    mesh.addMaterialUsed("a");
-    EXPECT_EQ(mesh.used_materials.size(), 1u);
 }
 
 TEST(MeshTest, ChecksIndices) {
@@ -94,29 +77,6 @@ TEST(MeshTest, DropsDegenerateTrianglesButNotQuads) {
     EXPECT_EQ(mesh->quads.size(), 1u);
     addTriangle(*mesh, {0, 1, 2});
     EXPECT_EQ(mesh->triangles.size(), 1u);
-}
-
-TEST(MeshTest, EndsWithBoundsAndMaterialCount) {
-    Mesh mesh;
-    EXPECT_EQ(mesh.endOfModel(), 1u);
-    EXPECT_EQ(mesh.aabb_min.x, INFINITY);
-    for (const Vec3f& v : {Vec3f{1, 2, -2}, Vec3f{-3, 0, 4}, Vec3f{0, 5, 1}})
-        mesh.addVertex(v);
-    const u32 corners[4] = {0, 1, 2, 0};
-    mesh.addTriangle(corners, NO_UVS, 2);
-    mesh.addQuad(corners, NO_UVS, 7);
-    EXPECT_EQ(mesh.endOfModel(), 8u);
-    EXPECT_EQ(mesh.num_materials_referenced, 8u);
-    f32 box[6];
-    f32 radius;
-    mesh.getBoundingBoxAndRadius(box, radius);
-    const f32 expected[6] = {-3, 0, -2, 1, 5, 4};
-    for (int i = 0; i < 6; ++i)
-        EXPECT_EQ(box[i], expected[i]);
-    EXPECT_EQ(radius, std::sqrt(26.0f));
-    EXPECT_EQ(mesh.getMaterialIndexOfPolygon(0), 2u);
-    EXPECT_EQ(mesh.getMaterialIndexOfPolygon(1), 7u);
-    EXPECT_EQ(mesh.getMaterialIndexOfPolygon(2), 7u);
 }
 
 TEST(MeshTest, EndsWithAnErrorWhenArraysDoNotMatch) {

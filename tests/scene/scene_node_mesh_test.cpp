@@ -80,37 +80,6 @@ TEST_F(SceneNodeMeshTest, TurnsAFolderThatCannotBeMadeIntoTheOneException) {
               "Failed to create directory '" + (dir / "missing/scene_meshes").toStdString() + "'");
 }
 
-TEST_F(SceneNodeMeshTest, TakesPartInDependencies) {
-    node->path = "old.qzmesh";
-    SceneVisitor visitor;
-    visitor.mode = SceneVisitor::COLLECT_DEPENDENCIES;
-    visitor.path = options.scene_path;
-    visitor.base_path = options.base_path;
-    node->doVisit(visitor);
-    node->doVisit(visitor); // as a child and by each of its models
-    SceneVisitor as_written;
-    as_written.mode = visitor.mode;
-    as_written.path = visitor.path;
-    as_written.base_path = visitor.base_path;
-    as_written.use_stored_paths = false;
-    node->doVisit(as_written);
-    ASSERT_EQ(visitor.dependencies.size(), 1u);
-    EXPECT_EQ(visitor.dependencies[0], "old.qzmesh");
-    EXPECT_EQ(as_written.dependencies[0], dir / relativePath());
-
-    visitor.mode = SceneVisitor::UPDATE_DEPENDENCIES;
-    visitor.path_map.insert("old.qzmesh", "new.qzmesh");
-    node->doVisit(visitor);
-    EXPECT_EQ(node->path, "new.qzmesh");
-}
-
-TEST_F(SceneNodeMeshTest, CountsNames) {
-    const auto number = [] { return std::stoi(SceneNodeMesh().getName().toStdString().substr(5)); };
-    const int first = number();
-    EXPECT_EQ(number(), first + 1);
-    EXPECT_EQ(SceneNodeMesh().getName().view().substr(0, 5), "Mesh ");
-}
-
 TEST_F(SceneNodeMeshTest, LoadsNothingButItsOwnFiles) {
     const auto failure = [](const String& path) {
         Mesh mesh;
@@ -123,24 +92,6 @@ TEST_F(SceneNodeMeshTest, LoadsNothingButItsOwnFiles) {
     broken->triangles[0].vertex_indices[1] = 3;
     Mesh::writeToFile(dir / "broken.QzMesh", *broken);
     EXPECT_EQ(failure(dir / "broken.QzMesh"), "Triangle vertex index is out of bounds. (vertex index=3)");
-}
-
-TEST_F(SceneNodeMeshTest, AsksTheLoaderThatWasSet) {
-    setMeshLoader([](const String& path, Mesh& mesh, double scale) {
-        mesh.addMaterialUsed(path);
-        mesh.num_uv_mappings = u32(scale);
-    });
-    node->mesh = nullptr;
-    node->path = "a.obj";
-    node->scale = 3;
-    SceneVisitor visitor;
-    visitor.mode = SceneVisitor::LOAD;
-    visitor.base_path = "/scenes";
-    node->doVisit(visitor);
-    setMeshLoader(nullptr);
-    EXPECT_EQ(node->mesh->used_materials[0], "/scenes/a.obj");
-    EXPECT_EQ(node->mesh->num_uv_mappings, 3u);
-    EXPECT_EQ(getMeshLoader(), &loadMeshFile);
 }
 
 } // namespace

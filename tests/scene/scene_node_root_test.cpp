@@ -126,39 +126,6 @@ TEST(SceneNodeRootTest, ReplacesNodesAndTheirReferences) {
     EXPECT_EQ(root.children[4], added);
 }
 
-TEST(SceneNodeRootTest, WritesItsChildrenApartByEmptyLines) {
-    SceneNodeRoot root;
-    EXPECT_EQ(root.toXMLString(), "<scene>\n</scene>\n");
-    root.addChild(testNode("a").getPointer());
-    EXPECT_EQ(root.toXMLString(), "<scene>\n\t<a/>\n</scene>\n");
-    root.addChild(testNode("b").getPointer());
-    EXPECT_EQ(root.toXMLString(), "<scene>\n\t<a/>\n\n\t<b/>\n</scene>\n");
-    EXPECT_EQ(xmlText(root, 1), "\t<scene>\n\t\t<a/>\n\n\t\t<b/>\n\t</scene>\n");
-}
-
-TEST(SceneNodeRootTest, ReportsProgressInStepsOfAHundredth) {
-    struct Listener : ProgressListener {
-        void progress(f32 fraction) override { reports.push_back(fraction); }
-        std::vector<f32> reports;
-    };
-    const auto reportsFor = [](int nodes) {
-        SceneNodeRoot root;
-        for (int i = 0; i < nodes; ++i)
-            root.addChild(testNode("n").getPointer());
-        Listener listener;
-        XMLWriteOptions options;
-        options.progress = &listener;
-        xmlText(root, 0, options);
-        return listener.reports;
-    };
-    EXPECT_EQ(reportsFor(1), std::vector<f32>{});
-    EXPECT_EQ(reportsFor(4), (std::vector<f32>{0.25f, 0.5f, 0.75f}));
-    const std::vector<f32> many = reportsFor(1000);
-    EXPECT_EQ(many.front(), 11.0f / 1000.0f);
-    EXPECT_GE(many.size(), 90u);
-    EXPECT_LE(many.size(), 100u);
-}
-
 class WriteSceneFileTest : public testing::Test {
 protected:
     WriteSceneFileTest() { root.addChild(node.getPointer()); }
@@ -172,11 +139,6 @@ protected:
     SceneNodeRoot root;
     const Ref<TestNode> node = testNode("a");
 };
-
-TEST_F(WriteSceneFileTest, WritesTheWholeFile) {
-    EXPECT_EQ(writeFailure(), "no exception");
-    EXPECT_EQ(fileBytes(path), "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<scene>\n\t<a/>\n</scene>\n");
-}
 
 TEST_F(WriteSceneFileTest, KeepsTheOldFileWhenANodeFails) {
     writeBytes(path, "old");

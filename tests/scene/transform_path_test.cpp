@@ -72,17 +72,5 @@ TEST(TransformPathTest, HoldsTheObjectWhileItTurns) {
     }
 }
 
-TEST(RotationTest, TurnsAboutAxesOfAnyLength) {
-    const Matrix3d m = AxisRotation({0, 0, 5}, QUARTER_TURN).getMatrix();
-    const double expected[9] = {0, -1, 0, 1, 0, 0, 0, 0, 1};
-    for (int i = 0; i < 9; ++i)
-        EXPECT_NEAR(m.e[i], expected[i], 1e-15);
-    EXPECT_EQ(axisAngleMatrix({0, 0, 0}, 1), Matrix3d::identity());
-    const Matrix3d about_diagonal = axisAngleMatrix({1, 1, 1}, 4 * QUARTER_TURN / 3); // x goes to y goes to z
-    const double cyclic[9] = {0, 0, 1, 1, 0, 0, 0, 1, 0};
-    for (int i = 0; i < 9; ++i)
-        EXPECT_NEAR(about_diagonal.e[i], cyclic[i], 1e-15);
-}
-
 } // namespace
 } // namespace Quenza

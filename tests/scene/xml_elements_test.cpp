@@ -27,15 +27,6 @@ std::string stringContent(const String& value) {
     return text.substr(3, text.size() - 8);
 }
 
-TEST(XMLElementsTest, WritesTags) {
-    EXPECT_EQ(written(writeOpenTag, 2, "a"), "\t\t<a>\n");
-    EXPECT_EQ(written(writeCloseTag, 1, "a"), "\t</a>\n");
-    EXPECT_EQ(written(writeEmptyElement, 0, "a"), "<a/>\n");
-    BufferOStream stream;
-    writeIndent(stream, 3);
-    EXPECT_EQ(stream.getBuffer(), "\t\t\t");
-}
-
 TEST(XMLElementsTest, WritesNumbersInOneLine) {
     EXPECT_EQ(written<double>(writeDoubleElement, 2, "radius", 0.5), "\t\t<radius>0.5</radius>\n");
     EXPECT_EQ(written<double>(writeDoubleElement, 0, "d", -0.0), "<d>0</d>\n");
@@ -104,20 +95,6 @@ TEST(XMLElementsTest, JoinsPathsToTheBaseOnDemand) {
             (written<const String&, const XMLWriteOptions&>(writePathElement, 1, "path", c.path, options)),
             "\t<path>" + c.content + "</path>\n");
     }
-}
-
-TEST(OStreamTest, WritesDoublesInTheFormOfTheStream) {
-    const TempDir dir;
-    BufferOStream buffer;
-    OFStream file(dir / "f");
-    for (OStream* stream : {static_cast<OStream*>(&buffer), static_cast<OStream*>(&file)})
-        for (const double value : {1.23456789, 1e-7, 1234567.0, -0.0}) {
-            stream->writeDouble(value);
-            stream->writeString(" ");
-        }
-    EXPECT_TRUE(file.commit());
-    EXPECT_EQ(buffer.getBuffer(), "1.23456789 1e-7 1234567 0 ");
-    EXPECT_EQ(fileBytes(dir / "f"), "1.23457 1e-07 1.23457e+06 -0 ");
 }
 
 TEST(OStreamTest, WritesTextsOfAllSizesInOrder) {
