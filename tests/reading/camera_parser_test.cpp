@@ -2,7 +2,6 @@
 #include "reading/camera_parser.h"
 
 #include "reading/parsed_element.h"
-#include "scene/xml_text.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -19,73 +18,11 @@ Ref<SceneNodeCamera> read(const std::string& text, ParserState& state) {
     return parseCamera(state, ParsedElement(text));
 }
 
-Ref<SceneNodeCamera> read(const std::string& text) {
-    ParserState state;
-    return read(text, state);
-}
-
 std::string message(const std::string& text) {
     return refusal(text, [](const TiXmlElement& element) {
         ParserState state;
         parseCamera(state, element);
     });
-}
-
-Ref<SceneNodeCamera> fullCamera() {
-    const Ref<SceneNodeCamera> node = new SceneNodeCamera;
-    node->uid = SceneNodeUID(7);
-    node->name = "Film  back";
-    node->aperture_radius = 0.25;
-    node->focus_distance = 3;
-    node->sensor_width = 0.5;
-    node->lens_sensor_dist = 0.0625;
-    node->exposure_duration = 0.125;
-    node->lens_shift_up_distance = -1;
-    node->lens_shift_right_distance = 2;
-    node->autofocus = false;
-    node->obstacle_map_path = "textures/<dust>.png";
-    node->keyframes.push_back({{1, 2, 3}, 0, {0, 0, 1}, 0.5});
-    node->keyframes.push_back({{4, 5, 6}, 1, {0, 1, 0}, 0.75});
-    node->up = {0, 1, 0};
-    node->forwards = {1, 0, 0};
-    return node;
-}
-
-TEST(CameraParser, readsWhatIsWritten) {
-    const Ref<ApertureGenerated> generated = new ApertureGenerated;
-    generated->num_blades = 9;
-    generated->blade_offset = 0.5;
-    generated->blade_curvature_radius = 0.75;
-    generated->start_angle = -0.25;
-    const Ref<ApertureImage> image = new ApertureImage;
-    image->path = "textures/heart.png";
-    const Ref<ApertureShape> shapes[] = {new ApertureCircular, generated, image};
-    for (u32 type = 0; type < 3; ++type) {
-        const Ref<SceneNodeCamera> node = fullCamera();
-        node->aperture_shape = shapes[type];
-        node->camera_type = type;
-        const std::string text = xmlText(*node);
-        const Ref<SceneNodeCamera> again = read(text);
-        EXPECT_EQ(xmlText(*again), text);
-    }
-    SceneNodeCamera fresh;
-    EXPECT_EQ(xmlText(*read(xmlText(fresh))), xmlText(fresh));
-}
-
-TEST(CameraParser, takesTheDefaultsOfANewNodeForAbsentChildren) {
-    SceneNodeCamera expected;
-    expected.autofocus = false;
-    EXPECT_EQ(xmlText(*read("<camera/>")), xmlText(expected));
-
-    const ApertureGenerated shape;
-    const Ref<SceneNodeCamera> node = read(camera("<aperture_shape><generated/></aperture_shape>"));
-    EXPECT_EQ(xmlText(*node->aperture_shape), xmlText(shape));
-}
-
-TEST(CameraParser, believesTheTextOfAutofocus) {
-    EXPECT_TRUE(read(camera("<autofocus></autofocus>"))->autofocus);
-    EXPECT_TRUE(read(camera("<autofocus>true</autofocus>"))->autofocus);
-    EXPECT_FALSE(read(camera("<autofocus>false</autofocus>"))->autofocus);
 }
 
 TEST(CameraParser, hasPathsStartAtTheFolderOfTheScene) {

@@ -32,18 +32,6 @@ TEST(EmissionParser, ReadsWhatIsWritten) {
     }
 }
 
-TEST(EmissionParser, KeepsTheNameOfAMeshsMaterialForBinding) {
-    const Ref<EmissionScale> scale = parseEmissionScale(
-        STATE, ParsedElement("<emission_scale><material_name>lamp</material_name><measure>luminance</measure>"
-                             "<value>2</value></emission_scale>"));
-    EXPECT_EQ(scale->material_name.toStdString(), "lamp");
-    EXPECT_FALSE(scale->material_uid.isValid());
-    const Ref<IESProfile> profile = parseIESProfile(
-        STATE,
-        ParsedElement("<ies_profile><material_name>lamp</material_name><path>a.ies</path></ies_profile>"));
-    EXPECT_EQ(profile->material_name.toStdString(), "lamp");
-}
-
 TEST(EmissionParser, RefusesWhatIsWrong) {
     const BadElement scales[] = {
         {"<value>1</value>", "could not find element 'measure'  (In element 'e', around line 1, column 1)"},
@@ -62,12 +50,6 @@ TEST(EmissionParser, RefusesWhatIsWrong) {
     for (const BadElement& row : scales)
         EXPECT_EQ(refusal("<e>\n" + std::string(row.text) + "</e>",
                           [](const TiXmlElement& e) { parseEmissionScale(STATE, e); }),
-                  row.message)
-            << row.text;
-    const BadElement profiles[] = {};
-    for (const BadElement& row : profiles)
-        EXPECT_EQ(refusal("<e>\n" + std::string(row.text) + "</e>",
-                          [](const TiXmlElement& e) { parseIESProfile(STATE, e); }),
                   row.message)
             << row.text;
 }

@@ -50,17 +50,6 @@ TEST_F(LightParsers, RectangleLightFacesDown) {
     EXPECT_EQ(model.emission_scales[0]->material, material);
 }
 
-TEST_F(LightParsers, RectangleLightsAvoidNamesInUse) {
-    const std::string light =
-        std::string("<rectanglelight><pos>0 0 0</pos><width>1</width><height>1</height>") + SPECTRUM +
-        "</rectanglelight>";
-    const Ref<SceneNodeRoot> root = readElements(
-        "<mesh><name>Rectangle Light Mesh 1</name><external><path>a.ply</path></external></mesh>" + light +
-        light);
-    EXPECT_TRUE(nodeNamed(*root, "Rectangle Light Mesh 0"));
-    EXPECT_TRUE(nodeNamed(*root, "Rectangle Light Mesh 2"));
-}
-
 TEST_F(LightParsers, MeshLightShinesOnAllOfItsMesh) {
     const Ref<SceneNodeRoot> root = readLight(
         std::string("<meshlight><pos>1 2 3</pos><rotation><matrix>1 0 0 0 0 -1 0 1 0</matrix></rotation>") +
@@ -84,25 +73,6 @@ TEST_F(LightParsers, MeshLightShinesOnAllOfItsMesh) {
     EXPECT_EQ(model.emission_scales[0]->measure, u32(EmissionScale::LUMINANCE));
     EXPECT_EQ(model.ies_profiles[0]->path, "a.ies");
     EXPECT_EQ(model.ies_profiles[0]->material, model.materials[0]);
-}
-
-TEST_F(LightParsers, MeshLightTakesAnIESPathAlone) {
-    const Ref<SceneNodeRoot> root = readLight(std::string("<meshlight><pos>0 0 0</pos>") + SPECTRUM +
-                                              "<mesh_name>tri</mesh_name><path>b.ies</path></meshlight>");
-    const auto& model = only<SceneNodeModel>(*root, NODE_MODEL);
-    ASSERT_EQ(model.ies_profiles.size(), 1u);
-    EXPECT_EQ(model.ies_profiles[0]->path, "b.ies");
-}
-
-TEST_F(LightParsers, ExitPortal) {
-    const Ref<SceneNodeRoot> root =
-        readLight("<exit_portal><pos>1 0 0</pos><rotation><axis_rotation><axis>1 0 0</axis><angle>1</angle>"
-                  "</axis_rotation></rotation><mesh_name>tri</mesh_name><scale>3</scale></exit_portal>");
-    const auto& model = only<SceneNodeModel>(*root, NODE_MODEL);
-    EXPECT_EQ(model.getName(), "Exit Portal Object");
-    EXPECT_EQ(model.scale, 3);
-    EXPECT_EQ(model.materials[0], nodeNamed(*root, "Exit Portal Material"));
-    EXPECT_EQ(bodyOf(*model.materials[0]), "<exit_portal></exit_portal>");
 }
 
 TEST_F(LightParsers, RefuseBadLights) {

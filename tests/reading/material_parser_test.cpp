@@ -93,25 +93,6 @@ TEST(MaterialParser, ReadsMaterialsThatReferByName) {
     EXPECT_EQ(body.b_mat_uid.value(), 4u);
 }
 
-TEST(MaterialParser, EntersTheTablesAndKeepsScatterUIDs) {
-    ParserState state;
-    const Ref<SceneNodeMaterial> node = read(
-        state, "<material><uid>9</uid><name>m</name><null_material/><scatter_uids><uid>3</uid></scatter_uids>"
-               "<scatter_uids><uid>5</uid><uid>4</uid></scatter_uids></material>");
-    EXPECT_TRUE(state.materials.at("m") == node);
-    std::string scatter_uids;
-    for (const SceneNodeUID uid : node->scatter_uids)
-        scatter_uids += uid.toString().toStdString() + " ";
-    EXPECT_EQ(scatter_uids, "3 5 4 ");
-    read(state, "<material><null_material/></material>");
-    EXPECT_EQ(state.materials.size(), 1u);
-}
-
-TEST(MaterialParser, TakesTheSharedShaderOfTheMaterialElement) {
-    const std::string shader = "<shared_shader_info><shader>s</shader></shared_shader_info>";
-    EXPECT_EQ(rewritten("<diffuse/>" + shader), rewritten("<diffuse>" + shader + "</diffuse>"));
-}
-
 TEST(MaterialParser, TakesOlderForms) {
     const std::string spectrum = "<rgb><rgb>1 0.5 0</rgb><gamma>2.2</gamma></rgb>";
     const std::string constant = "<constant>" + spectrum + "</constant>";

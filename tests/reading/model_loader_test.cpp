@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "reading/model_files.h"
 
-#include "scene/mesh_loader.h"
-
 #include <filesystem>
 #include <string>
 #ifdef __linux__
@@ -54,27 +52,6 @@ TEST_F(ModelLoaderTest, TellsWhatItCannotOpen) {
         EXPECT_EQ(load(dir / name), error) << "a pipe that nobody writes to";
 #endif
     }
-}
-
-TEST_F(ModelLoaderTest, ChecksMeshFiles) {
-    Mesh mesh;
-    mesh.vert_positions = {Vec3f{0, 0, 0}, Vec3f{1, 0, 0}};
-    mesh.quads = {MeshQuad{{0, 1, 2, 0}, {0, 0, 0, 0}, 0}};
-    Mesh::writeToFile(dir / "m.qzmesh", mesh);
-    EXPECT_EQ(load(dir / "m.qzmesh"), "error: Quad vertex index is out of bounds. (vertex index=2)");
-    EXPECT_EQ(loadBytes("m.qzmesh", ""), "error: Read failed.");
-}
-
-TEST_F(ModelLoaderTest, LetsScenesReadAllFormats) {
-    writeBytes(dir / "m.obj", TRIANGLE);
-    installModelLoader();
-    Mesh mesh;
-    EXPECT_EQ(thrownMessage<QuenzaException>([&] { getMeshLoader()(dir / "m.obj", mesh, 2); }),
-              "no exception");
-    EXPECT_EQ(meshText(mesh), "material default\n" + TRIANGLE_MESH);
-    EXPECT_EQ(thrownMessage<QuenzaException>([&] { getMeshLoader()("m.3ds", mesh, 2); }),
-              "key '3ds' not found");
-    setMeshLoader(nullptr);
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "scene/scene_node_material.h"
 
 #include <cmath>
-#include <cstring>
 
 namespace Quenza {
 
@@ -23,38 +22,6 @@ protected:
 };
 
 constexpr const char* ROTATION = "<rotation><matrix>1 2 3 4 5 6 7 8 10</matrix></rotation>";
-
-TEST_F(ModelParser, ReadsTheWritersForm) {
-    const std::string body =
-        "<geometry_uid>20</geometry_uid><scale>2</scale><invisible_to_camera>true</invisible_to_camera>"
-        "<rotation><axis_rotation><axis>0 1 0</axis><angle>0.5</angle></axis_rotation></rotation>"
-        "<keyframe><time>0</time><pos>1 2 3</pos><rotation_quaternion><axis>1 0 0</axis><angle>0.25</angle>"
-        "</rotation_quaternion></keyframe>"
-        "<keyframe><time>1</time><pos>4 5 6</pos><rotation_quaternion><axis>0 1 0</axis><angle>0.75</angle>"
-        "</rotation_quaternion></keyframe>"
-        "<materials><material_uid>11</material_uid><material_uid>12</material_uid></materials>"
-        "<ies_profile><material_uid>11</material_uid><path>a.ies</path></ies_profile>"
-        "<ies_profile><material_uid>12</material_uid><path>b.ies</path></ies_profile>"
-        "<emission_scale><measure>luminance</measure><value>3</value><material_uid>11</material_uid>"
-        "</emission_scale>";
-    const std::string mesh = std::string(TRIANGLE).insert(std::strlen("<mesh>"), "<uid>20</uid>");
-    root = readElements("<model2><uid>30</uid><name>m</name>" + body + "</model2>" + MATERIALS + mesh);
-    bind(*root);
-    SceneNode& model = *root->getChildren()[0];
-    EXPECT_EQ(bodyOf(model), body);
-    EXPECT_EQ(model.getUID().value(), 30u);
-    EXPECT_EQ(model.getName(), "m");
-}
-
-TEST_F(ModelParser, MaterialsMayBeNamed) {
-    SceneNodeModel& model =
-        readModel(std::string("<model2><geometry_uid>13</geometry_uid>") + ROTATION +
-                  "<materials><material_name>blue</material_name><material_uid>11</material_uid></materials>"
-                  "</model2>");
-    bind(*root);
-    EXPECT_EQ(model.materials[0], nodeNamed(*root, "blue"));
-    EXPECT_EQ(model.materials[1], nodeNamed(*root, "red"));
-}
 
 TEST_F(ModelParser, ReadsTheOlderForm) {
     SceneNodeModel& model = readModel(
@@ -83,32 +50,6 @@ TEST_F(ModelParser, ReadsTheOlderForm) {
     EXPECT_EQ(model.keyframes[1].pos, (Vec3d{2, 2, 3}));
     EXPECT_NEAR(model.keyframes[1].rotation_angle, std::acos(0.0), 1e-12);
     EXPECT_NEAR(model.keyframes[1].rotation_axis.z, 1, 1e-12);
-}
-
-TEST_F(ModelParser, ReadsAllRotationsOfTheOlderForm) {
-    const struct {
-        const char* rotation;
-        u32 type;
-        double first; ///< Top left of the matrix.
-    } cases[] = {
-        {"<rotation><matrix>5 0 0 0 1 0 0 0 1</matrix></rotation>", MatrixRotation::TYPE, 5},
-        {"<rotation><axis_rotation><axis>0 0 1</axis><angle>0</angle></axis_rotation></rotation>",
-         AxisRotation::TYPE, 1},
-        {"<rotation><rotation_quaternion><axis>0 0 2</axis><angle>3.141592653589793</angle>"
-         "</rotation_quaternion></rotation>",
-         AxisRotation::TYPE, -1},
-        {"", MatrixRotation::TYPE, 1},
-    };
-    for (const auto& [rotation, type, first] : cases) {
-        const SceneNodeModel& model = readModel(
-            std::string(
-                "<model><mesh_name>tri</mesh_name><keyframe><time>0</time><pos>7 8 9</pos></keyframe>") +
-            rotation + "</model>");
-        EXPECT_EQ(model.rotation->getType(), type);
-        EXPECT_NEAR(model.rotation->getMatrix().e[0], first, 1e-12);
-        ASSERT_EQ(model.keyframes.size(), 1u);
-        EXPECT_EQ(model.keyframes[0].pos, (Vec3d{7, 8, 9}));
-    }
 }
 
 /// The turn, applied to the first matrix, gives the second one.

@@ -85,20 +85,6 @@ TEST_F(ObjDecoderTest, ReadsLinesOfAllForms) {
     EXPECT_EQ(loadObj("\xEF\xBB\xBF" + FOUR + "f 1 2 3\nf 1 2 3 4"), expected);
 }
 
-TEST_F(ObjDecoderTest, KeepsMaterialsByTheirFirstUse) {
-    EXPECT_EQ(loadObj(FOUR +
-                      "f 1 2 3\nusemtl  red one \t\r\nf 1 2 3\nusemtl b\nf 1 2 3\nf 1 2 3 4\nusemtl red one\n"
-                      "f 1 2 3"),
-              "material red one\nmaterial b\n" + FOUR_VERTICES +
-                  "triangle 0 1 2 m 0\ntriangle 0 1 2 m 0\ntriangle 0 1 2 m 1\ntriangle 0 1 2 m 0\nquad 0 1 "
-                  "2 3 m 1\n");
-}
-
-TEST_F(ObjDecoderTest, ScalesPositions) {
-    EXPECT_EQ(loadObj("v 2 0 0\nv 0 4 0\nv 0 0 -6\nvn 0 0 1\nf 1//1 2//1 3//1\n", 0.5),
-              "material default\nv 1 0 0 n 0 0 1\nv 0 2 0 n 0 0 1\nv 0 0 -3 n 0 0 1\ntriangle 0 1 2 m 0\n");
-}
-
 TEST_F(ObjDecoderTest, TellsWhatIsWrong) {
     std::string long_face = FOUR + "f";
     for (int i = 0; i < 1000; ++i)

@@ -113,65 +113,6 @@ TEST(ParameterParser, RefusesWhatIsWrong) {
         EXPECT_EQ(refusal(held(row.text), row.read), row.message) << row.text;
 }
 
-template <class P, class Value>
-Ref<ShaderParam> makeParam(const char* name, const Value& value) {
-    const Ref<P> param = new P;
-    param->name = name;
-    param->description = "a  b";
-    param->value = value;
-    return param;
-}
-
-/// A texture with a value of its own in each field.
-Texture makeTexture(const char* path, const Ref<TexCoordGenerator>& generator) {
-    Texture texture;
-    texture.path = path;
-    texture.a = 0.5;
-    texture.b = 2;
-    texture.c = -1;
-    texture.uv_set_index = 3;
-    texture.exponent = 1;
-    texture.tex_coord_generation = generator;
-    texture.smooth = true;
-    return texture;
-}
-
-TEST(ShaderParser, ReadsWhatIsWritten) {
-    ShaderInfo info("def eval() real : 1");
-    const Ref<RealShaderParam> real = new RealShaderParam;
-    real->name = "size";
-    real->min = -1;
-    real->max = 2.5;
-    info.params = {real, makeParam<IntShaderParam>("not-valid", -3),
-                   makeParam<Colour3ShaderParam>("tint", Vec3d{1, 0.5, 0})};
-    info.includes = {"one.qsl", "t & w  o.qsl"};
-    info.textures = {makeTexture("a.png", nullptr), Texture()};
-    const std::string children = xmlText(info);
-    EXPECT_EQ(xmlText(*parseShaderInfo(STATE, ParsedElement(held(children)))), children);
-}
-
-TEST(TextureParser, ReadsWhatIsWritten) {
-    const Ref<UVTexCoordGenerator> uv = new UVTexCoordGenerator;
-    uv->matrix = {{1, 2, 3, 4}};
-    uv->translation = {0.5, -0.5};
-    const Ref<SphericalTexCoordGenerator> spherical = new SphericalTexCoordGenerator;
-    spherical->rotation = new MatrixRotation(Matrix3d{{0, 1, 0, 1, 0, 0, 0, 0, 1}});
-    const Ref<SphericalEnvTexCoordGenerator> environment = new SphericalEnvTexCoordGenerator;
-    environment->rotation = new AxisRotation({0, 1, 0}, 0.25);
-    for (const Ref<TexCoordGenerator>& generator :
-         {Ref<TexCoordGenerator>(), Ref<TexCoordGenerator>(uv), Ref<TexCoordGenerator>(spherical),
-          Ref<TexCoordGenerator>(environment)}) {
-        Texture texture = makeTexture("tex/ture.png", generator);
-        const std::string text = xmlText(texture);
-        Texture read = parseTexture(STATE, ParsedElement(text));
-        EXPECT_EQ(xmlText(read), text);
-    }
-    Texture read = parseTexture(STATE, ParsedElement("<texture><path>a.png</path></texture>"));
-    Texture plain;
-    plain.path = "a.png";
-    EXPECT_EQ(xmlText(read), xmlText(plain));
-}
-
 TEST(TextureParser, RefusesWhatIsWrong) {
     const BadElement rows[] = {
         {"<path>a</path><tex_coord_generation/>",

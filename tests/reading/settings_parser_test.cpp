@@ -94,26 +94,6 @@ TEST(SettingsParser, readsWhatIsWritten) {
     }
 }
 
-TEST(SettingsParser, holdsOnlyWhatTheElementSets) {
-    const Ref<SceneNodeRenderSettings> layer = read(
-        settings("<uid>6</uid><name>Preset</name><gpu_path_tracing>true</gpu_path_tracing><gpu>true</gpu>"));
-    EXPECT_TRUE(layer->getBool("gpu_path_tracing"));
-    const std::string text = "<renderer_settings>\n\t<uid>6</uid>\n\t<name>Preset</name>\n\t<gpu>true</gpu>\n"
-                             "</renderer_settings>\n";
-    EXPECT_EQ(xmlText(*layer), text);
-    EXPECT_EQ(xmlText(*layer->clone()), text);
-}
-
-TEST(SettingsParser, takesDefaultsWithinAPart) {
-    EXPECT_EQ(merged("<splat_filter><mn_cubic/></splat_filter><layer_setting/>"
-                     "<selected_gpu_device><device_name>Card</device_name></selected_gpu_device>"),
-              merged("<splat_filter><mn_cubic><blur>0.2</blur><ring>0.6</ring></mn_cubic></splat_filter>"
-                     "<layer_setting><name></name><xyz>1 1 1</xyz><gain>1</gain></layer_setting>"
-                     "<selected_gpu_device><device_name>Card</device_name><subsystem>Metal</subsystem>"
-                     "</selected_gpu_device>"));
-    EXPECT_EQ(read(settings("<white_point>D50</white_point>"))->white_point->y, double(0.3585f));
-}
-
 TEST(SettingsParser, letsTheUpperLayerWinForWhatItSets) {
     const std::string sun = "<layer_setting><name>Sun</name></layer_setting>";
     const std::string sky = "<layer_setting><name>Sky</name></layer_setting>";
@@ -124,20 +104,6 @@ TEST(SettingsParser, letsTheUpperLayerWinForWhatItSets) {
     EXPECT_EQ(merged(lower, "<splat_filter><radial/></splat_filter>" + sky),
               merged("<width>100</width><height>50</height><splat_filter><radial/></splat_filter>" + sky));
     EXPECT_EQ(merged(lower, ""), merged(lower));
-}
-
-TEST(SettingsParser, leavesLayersIndependentOfWhatTheyWereMergedInto) {
-    const Ref<SceneNodeRenderSettings> layer = fullSettings();
-    const std::string before = xmlText(*layer);
-    SceneNodeRenderSettings base;
-    mergeSettings(base, *layer);
-    base.white_point->x = 0.5;
-    base.render_region->x1 = 9;
-    base.layer_settings[0]->gain = 9;
-    base.gpu_device->device_name = "Other";
-    static_cast<DownsizeFilterMNCubic&>(*base.downsize_filter).blur = 9;
-    static_cast<IntSetting&>(**base.settings.find("width")).value = 9;
-    EXPECT_EQ(xmlText(*layer), before);
 }
 
 TEST(SettingsParser, refusesWhatIsWrong) {

@@ -39,20 +39,6 @@ TEST(SpectrumParser, ReadsWhatIsWritten) {
     }
 }
 
-TEST(SpectrumParser, FillsInWhatIsAbsent) {
-    const struct {
-        const char* text;
-        Ref<Spectrum> spectrum;
-    } rows[] = {
-        {"<rgb><rgb>1 2 3</rgb></rgb>", new RGBSpectrum({1, 2, 3}, 2.2)},
-        {"<blackbody><temperature>5000</temperature></blackbody>", new BlackBodySpectrum(5000, 1)},
-        {"<peak><peak_min>1</peak_min><peak_width>2</peak_width><peak_value>3</peak_value></peak>",
-         new PeakSpectrum(1, 2, 3, 0)},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(xmlText(*parseSpectrum(ParsedElement(held(row.text)))), xmlText(*row.spectrum));
-}
-
 std::string regular(const std::string& num_values, const std::string& start, const std::string& end,
                     const std::string& values) {
     return "<regular_tabulated><num_values>" + num_values + "</num_values><start_wavelength>" + start +

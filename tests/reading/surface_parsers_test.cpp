@@ -31,17 +31,6 @@ TEST_F(SurfaceParsers, ReadTheWritersForm) {
     EXPECT_EQ(nodeNamed(*root, "p")->getUID().value(), 31u);
 }
 
-TEST_F(SurfaceParsers, TakeDefaults) {
-    const Ref<SceneNodeRoot> root =
-        readElements("<parametric_surface><shader><shader/></shader></parametric_surface>"
-                     "<scatter><shader><shader/></shader><geometry_uid>31</geometry_uid></scatter>");
-    EXPECT_EQ(bodyOf(*root->getChildren()[0]),
-              "<shader><shader></shader></shader><num_u>1</num_u><num_v>1</num_v>");
-    EXPECT_EQ(bodyOf(*root->getChildren()[1]),
-              "<shader><shader></shader></shader><density>1</density><seed>0</seed><geometry_uid>31"
-              "</geometry_uid><materials></materials><target_object_uid>4294967295</target_object_uid>");
-}
-
 TEST_F(SurfaceParsers, RefuseBadInput) {
     const BadScene cases[] = {
         {"<sphere><radius>1</radius></sphere>\n", "Failed to find child for element 'sphere' - Child should "

@@ -2,7 +2,6 @@
 #include "reading/tonemapping_parser.h"
 
 #include "reading/parsed_element.h"
-#include "scene/xml_text.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -12,45 +11,6 @@ namespace {
 
 std::string tonemapping(const std::string& children) {
     return "<tonemapping>\n" + children + "\n</tonemapping>";
-}
-
-Ref<SceneNodeTonemapping> read(const std::string& text) {
-    return parseToneMapping(ParserState(), ParsedElement(text));
-}
-
-TEST(ToneMappingParser, readsWhatIsWritten) {
-    SceneNodeTonemapping node;
-    node.uid = SceneNodeUID(3);
-    node.scale = 0.5;
-    node.pre_scale = 2;
-    node.post_scale = 3;
-    node.burn = 0.25;
-    node.response_function_path = "data/camera_response_functions/a & b.txt";
-    node.film_iso = 400;
-    node.ev_adjust = -1.5;
-    for (const u32 type :
-         {SceneNodeTonemapping::LINEAR, SceneNodeTonemapping::REINHARD, SceneNodeTonemapping::CAMERA}) {
-        node.tonemap_type = type;
-        const std::string text = xmlText(node);
-        EXPECT_EQ(xmlText(*read(text)), text);
-    }
-}
-
-TEST(ToneMappingParser, takesTheDefaultsOfANewNodeForAbsentChildren) {
-    const struct {
-        const char* method;
-        u32 type;
-    } rows[] = {
-        {"<linear/>", SceneNodeTonemapping::LINEAR},
-        {"<reinhard/>", SceneNodeTonemapping::REINHARD},
-        {"<camera/>", SceneNodeTonemapping::CAMERA},
-    };
-    for (const auto& row : rows) {
-        SceneNodeTonemapping expected;
-        expected.name = "Tone Mapping";
-        expected.tonemap_type = row.type;
-        EXPECT_EQ(xmlText(*read(tonemapping(row.method))), xmlText(expected)) << row.method;
-    }
 }
 
 TEST(ToneMappingParser, refusesWhatIsWrong) {

@@ -59,21 +59,5 @@ TEST(XMLDocument, TakesAllLineEndsForOne) {
               "  (In element 'c', around line 5, column 1)");
 }
 
-TEST(XMLDocument, SavesWhatItReadsBack) {
-    const TempDir folder;
-    const String path = folder / "a.xml";
-    XMLDocument document;
-    document.parseText("<a><b>&lt;x</b></a>", "text");
-    document.saveDocument(path);
-    EXPECT_EQ(fileBytes(path), "<a>\n    <b>&lt;x</b>\n</a>\n");
-    XMLDocument again;
-    again.loadDocument(path);
-    EXPECT_EQ(SceneParseUtils::parseString(again.rootElement(), "b"), "<x");
-    EXPECT_EQ(again.path(), path);
-    const String nowhere = folder / "none/a.xml";
-    EXPECT_EQ(thrownMessage<QuenzaXMLDocExcep>([&] { document.saveDocument(nowhere); }),
-              "Failed to save XML document to '" + nowhere.toStdString() + "': No such file or directory");
-}
-
 } // namespace
 } // namespace Quenza

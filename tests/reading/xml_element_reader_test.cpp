@@ -53,17 +53,6 @@ TEST(XMLElementReader, GivesWhatTheWholeDocumentHas) {
     EXPECT_EQ(reader.next(), nullptr);
 }
 
-TEST(XMLElementReader, HasNothingToGiveForAnEmptyRoot) {
-    const TempDir folder;
-    const String path = folder / "scene.qzs";
-    for (const char* const text : {"<scene/>", "<scene><!-- <a/> --></scene>"}) {
-        writeBytes(path, text);
-        XMLElementReader reader(path);
-        EXPECT_EQ(reader.rootName(), "scene");
-        EXPECT_EQ(reader.next(), nullptr) << text;
-    }
-}
-
 TEST(XMLElementReader, LooksAtTheWholeTextBeforehand) {
     const TempDir folder;
     const String path = folder / "scene.qzs";

@@ -8,7 +8,6 @@
 #include <tinyxml.h>
 
 #include <functional>
-#include <numbers>
 #include <string>
 
 namespace Quenza::SceneParseUtils {
@@ -52,17 +51,6 @@ TEST(XMLValues, AreReadToTheirEnd) {
     expectValue(parseVec3, " 1 <!-- , --> 2\t3 ", Vec3d{1, 2, 3});
     expectValue(parseMatrix2, "1 2 3 4", Matrix2d{{1, 2, 3, 4}});
     expectValue(parseMatrix3, "<matrix>1 2 3\n4 5 6\n7 8 9</matrix>", Matrix3d{{1, 2, 3, 4, 5, 6, 7, 8, 9}});
-}
-
-TEST(XMLValues, TurnAnAxisAndAnAngleIntoAMatrix) {
-    XMLDocument document;
-    document.parseText("<p><v><axis_rotation><axis>0 0 2</axis><angle>" +
-                           std::to_string(std::numbers::pi / 2) + "</angle></axis_rotation></v></p>",
-                       "text");
-    const Matrix3d matrix = parseMatrix3(document.rootElement(), "v");
-    const Matrix3d quarter_turn{{0, -1, 0, 1, 0, 0, 0, 0, 1}};
-    for (u32 i = 0; i < 9; ++i)
-        EXPECT_NEAR(matrix.e[i], quarter_turn.e[i], 1e-6) << i;
 }
 
 /// A reader of the child "v".
@@ -112,29 +100,6 @@ TEST(XMLValues, TellWhatIsWrongAndWhere) {
     EXPECT_EQ(messageOf(reader(parseMatrix3), "<v></v>"), "Internal Error.");
     EXPECT_EQ(messageOf(reader(parseInt), "<v>1<w/>2</v>"),
               "Found unexpected element 'w'  (In element 'w', around line 1, column 8)");
-}
-
-TEST(XMLValues, AreMissedUnlessTheyHaveADefault) {
-    for (const Reader& read : {reader(parseInt), reader(parseBool), reader(parseString), reader(parseVec3),
-                               reader(parseMatrix2), reader(parseMatrix3)})
-        EXPECT_EQ(messageOf(read, "<w/>"),
-                  "could not find element 'v'  (In element 'p', around line 1, column 1)");
-    XMLDocument document;
-    document.parseText("<p><i>3</i><s/><b>no</b></p>", "text");
-    const TiXmlElement& p = document.rootElement();
-    EXPECT_EQ(parseOptionalInt(p, "i", 7), 3);
-    EXPECT_EQ(parseOptionalInt(p, "v", -7), -7);
-    EXPECT_EQ(parseOptionalUInt(p, "v", 7), 7u);
-    EXPECT_EQ(parseOptionalUInt64(p, "v", 7), 7u);
-    EXPECT_EQ(parseOptionalFloat(p, "v", 0.5f), 0.5f);
-    EXPECT_EQ(parseOptionalDouble(p, "v", 0.5), 0.5);
-    EXPECT_EQ(parseOptionalString(p, "v", "default"), "default");
-    EXPECT_EQ(parseOptionalString(p, "s", "default"), "");
-    EXPECT_EQ(parseOptionalVec2(p, "v", {1, 2}), (Vec2d{1, 2}));
-    EXPECT_EQ(parseOptionalVec3(p, "v", {1, 2, 3}), (Vec3d{1, 2, 3}));
-    EXPECT_EQ(parseOptionalMatrix2(p, "v", Matrix2d{{1, 2, 3, 4}}), (Matrix2d{{1, 2, 3, 4}}));
-    EXPECT_EQ(parseOptionalMatrix3(p, "v", Matrix3d::identity()), Matrix3d::identity());
-    EXPECT_THROW(parseOptionalBool(p, "b", true), SceneParseUtilsExcep); // there, and no boolean
 }
 
 TEST(XMLValues, CheckWhichChildrenAnElementHas) {
