@@ -119,11 +119,5 @@ TEST(FileUtilsTest, FindsTheCaseOnDisk) {
     EXPECT_EQ(FileUtils::getActualOSPath(dir / "textures/wood.png"), dir / "Textures/wood.png");
 }
 
-TEST(FileUtilsTest, WritesFileTimes) {
-    EXPECT_EQ(FileUtils::fileTimeToString(0), "Thu, 01 Jan 1970 00:00:00");
-    EXPECT_EQ(FileUtils::fileTimeToString(1357122030), "Wed, 02 Jan 2013 10:20:30");
-    EXPECT_EQ(FileUtils::fileTimeToString(-1), "Wed, 31 Dec 1969 23:59:59");
-}
-
 } // namespace
 } // namespace Quenza

@@ -146,27 +146,3 @@ TEST(ImageBuffers, FormsAreComparedInOrder) {
               }),
               "Num layers differs");
 }
-
-TEST(ImageBuffers, ImagesOfBytes) {
-    const unsigned char grey[] = {0, 255, 51, 102};
-    const unsigned char rgb[] = {255, 0, 51};
-    EXPECT_EQ(Image(2, 2, 1, grey).pixelComponent(1, 1, 2), 0.4f);
-    EXPECT_EQ(Image(2, 2, 1, grey).pixelComponent(1, 0, 0), 1.0f);
-    EXPECT_EQ(Image(1, 1, 3, rgb).pixelComponent(0, 0, 2), 0.2f);
-    for (const u32 bytes : {0u, 2u, 4u})
-        EXPECT_EQ(thrownMessage<QuenzaException>([&] { Image(1, 1, bytes, rgb); }),
-                  "Image bytes per pixel must be 1 or 3");
-}
-
-TEST(ImageBuffers, AFileGetsSmallAndLargeBlocksInOrder) {
-    const TempDir dir;
-    SafeFile file(dir / "blocks", SafeFile::Mode::BINARY);
-    SafeFileWriter writer(file);
-    MemoryWriter expected;
-    for (const size_t size : {1u, 70000u, 3u, 65535u, 65536u, 0u, 9u})
-        for (BinaryWriter* w : {static_cast<BinaryWriter*>(&writer), static_cast<BinaryWriter*>(&expected)})
-            w->writeString(std::string(size, char('a' + size % 26)));
-    writer.flush();
-    ASSERT_TRUE(file.commit());
-    EXPECT_EQ(fileBytes(dir / "blocks"), expected.bytes());
-}

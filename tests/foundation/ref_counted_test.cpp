@@ -77,11 +77,5 @@ TEST(RefTest, CountsFromSeveralThreads) {
     EXPECT_EQ(deletions, 1);
 }
 
-TEST(MutexTest, MayBeLockedAgainByItsHolder) {
-    Mutex mutex;
-    const Lock outer(mutex);
-    const Lock inner(mutex);
-}
-
 } // namespace
 } // namespace Quenza

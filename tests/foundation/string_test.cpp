@@ -21,36 +21,6 @@ TEST(StringTest, LiesInMemoryAsPointerSizeAndCapacity) {
     EXPECT_EQ(layout.capacity, 10u);
 }
 
-TEST(StringTest, GrowsByHalfOrToTheNeed) {
-    String s;
-    EXPECT_EQ(s.capacity(), 0u);
-    EXPECT_EQ(s.data(), nullptr);
-    s += "abcd";
-    EXPECT_EQ(s.capacity(), 4u);
-    s += 'e';
-    EXPECT_EQ(s.capacity(), 6u);
-    s += "0123456789";
-    EXPECT_EQ(s.capacity(), 15u);
-    s = "xy";
-    EXPECT_EQ(s, "xy");
-    s.reserve(3);
-    const String sixteen(16, 'z');
-    String assigned(10, 'a');
-    assigned = sixteen;
-    EXPECT_EQ(assigned.capacity(), 16u);
-    String slightly_longer(10, 'a');
-    slightly_longer = String(11, 'b').toStdString();
-    const String eleven(11, 'b');
-    String target(10, 'a');
-    target = eleven;
-    EXPECT_EQ(target.capacity(), 15u);
-    target.reserve(14);
-    EXPECT_EQ(target.capacity(), 15u);
-    target.reserve(16);
-    EXPECT_EQ(target.capacity(), 16u);
-    EXPECT_EQ(target, eleven);
-}
-
 TEST(StringTest, ComparesSizeAndBytes) {
     const String with_zero(std::string("a\0", 2));
     EXPECT_FALSE(String("a") == with_zero);
@@ -70,11 +40,6 @@ TEST(StringTest, AppendsItself) {
     String& alias = s;
     s = alias;
     EXPECT_EQ(s, "abcabcbc");
-}
-
-TEST(StringTest, Concatenates) {
-    EXPECT_EQ("a" + String("b") + "c" + std::string("d"), "abcd");
-    EXPECT_EQ(std::string("x") + String(3, '\t'), "x\t\t\t");
 }
 
 } // namespace

@@ -93,17 +93,5 @@ TEST(TextCursor, ReadsRealNumbers) {
     EXPECT_EQ(single, 16777216.0f);
 }
 
-TEST(TextCursor, SkipsFourKindsOfWhiteSpaceAlone) {
-    TextCursor cursor(" \t\r\nab\vc d");
-    cursor.skipBlanks();
-    EXPECT_EQ(cursor.peek(), '\r');
-    cursor.skipWhitespace();
-    EXPECT_EQ(cursor.parseToken(), "ab\vc");
-    EXPECT_EQ(cursor.parseToken(), "");
-    cursor.advance();
-    EXPECT_EQ(cursor.parseToken(), "d");
-    EXPECT_TRUE(cursor.atEnd());
-}
-
 } // namespace
 } // namespace Quenza

@@ -23,25 +23,6 @@ T element(u32 i) {
         return i;
 }
 
-TYPED_TEST(VectorTest, GrowsByHalfOrToTheNeed) {
-    Vector<TypeParam> v;
-    const u64 expected[] = {1, 2, 3, 4, 6, 6, 9, 9, 9, 13};
-    for (u32 i = 0; i < 10; ++i) {
-        v.push_back(element<TypeParam>(i));
-        EXPECT_EQ(v.capacity(), expected[i]);
-    }
-    v.resize(40);
-    EXPECT_EQ(v.capacity(), 40u);
-    v.resize(41);
-    EXPECT_EQ(v.capacity(), 60u);
-    v.reserve(61);
-    EXPECT_EQ(v.capacity(), 61u);
-    v.reserve(5);
-    EXPECT_EQ(v.capacity(), 61u);
-    for (u32 i = 0; i < 10; ++i)
-        EXPECT_EQ(v[i], element<TypeParam>(i));
-}
-
 TYPED_TEST(VectorTest, CopiesAndMovesItsElements) {
     Vector<TypeParam> v;
     for (u32 i = 0; i < 5; ++i)

@@ -2,7 +2,6 @@
 #include "host/basecontainer.h"
 #include "host/baseselect.h"
 #include "host/filename.h"
-#include "host/general.h"
 #include "host/string.h"
 
 #include <gtest/gtest.h>
@@ -43,16 +42,6 @@ TEST(BaseSelect, InvertsWithinTheLimits) {
         selection.ToggleAll(0, 9);
         EXPECT_EQ(ranges(selection), test.expected);
     }
-}
-
-TEST(BaseSelect, MergesAnotherSelection) {
-    BaseSelect a, b;
-    a.SelectRange(0, 3);
-    a.SelectRange(10, 11);
-    b.SelectRange(2, 5);
-    b.SelectRange(12, 12);
-    a.Merge(b);
-    EXPECT_EQ(ranges(a), "0-5 10-12");
 }
 
 TEST(Filename, TakesPathsApart) {
@@ -96,13 +85,6 @@ TEST(String, CountsCharactersNotBytes) {
     EXPECT_FALSE(text.FindFirst("a", nullptr, 1));
 }
 
-TEST(String, FormatsNumbers) {
-    EXPECT_EQ(RealToString(1.5, -1, 3).GetUtf8(), "1.500");
-    EXPECT_EQ(RealToString(0.1, 8, 2, '0').GetUtf8(), "00000.10");
-    EXPECT_EQ(RealToString(0.1).GetUtf8(), "0.1");
-    EXPECT_EQ(LongToString(-5).GetUtf8(), "-5");
-}
-
 TEST(BaseContainer, ConvertsNumbersAndKeepsItsOrder) {
     BaseContainer data;
     data.SetReal(3, 1800.9f);
@@ -125,28 +107,6 @@ TEST(BaseContainer, ConvertsNumbersAndKeepsItsOrder) {
     EXPECT_FALSE(copy == outer);
     EXPECT_TRUE(data.RemoveData(2));
     EXPECT_FALSE(data.RemoveData(2));
-}
-
-TEST(Matrix, InvertsWhatItMultiplies) {
-    const Matrix matrix({1e4f, -2, 3}, {0, 2, 0}, {1e-3f, 0, 0}, {0.5f, 0, 4});
-    const Matrix identity = matrix * matrix.GetInverse();
-    EXPECT_NEAR(identity.axisX.x, 1.0f, 1e-6f);
-    EXPECT_NEAR(identity.off.GetLength(), 0.0f, 1e-3f);
-    EXPECT_EQ(Matrix({1, 2, 3}, {}, {}, {}).GetInverse(), Matrix());
-}
-
-TEST(Random, StaysBelowOneAndRepeats) {
-    Random a, b;
-    a.Init(0);
-    b.Init(0);
-    float sum = 0.0f;
-    for (int i = 0; i < 10000; ++i) {
-        const float value = a.Get01();
-        ASSERT_TRUE(value >= 0.0f && value < 1.0f);
-        ASSERT_EQ(value, b.Get01());
-        sum += value;
-    }
-    EXPECT_NEAR(sum / 10000.0f, 0.5f, 0.02f);
 }
 
 } // namespace
