@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "engine/output.h"
 #include "engine/scene_builder.h"
-#include "foundation/file_utils.h"
 #include "scene/emission.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/materials/phong_material.h"
@@ -13,14 +12,11 @@
 #include "scene/wavelength_dependent_param.h"
 #include "support/temp_dir.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
-#include <numbers>
 
 namespace {
 
 using namespace Quenza;
-using std::numbers::pi;
 
 class Appearance : public ::testing::Test {
 protected:
@@ -61,32 +57,6 @@ protected:
     TempDir folder_;
 };
 
-/// u runs to the right and v upwards, so that a picture stands as it does on paper. Looked at in the middles
-/// of the texels, between which it is smoothed.
-TEST_F(Appearance, PicturesReadTheRightWayRound) {
-    SceneBuilder scene;
-    scene.addModel(rectangle({2, 0, 0}, {0, 0, 2}), scene.add(shining(texture(quarters()))), {0, 4, 0});
-    const engine::FloatImage image = scene.render(64)[0];
-    expectQuarters(image, 4, 11);
-}
-
-TEST_F(Appearance, TexelsGoThroughThePowerAndThePolynomial) {
-    SceneBuilder scene(4, 4);
-    Texture shown = texture(quarters());
-    shown.exponent = 2;
-    shown.a = 3;
-    shown.b = 0.5;
-    shown.c = 0.25;
-    Ref<UVTexCoordGenerator> corner = new UVTexCoordGenerator;
-    corner->matrix = {{0.0, 0.0, 0.0, 0.0}};
-    corner->translation = {0.25, 0.25};
-    shown.tex_coord_generation = corner;
-    scene.addModel(rectangle({2, 0, 0}, {0, 0, 2}), scene.add(shining(shown)), {0, 4, 0});
-    const double t = std::pow(128.0 / 255, 2);
-    const double white = double(engine::luminance(engine::radianceOf(RGBSpectrum({1, 1, 1}, 1))));
-    EXPECT_NEAR(meanLuminance(scene.render(4)[0]) / white, 3 * t * t + 0.5 * t + 0.25, 1e-3);
-}
-
 /// An environment map stands around the viewer as a panorama: its middle ahead (+y), its right half to the
 /// right.
 TEST_F(Appearance, EnvironmentMapsAreSeenFromWithin) {
@@ -110,34 +80,6 @@ TEST_F(Appearance, EnvironmentMapsLightAsTheyShine) {
     scene.addModel(rectangle({9, 0, 0}, {0, 0, 9}), scene.diffuse(1), {0, 4, 0});
     const double white = double(engine::luminance(engine::radianceOf(RGBSpectrum({1, 1, 1}, 1))));
     EXPECT_NEAR(meanLuminance(scene.render(400)[0]) / white, (255 + 191 + 128 + 64) / 4 / 255.0, 0.02);
-}
-
-TEST_F(Appearance, DistributionsGiveTheirCandelas) {
-    // Intensity falls from 100 on the axis to nothing at 90 degrees, and there is none behind.
-    const String path = folder_ / "lamp.ies";
-    FileUtils::writeEntireFile(path,
-                               std::string("IESNA:LM-63-1995\nTILT=NONE\n1 1000 1 4 1 1 2 0 0 0\n1 1 0\n"
-                                           "0 45 90 180\n0\n100 50 0 0\n"));
-    const auto render = [&](const Vec3d& lamp) {
-        SceneBuilder scene(8, 8);
-        scene.camera->lens_sensor_dist = 3.6;
-        scene.addModel(rectangle({20, 0, 0}, {0, 0, 20}), scene.diffuse(0.5), {0, 4, 0});
-        auto& model = scene.addModel(rectangle({0.01, 0, 0}, {0, 0, -0.01}), scene.emitter(1), lamp);
-        model.invisible_to_camera = true;
-        Ref<IESProfile> profile = new IESProfile;
-        profile->path = path;
-        profile->material = model.materials[0];
-        model.ies_profiles.push_back(profile);
-        Ref<EmissionScale> scale = new EmissionScale;
-        scale->measure = EmissionScale::LUMINOUS_INTENSITY;
-        scale->value = 100;
-        scale->material = model.materials[0];
-        model.emission_scales.push_back(scale);
-        return meanLuminance(scene.render(64)[0]);
-    };
-    // Luminance of a wall: albedo / pi * candelas * cos / distance^2.
-    EXPECT_NEAR(render({0, 2, 0}) / (0.5 / pi * 100 / 4), 1, 0.03) << "straight ahead";
-    EXPECT_NEAR(render({2, 2, 0}) / (0.5 / pi * 50 * std::sqrt(0.5) / 8), 1, 0.03) << "by 45 degrees";
 }
 
 TEST_F(Appearance, TellsOnceWhatIsDrawnInGrey) {

@@ -232,21 +232,6 @@ TEST(BSDF, BendsLightBySnellsLaw) {
     }
 }
 
-TEST(BSDF, KeepsLightInsideBeyondTheCriticalAngle) {
-    BSDF smooth(flatPoint(), directionAt(45)), rough(flatPoint(), directionAt(60));
-    smooth.add(lobe(Lobe::Kind::GLASS, 0, 1 / 1.5f));
-    rough.add(lobe(Lobe::Kind::ROUGH_GLASS, 0.01f, 1 / 1.5f));
-    Random random(5);
-    for (int i = 0; i < 1000; ++i) {
-        BSDF::Sample sample;
-        ASSERT_TRUE(smooth.sample(random, sample));
-        EXPECT_FALSE(sample.transmitted);
-        if (rough.sample(random, sample)) {
-            EXPECT_FALSE(sample.transmitted);
-        }
-    }
-}
-
 TEST(Fresnel, GivesTheKnownReflectances) {
     const struct {
         float degrees, eta;
@@ -271,22 +256,6 @@ TEST(Fresnel, GivesTheKnownReflectances) {
         const double cosine = std::cos(test.degrees * double(DEGREE));
         EXPECT_NEAR(fresnelConductor(cosine, test.n, test.k), test.expected, 1e-4) << test.degrees;
     }
-}
-
-TEST(Film, FadesFromBlackToTwiceTheReflectanceOfAFace) {
-    EXPECT_NEAR(luminance(filmReflectance(1, 1.5f, 0.01f)), 0, 1e-4f) << "thinner than any wavelength";
-    const RGB thick = filmReflectance(1, 1.5f, 1e6f);
-    for (const float channel : {thick.r, thick.g, thick.b}) {
-        EXPECT_NEAR(channel, 2 * 0.04f / 1.04f, 1e-3f);
-    }
-    // A quarter of 550 nm in the film: brightest in green.
-    const RGB quarter = filmReflectance(1, 1.5f, 550 / 1.5f / 4);
-    EXPECT_NEAR(quarter.g, 4 * 0.04f / (1.04f * 1.04f), 0.005f);
-    // A half: red and blue are left.
-    const RGB half = filmReflectance(1, 1.5f, 550 / 1.5f / 2);
-    EXPECT_LT(half.g, 0.02f);
-    EXPECT_GT(half.r, half.g);
-    EXPECT_GT(half.b, half.g);
 }
 
 } // namespace

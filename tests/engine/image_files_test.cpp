@@ -49,20 +49,6 @@ std::string tga(unsigned width, unsigned height, const std::string& bgr) {
 
 } // namespace
 
-TEST(ImageFiles, PNGReadsBack) {
-    const TempDir dir;
-    std::vector<unsigned char> bytes;
-    for (int i = 0; i < 5 * 3 * 3; ++i)
-        bytes.push_back(static_cast<unsigned char>(i * 5));
-    ASSERT_EQ(writePNG((dir / "a.png").toStdString(), 5, 3, bytes), "");
-    EXPECT_FALSE(Quenza::exists(dir / "a.png.partial"));
-    const auto image = loaded(dir / "a.png");
-    ASSERT_EQ(image->width, 5u);
-    ASSERT_EQ(image->height, 3u);
-    for (size_t i = 0; i < bytes.size(); ++i)
-        EXPECT_FLOAT_EQ(image->rgb[i], float(bytes[i]) / 255);
-}
-
 TEST(ImageFiles, EXRReadsBackToTheBit) {
     const TempDir dir;
     const FloatImage image = gradient(7, 4);

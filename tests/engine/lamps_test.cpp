@@ -46,25 +46,6 @@ double expectedFor(const std::vector<Ball>& balls) {
     return 0.5 * sum * unitLuminance();
 }
 
-double noiseOf(const engine::FloatImage& image, double expected) {
-    double sum = 0;
-    for (unsigned y = 0; y < image.height; ++y) {
-        for (unsigned x = 0; x < image.width; ++x) {
-            sum += std::pow(luminanceAt(image, x, y) / expected - 1, 2);
-        }
-    }
-    return std::sqrt(sum / (image.width * image.height));
-}
-
-/// A candle near the wall counts as much as a floodlight of ten thousand times its flux far away.
-TEST(Lamps, AreDrawnByWhatTheySendToThePoint) {
-    const std::vector<Ball> balls = {{{0.5, 3.5, 0}, 0.05, 1}, {{0, -100, 50}, 1, 25}};
-    const double expected = expectedFor(balls);
-    const engine::FloatImage image = litByBalls(balls, 16);
-    EXPECT_NEAR(meanLuminance(image) / expected, 1, 0.05);
-    EXPECT_LT(noiseOf(image, expected), 0.3);
-}
-
 TEST(Lamps, GiveTheirLightHoweverManyThereAre) {
     for (const int count : {1, 5, int(engine::Lights::MAX_WEIGHED), 200}) {
         std::vector<Ball> balls;

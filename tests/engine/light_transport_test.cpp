@@ -2,17 +2,13 @@
 #include "engine/scene_builder.h"
 #include "scene/displacement_param.h"
 #include "scene/materials/blend_material.h"
-#include "scene/materials/coating_material.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/materials/diffuse_transmitter.h"
-#include "scene/materials/double_sided_thin_material.h"
 #include "scene/materials/exit_portal_material.h"
 #include "scene/materials/glossy_transparent.h"
 #include "scene/materials/null_material.h"
-#include "scene/materials/oren_nayar_material.h"
 #include "scene/materials/phong_material.h"
 #include "scene/materials/specular_material.h"
-#include "scene/materials/sum_material.h"
 #include "scene/medium.h"
 #include "scene/scene_node_medium.h"
 #include "scene/spectrum.h"
@@ -129,51 +125,6 @@ TEST(Furnace, LosslessMaterialsDisappear) {
     }
 }
 
-/// Facets that shadow each other and the simple model's own losses keep these below 1, but never above.
-TEST(Furnace, OtherMaterialsNeverMakeLight) {
-    const auto coated = [](SceneBuilder& scene) {
-        Ref<CoatingMaterial> material = new CoatingMaterial;
-        material->roughness = number(0.2);
-        material->substrate_material = scene.add(white());
-        return Ref<Material>(material);
-    };
-    const auto thin = [](SceneBuilder& scene) {
-        Ref<DoubleSidedThinMaterial> material = new DoubleSidedThinMaterial;
-        material->front_material = scene.add(white());
-        material->back_material = material->front_material;
-        material->transmittance = grey(1);
-        return Ref<Material>(material);
-    };
-    const auto rough = [](SceneBuilder&) {
-        Ref<OrenNayarMaterial> material = new OrenNayarMaterial;
-        material->albedo = grey(1);
-        material->sigma = number(0.5);
-        return Ref<Material>(material);
-    };
-    const auto summed = [](SceneBuilder& scene) {
-        Ref<SumMaterial> material = new SumMaterial;
-        material->materials = {scene.add(white()), scene.add(metal(100))};
-        material->weights = {number(0.5), number(0.5)};
-        return Ref<Material>(material);
-    };
-    const struct {
-        const char* name;
-        std::function<Ref<Material>(SceneBuilder&)> make;
-    } cases[] = {{"coating", coated},
-                 {"double-sided", thin},
-                 {"oren-nayar", rough},
-                 {"sum", summed},
-                 {"rough phong", [](SceneBuilder&) { return phong(5); }}};
-    for (const auto& test : cases) {
-        SceneBuilder scene;
-        scene.setUniformBackground(1);
-        scene.addSphere({0, 4, 0}, 1.5, scene.add(test.make(scene)));
-        const double mean = meanLuminance(scene.render(128)[0], 4, 4, 12, 12) / unitLuminance();
-        EXPECT_LT(mean, 1.008) << test.name;
-        EXPECT_GT(mean, 0.75) << test.name;
-    }
-}
-
 /// The form factor from a point to a parallel rectangle of which a corner lies straight above it; sides and
 /// distance as they stand.
 double cornerFormFactor(double a, double b, double distance) {
@@ -200,49 +151,6 @@ TEST(AreaLight, GivesTheIrradianceOfItsFormFactor) {
         const double expected = 0.5 * 4 * cornerFormFactor(0.5, 1.0, distance) * unitLuminance();
         EXPECT_NEAR(meanLuminance(scene.render(512)[0]) / expected, 1, 0.01) << distance;
     }
-}
-
-TEST(AreaLight, SphereGivesTheIrradianceOfItsDisc) {
-    SceneBuilder scene(8, 8);
-    scene.camera->lens_sensor_dist = 3.6;
-    scene.addModel(rectangle({10, 0, 0}, {0, 0, 10}), scene.diffuse(0.5), {0, 4, 0});
-    scene.camera->keyframes[0].pos = {0, 2.5, 0};
-    scene.addSphere({0, 1.0, 0}, 0.5, scene.emitter(1));
-    const double expected = 0.5 * (0.5 / 3) * (0.5 / 3) * unitLuminance();
-    EXPECT_NEAR(meanLuminance(scene.render(256)[0]) / expected, 1, 0.01);
-}
-
-TEST(AreaLight, DoesNotDependOnItsTessellation) {
-    const double once = meanLuminance(litWall(rectangle({0.5, 0, 0}, {0, 0, -0.5}, 1), 1).render(512)[0]);
-    const double often = meanLuminance(litWall(rectangle({0.5, 0, 0}, {0, 0, -0.5}, 40), 1).render(512)[0]);
-    EXPECT_NEAR(often / once, 1, 0.01);
-}
-
-TEST(AreaLight, ShinesOnlyWhereItsFacesLook) {
-    SceneBuilder scene = litWall(rectangle({0.5, 0, 0}, {0, 0, 0.5}), 1);
-    EXPECT_EQ(meanLuminance(scene.render(16)[0]), 0) << "it faces away from the wall";
-}
-
-double rootMeanSquareError(double samples) {
-    double sum = 0;
-    int count = 0;
-    for (unsigned seed = 1; seed <= 8; ++seed) {
-        SceneBuilder scene = litWall(rectangle({0.5, 0, 0}, {0, 0, -1.0}), 0.5);
-        const engine::FloatImage image = scene.render(samples, seed)[0];
-        const double expected = 0.5 * 4 * cornerFormFactor(0.5, 1.0, 0.5) * unitLuminance();
-        for (unsigned y = 0; y < image.height; ++y) {
-            for (unsigned x = 0; x < image.width; ++x, ++count) {
-                sum += std::pow(luminanceAt(image, x, y) / expected - 1, 2);
-            }
-        }
-    }
-    return std::sqrt(sum / count);
-}
-
-TEST(Sampling, ErrorFallsWithTheRootOfTheSamples) {
-    const double few = rootMeanSquareError(4);
-    EXPECT_NEAR(few / rootMeanSquareError(16), 2, 0.35);
-    EXPECT_NEAR(few / rootMeanSquareError(64), 4, 0.7);
 }
 
 TEST(Sampling, SeedAloneDecides) {

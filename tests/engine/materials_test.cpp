@@ -6,7 +6,6 @@
 #include "engine/session.h"
 #include "foundation/file_utils.h"
 #include "foundation/platform.h"
-#include "scene/displacement_param.h"
 #include "scene/materials/blend_material.h"
 #include "scene/materials/coating_material.h"
 #include "scene/materials/diffuse_material.h"
@@ -103,12 +102,6 @@ protected:
     std::vector<std::string> notices_;
 };
 
-TEST_F(MeasuredMetal, ReflectsByItsTable) {
-    write("data/nkdata/Au.nk", "0.3 0.5 3\n0.9 0.5 3\n");
-    EXPECT_NEAR(reflected("nkdata/Au.nk"), (0.25 + 9) / (2.25 + 9), 0.01);
-    EXPECT_EQ(notices_, std::vector<std::string>{});
-}
-
 TEST_F(MeasuredMetal, IsTheIndexOfRefractionWhereTheTableIsMissing) {
     write("data/nkdata/Bad.nk", "gold");
     write("Au.nk", "0.3 0.5 3\n0.9 0.5 3\n");
@@ -160,43 +153,6 @@ TEST(Coating, FilmsOfAnyThicknessAreFinite) {
         coating->roughness = number(0.01);
         scene.addModel(rectangle({9, 0, 0}, {0, 0, 9}), scene.add(coating), {0, 4, 0});
         EXPECT_NEAR(meanLuminance(scene.render(64)[0]) / unitLuminance(), 2 * 0.04 / 1.04, 0.01) << thickness;
-    }
-}
-
-TEST(Thin, LetsThroughWhatItDoesNotSendBack) {
-    const struct {
-        double share, transmittance, front_albedo, back_albedo, expected;
-    } cases[] = {{1, 0.9, 0.5, 0.1, 0.5}, {0, 0.6, 0.5, 0.5, 0.6}, {0.5, 0.4, 0.8, 0.1, 0.6}};
-    for (const auto& test : cases) {
-        SceneBuilder scene(4, 4);
-        scene.camera->lens_sensor_dist = 3.6;
-        scene.setUniformBackground(1);
-        Ref<DoubleSidedThinMaterial> thin = new DoubleSidedThinMaterial;
-        thin->front_material = scene.diffuse(test.front_albedo);
-        thin->back_material = scene.diffuse(test.back_albedo);
-        thin->r_f = number(test.share);
-        thin->transmittance = grey(test.transmittance);
-        thin->front_fresnel_scale = thin->back_fresnel_scale = number(0);
-        scene.addModel(rectangle({9, 0, 0}, {0, 0, 9}), scene.add(thin), {0, 4, 0});
-        EXPECT_NEAR(meanLuminance(scene.render(256)[0]) / unitLuminance(), test.expected, 0.01);
-    }
-}
-
-TEST(Blend, StepsOrMixes) {
-    const struct {
-        double blend;
-        bool steps;
-        double expected;
-    } cases[] = {{0.25, false, 0.75}, {0.25, true, 1}, {0.75, true, 0}, {1.5, false, 0}};
-    for (const auto& test : cases) {
-        SceneBuilder scene(4, 4);
-        Ref<BlendMaterial> blend = new BlendMaterial;
-        blend->a_mat = scene.emitter(1);
-        blend->b_mat = scene.diffuse(0);
-        blend->blend = new ConstantDisplacementParam(test.blend);
-        blend->step_blend = test.steps;
-        scene.addModel(rectangle({9, 0, 0}, {0, 0, 9}), scene.add(blend), {0, 4, 0});
-        EXPECT_NEAR(meanLuminance(scene.render(16)[0]) / unitLuminance(), test.expected, 1e-3);
     }
 }
 

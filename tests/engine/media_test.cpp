@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "engine/medium_stack.h"
-#include "engine/random.h"
 #include "engine/sampling.h"
-#include "engine/scattering.h"
 #include "engine/scene_builder.h"
-#include "engine/skin.h"
 #include "scene/materials/diffuse_transmitter.h"
 #include "scene/materials/glossy_transparent.h"
 #include "scene/materials/specular_material.h"
@@ -23,7 +20,6 @@ namespace {
 
 using namespace Quenza;
 using engine::InternalMedium;
-using engine::RGB;
 
 Ref<VolumeParam> coefficient(double value) {
     return new ConstantVolumeParam(new UniformSpectrum(value));
@@ -87,64 +83,6 @@ TEST(MediumStack, HighestPrecedenceDecidesWhereMediaOverlap) {
     }
 }
 
-/// A ball of absorbing glass in water that has precedence can't be seen; one that has it itself is dark.
-TEST(Media, OverlapsAreSeenByPrecedence) {
-    const auto render = [](int ball_precedence) {
-        SceneBuilder scene(8, 8);
-        scene.camera->lens_sensor_dist = 0.36;
-        scene.setUniformBackground(1);
-        const Ref<BasicMedium> air = basic(1, 0, 0), dark = basic(1, 100, 0);
-        air->precedence = 5;
-        dark->precedence = ball_precedence;
-        scene.addSphere({0, 4, 0}, 1.5, clear(scene, air));
-        scene.addSphere({0, 4, 0}, 0.9, clear(scene, dark));
-        return meanLuminance(scene.render(4)[0], 3, 3, 5, 5) / unitLuminance();
-    };
-    EXPECT_NEAR(render(1), 1, 1e-3);
-    EXPECT_NEAR(render(9), 0, 1e-3);
-}
-
-TEST(Scattering, PhaseFunctionIsADensityWithItsMeanCosine) {
-    for (const float g : {-0.5f, 0.0f, 0.3f, 0.9f}) {
-        double whole = 0, mean = 0;
-        constexpr int STEPS = 20000;
-        for (int i = 0; i < STEPS; ++i) {
-            const float cosine = 2 * (float(i) + 0.5f) / STEPS - 1;
-            const double part = double(engine::henyeyGreenstein(cosine, g)) * 4 * double(engine::PI) / STEPS;
-            whole += part;
-            mean += part * double(cosine);
-        }
-        EXPECT_NEAR(whole, 1, 1e-3) << g;
-        EXPECT_NEAR(mean, double(g), 1e-3) << g;
-        engine::Random random(3);
-        const engine::Vec way = engine::normalise({1, 2, -2});
-        double sampled = 0;
-        for (int i = 0; i < STEPS; ++i) {
-            sampled += double(dot(way, engine::sampleHenyeyGreenstein(way, g, random))) / STEPS;
-        }
-        EXPECT_NEAR(sampled, double(g), 0.015) << g;
-    }
-}
-
-TEST(Scattering, FlightsLoseWhatIsAbsorbedAlone) {
-    InternalMedium medium;
-    medium.absorption = {0.0f, 0.5f, 0.0f};
-    medium.scattering = {1.0f, 3.0f, 0.0f};
-    engine::Random random(11);
-    constexpr int FLIGHTS = 200000;
-    RGB arrived, scattered;
-    for (int i = 0; i < FLIGHTS; ++i) {
-        const engine::Flight flight = engine::sampleFlight(medium, 0.8f, RGB{1.0f}, random);
-        (flight.scattered ? scattered : arrived) += flight.weight / float(FLIGHTS);
-    }
-    EXPECT_NEAR(arrived.r, std::exp(-0.8f), 0.01f);
-    EXPECT_NEAR(arrived.g, std::exp(-3.5f * 0.8f), 0.01f);
-    EXPECT_NEAR(arrived.b, 1, 0.01f);
-    EXPECT_NEAR(scattered.r, 1 - std::exp(-0.8f), 0.01f);
-    EXPECT_NEAR(scattered.g, 3.0f / 3.5f * (1 - std::exp(-3.5f * 0.8f)), 0.01f);
-    EXPECT_NEAR(scattered.b, 0, 0.01f);
-}
-
 /// White media take nothing away, so that in front of an even background they can't be seen.
 TEST(Media, LosslessOnesDisappear) {
     const struct {
@@ -188,44 +126,6 @@ TEST(Media, LosslessOnesDisappear) {
     }
 }
 
-/// Beer's law through a slab that scatters light out of the view into an otherwise black world.
-TEST(Media, FogHidesByItsThickness) {
-    for (const double scattering : {0.5, 2.0}) {
-        SceneBuilder scene(8, 8);
-        scene.camera->lens_sensor_dist = 3.6;
-        const auto fog = clear(scene, basic(1, 0.3, scattering, 0));
-        scene.addModel(rectangle({50, 0, 0}, {0, 0, 50}), fog, {0, 2, 0});
-        scene.addModel(rectangle({50, 0, 0}, {0, 0, -50}), fog, {0, 3, 0});
-        // So small that what it lights up in the fog doesn't count.
-        scene.addModel(rectangle({0.35, 0, 0}, {0, 0, 0.35}), scene.emitter(1), {0, 6, 0});
-        const double seen = meanLuminance(scene.render(256)[0]) / unitLuminance();
-        EXPECT_NEAR(seen / std::exp(-(0.3 + scattering)), 1, 0.06) << scattering;
-    }
-}
-
-/// A lamp shines through the boundary of a medium of the air's own index: what is scattered once, summed
-/// along the line of sight. Light that is scattered more often adds a little.
-TEST(Media, FogIsLitFromOutside) {
-    SceneBuilder scene(8, 8);
-    scene.camera->lens_sensor_dist = 3.6;
-    const auto fog = clear(scene, basic(1, 0, 0.02));
-    scene.addModel(rectangle({50, 0, 0}, {0, 0, 50}), fog, {0, 2, 0});
-    scene.addModel(rectangle({50, 0, 0}, {0, 0, -50}), fog, {0, 3, 0});
-    scene.addSphere({0, 0.5, 5}, 0.1, scene.emitter(1000));
-    double expected = 0;
-    for (int i = 0; i < 100; ++i) {
-        const double inside = (i + 0.5) / 100;
-        const double ahead = 1.5 + inside;
-        const double squared = 25 + ahead * ahead;
-        const double way_in = std::sqrt(squared) * inside / ahead;
-        const double arriving = 1000 * double(engine::PI) * 0.01 / squared * std::exp(-0.02 * way_in);
-        expected += 0.02 / 100 / (4 * double(engine::PI)) * arriving * std::exp(-0.02 * inside);
-    }
-    const double lit = meanLuminance(scene.render(2048)[0]) / unitLuminance();
-    EXPECT_GT(lit / expected, 0.96);
-    EXPECT_LT(lit / expected, 1.12);
-}
-
 /// Under water one sees through it; behind a pane that is open at its sides one doesn't stand in glass.
 TEST(Media, CameraStandsInThem) {
     SceneBuilder pool(4, 4);
@@ -241,14 +141,6 @@ TEST(Media, CameraStandsInThem) {
     EXPECT_NEAR(meanLuminance(room.render(16)[0]) / unitLuminance(), 1, 1e-3);
 }
 
-TEST(Media, GlassSplitsColoursByCauchysLaw) {
-    InternalMedium flint;
-    flint.ior = 1.6f;
-    flint.cauchy_b = 0.01f;
-    EXPECT_NEAR(flint.iorAt(500), 1.6f + 0.01f / 0.25f, 1e-5f);
-    EXPECT_NEAR(flint.iorAt(1000), 1.61f, 1e-5f);
-}
-
 TEST(Media, TellWhatIsDrawnMoreSimply) {
     SceneBuilder scene(4, 4);
     scene.setUniformBackground(1);
@@ -262,22 +154,6 @@ TEST(Media, TellWhatIsDrawnMoreSimply) {
     EXPECT_EQ(scene.notices,
               (std::vector<std::string>{"What varies within a medium is not drawn.",
                                         "Atmospheres are drawn as air of sea level at all heights."}));
-}
-
-/// Values worked out from the published formulas: at 620, 550 and 450 nm, per metre.
-TEST(Skin, HasTheCoefficientsOfItsModel) {
-    const auto near = [](const RGB& value, float r, float g, float b, const char* what) {
-        EXPECT_NEAR(value.r / r, 1, 0.01f) << what;
-        EXPECT_NEAR(value.g / g, 1, 0.01f) << what;
-        EXPECT_NEAR(value.b / b, 1, 0.01f) << what;
-    };
-    near(engine::epidermis(0, 0.5f).absorption, 31.87f, 46.02f, 121.9f, "no melanin: the baseline");
-    near(engine::epidermis(1, 1).absorption, 33165, 49392, 96340, "the brown kind alone");
-    near(engine::epidermis(1, 0).absorption, 15829, 27912, 72393, "the reddish kind alone");
-    near(engine::epidermis(0, 0).scattering, 5071, 6083, 9209, "epidermis");
-    near(engine::dermis(1).absorption, 1250.6f, 24431, 39064, "blood");
-    near(engine::dermis(0).scattering, 2536, 3041, 4605, "dermis");
-    EXPECT_FLOAT_EQ(engine::dermis(0.05f).ior, 1.4f);
 }
 
 } // namespace

@@ -65,17 +65,6 @@ TEST(PhotometryIES, InterpolatesAndMirrorsHorizontalAngles) {
     EXPECT_EQ(sides("0 90 180 270 360", "1 1 3 3 5 5 7 7 1 1", 5), (Values{1, 2, 3, 4, 5, 6, 7, 4, 1, 7}));
 }
 
-TEST(PhotometryIES, TheSharedSpotIsNarrow) {
-    std::string fault;
-    const auto spot = IESDistribution::load(QUENZA_SOURCE_DIR "/presets/default.ies", fault);
-    ASSERT_TRUE(spot) << fault;
-    EXPECT_GT(spot->lumens(), 500);
-    EXPECT_LT(spot->lumens(), 1200);
-    EXPECT_FLOAT_EQ(spot->at(0, 0), spot->maximum());
-    EXPECT_NEAR(spot->at(20 * DEGREE, 1) / spot->maximum(), 0.5f, 0.01f);
-    EXPECT_EQ(spot->at(80 * DEGREE, 1), 0.0f);
-}
-
 TEST(PhotometryIES, ATiltWithinTheFileIsPassedOver) {
     EXPECT_NEAR(good("TILT=INCLUDE\n1\n2\n0 90\n1 0.9\n1 1 1 2 1 1 2 0 0 0 1 1 1 0 180 0 5 5")->lumens(),
                 20 * 3.14159265, 0.01);

@@ -3,13 +3,11 @@
 #include "scene/aperture_shape.h"
 #include "scene/emission.h"
 #include "scene/materials/diffuse_material.h"
-#include "scene/materials/sun_sky_material.h"
 #include "scene/rotation.h"
 #include "scene/scene_node_section_plane.h"
 #include "scene/spectrum.h"
 #include "scene/wavelength_dependent_param.h"
 
-#include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
 #include <numbers>
@@ -75,110 +73,12 @@ TEST(CameraView, RightIsRightAndUpIsUp) {
         16, 4, "turned by its keyframe");
 }
 
-TEST(CameraView, OrthographicKeepsSizes) {
-    const auto orthographic = [](SceneNodeCamera& camera) {
-        camera.camera_type = SceneNodeCamera::ORTHOGRAPHIC;
-        camera.sensor_width = 4;
-    };
-    expectAt(seenAt({1, 4, 0.5}, orthographic), 24, 4, "near");
-    expectAt(seenAt({1, 40, 0.5}, orthographic), 24, 4, "far");
-}
-
 TEST(CameraView, SphericalShowsAllDirections) {
     const auto spherical = [](SceneNodeCamera& camera) { camera.camera_type = SceneNodeCamera::SPHERICAL; };
     expectAt(seenAt({0, 4, 0}, spherical, 1), 16, 8, "ahead");
     expectAt(seenAt({4, 0, 0}, spherical, 1), 24, 8, "right");
     expectAt(seenAt({-4, 0, 0}, spherical, 1), 8, 8, "left");
     expectAt(seenAt({0, 2.8284, 2.8284}, spherical, 0.5), 16, 4, "halfway up");
-}
-
-/// The stored position is the sensor's side of the shift: what a shifted lens adds comes on top of it.
-TEST(CameraView, ShiftedLensMovesThePicture) {
-    expectAt(seenAt({0, 4, 0},
-                    [](SceneNodeCamera& camera) {
-                        camera.lens_shift_right_distance = 0.009;
-                        camera.lens_shift_up_distance = 0.0045;
-                        camera.keyframes[0].pos = {-0.009, 0, -0.0045};
-                    }),
-             8, 12, "the view turns right and up");
-}
-
-double peakShare(double focus_distance, bool autofocus) {
-    SceneBuilder scene(16, 16);
-    scene.addSphere({0, 4, 0}, 0.1, scene.emitter(1));
-    scene.camera->aperture_radius = 0.6;
-    scene.camera->focus_distance = focus_distance;
-    scene.camera->autofocus = autofocus;
-    const engine::FloatImage image = scene.render(256)[0];
-    return meanLuminance(image, 7, 7, 9, 9) * 4 / (meanLuminance(image) * 256);
-}
-
-TEST(CameraView, FocusIsSharp) {
-    const double sharp = peakShare(4, false);
-    EXPECT_GT(sharp, 0.95);
-    EXPECT_LT(peakShare(1.5, false), 0.5 * sharp);
-    EXPECT_GT(peakShare(1.5, true), 0.95) << "the focus is where the camera looks";
-}
-
-/// What is out of focus has the aperture's form. A lamp far behind the focus isn't turned over.
-TEST(CameraView, BlurHasTheFormOfTheAperture) {
-    SceneBuilder scene(32, 32);
-    scene.addSphere({0, 1000, 0}, 50, scene.emitter(1));
-    scene.camera->aperture_radius = 0.4;
-    scene.camera->focus_distance = 1;
-    Ref<ApertureGenerated> triangle = new ApertureGenerated;
-    triangle->num_blades = 3;
-    triangle->blade_offset = 0.5;
-    triangle->blade_curvature_radius = 1000;
-    triangle->start_angle = -pi / 2; // A straight side below, a corner above.
-    scene.camera->aperture_shape = triangle;
-    const engine::FloatImage image = scene.render(400)[0];
-    const Centre centre = centreOf(image);
-    EXPECT_NEAR(centre.x, 16, 0.3);
-    EXPECT_NEAR(centre.y, 16, 0.5);
-    const auto widthOfRow = [&image](unsigned y) {
-        int width = 0;
-        for (unsigned x = 0; x < image.width; ++x) {
-            width += luminanceAt(image, x, y) > 0 ? 1 : 0;
-        }
-        return width;
-    };
-    EXPECT_GT(widthOfRow(21), widthOfRow(10) + 8) << "broad below";
-}
-
-TEST(CameraView, VignettingDimsTheEdges) {
-    const auto edge = [](bool vignetting) {
-        SceneBuilder scene(16, 16);
-        scene.setUniformBackground(1);
-        scene.settings->setBool("vignetting", vignetting);
-        const engine::FloatImage image = scene.render(16)[0];
-        return luminanceAt(image, 0, 0) / luminanceAt(image, 8, 8);
-    };
-    EXPECT_NEAR(edge(false), 1, 1e-4);
-    EXPECT_NEAR(edge(true), std::pow(std::cos(std::atan(std::hypot(0.47, 0.47))), 4), 0.02);
-}
-
-TEST(Sun, ShadowFallsAwayFromIt) {
-    // A pole on the ground, seen from above with north (y) up.
-    SceneBuilder scene(32, 32);
-    scene.camera->camera_type = SceneNodeCamera::ORTHOGRAPHIC;
-    scene.camera->sensor_width = 8;
-    scene.camera->keyframes[0].pos = {0, 0, 50};
-    scene.camera->forwards = {0, 0, -1};
-    scene.camera->up = {0, 1, 0};
-    scene.addModel(rectangle({20, 0, 0}, {0, 20, 0}), scene.diffuse(0.5), {0, 0, 0});
-    const auto pole = scene.diffuse(0);
-    scene.addSphere({0, 0, 1.5}, 0.3, pole);
-    Ref<SunSkyMaterial> sky = new SunSkyMaterial;
-    sky->sundir = {1, 0, 1};
-    sky->enable_sky = false;
-    scene.setBackground(sky);
-    const engine::FloatImage image = scene.render(64)[0];
-    const double lit = luminanceAt(image, 22, 16);
-    EXPECT_GT(lit, 0);
-    EXPECT_LT(luminanceAt(image, 10, 16), 0.02 * lit) << "1.5 to the west, away from the sun in the east";
-    EXPECT_GT(luminanceAt(image, 16, 10), 0.95 * lit);
-    EXPECT_GT(luminanceAt(image, 16, 22), 0.95 * lit);
 }
 
 TEST(MotionBlur, SpreadsOverTheWay) {
@@ -193,22 +93,6 @@ TEST(MotionBlur, SpreadsOverTheWay) {
     EXPECT_NEAR(luminanceAt(image, 20, 4) / middle, 1, 0.15);
     EXPECT_EQ(luminanceAt(image, 3, 4), 0);
     expectAt(centreOf(image), 16, 4, "the middle of the way");
-}
-
-TEST(MotionBlur, TurnsAboutTheAxis) {
-    SceneBuilder scene(32, 32);
-    auto& model = scene.addModel(rectangle({0.1, 0, 0}, {0, 0, 0.1}), scene.emitter(1), {0, 4, 0});
-    model.keyframes[0].rotation_axis = {0, 1, 0};
-    model.keyframes.push_back(keyFrame({0, 4, 0}, 1));
-    model.keyframes[1].rotation_axis = {0, 1, 0};
-    model.keyframes[1].rotation_angle = pi / 2;
-    static_cast<MatrixRotation&>(*model.rotation).matrix = {{12, 0, 0, 0, 1, 0, 0, 0, 1}};
-    const engine::FloatImage image = scene.render(400)[0];
-    // A bar that turns clockwise as seen from the camera, from lying to standing: two quarters are swept.
-    EXPECT_GT(meanLuminance(image, 19, 19, 22, 22), 0);
-    EXPECT_GT(meanLuminance(image, 10, 10, 13, 13), 0);
-    EXPECT_EQ(meanLuminance(image, 19, 10, 22, 13), 0);
-    EXPECT_EQ(meanLuminance(image, 10, 19, 13, 22), 0);
 }
 
 TEST(Layers, HoldTheirOwnLightAlone) {

@@ -159,24 +159,6 @@ TEST(QSL, ProgramsOfThePluginCompile) {
     }
 }
 
-/// A function's own arguments win over nothing: those of its caller are not seen, and none is mistaken for
-/// one that an inner call has overwritten.
-TEST(QSL, CallsKeepTheirValuesApart) {
-    const std::string text =
-        "def f(real a, real b) real : a * 10.0 + b\n"
-        "def g(vec3 v) real : f(dotk(v), doti(v)) + f(doti(v), dotk(v)) * f(dotj(v), 1.0)\n"
-        "def eval(vec3 pos) real : g(pos + vec3(dotk(pos))) - f(f(doti(pos), 2.0), dotk(pos))";
-    const QSLProgram program({{"", text}}, NUMBER, {});
-    SurfacePoint point;
-    for (const Vec& p : {Vec{1, 2, 3}, Vec{-0.5f, 4, 0.25f}}) {
-        point.position = p;
-        const auto f = [](float a, float b) { return a * 10 + b; };
-        const Vec v = p + Vec{p.z, p.z, p.z};
-        const float g = f(v.z, v.x) + f(v.x, v.z) * f(v.y, 1);
-        EXPECT_NEAR(program.at(point).x, g - f(f(p.x, 2), p.z), 1e-2f);
-    }
-}
-
 TEST(QSL, FaultsNameTheirPlace) {
     struct Row {
         QSLEntry entry;

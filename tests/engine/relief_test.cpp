@@ -3,7 +3,6 @@
 #include "engine/scene_builder.h"
 #include "engine/subdivision.h"
 #include "scene/displacement_param.h"
-#include "scene/materials/blend_material.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/scene_node_mesh.h"
 #include "scene/shader_info.h"
@@ -71,37 +70,6 @@ size_t openEdges(const Mesh& mesh) {
     return open;
 }
 
-double areaOf(const Mesh& mesh) {
-    double sum = 0;
-    for (const MeshTriangle& t : mesh.triangles) {
-        const Vec3f a = mesh.vert_positions[t.vertex_indices[0]],
-                    b = mesh.vert_positions[t.vertex_indices[1]],
-                    c = mesh.vert_positions[t.vertex_indices[2]];
-        const double u[3] = {double(b.x - a.x), double(b.y - a.y), double(b.z - a.z)};
-        const double v[3] = {double(c.x - a.x), double(c.y - a.y), double(c.z - a.z)};
-        sum +=
-            0.5 * std::hypot(u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0]);
-    }
-    return sum;
-}
-
-TEST(Subdivision, FlatCutsKeepTheShape) {
-    const Ref<Mesh> square = rectangle({1, 0, 0}, {0, 0, 1});
-    const Ref<Mesh> fine = engine::subdivided(*square, 3, false);
-    EXPECT_EQ(fine->triangles.size(), 2u * 64);
-    EXPECT_EQ(fine->vert_positions.size(), 81u) << "neighbours share their vertices";
-    EXPECT_NEAR(areaOf(*fine), 4, 1e-5);
-    fine->checkAllIndices();
-    for (const MeshTriangle& t : fine->triangles) {
-        for (size_t i = 0; i < 3; ++i) {
-            const Vec3f p = fine->vert_positions[t.vertex_indices[i]];
-            const Vec2f uv = fine->uv_pairs[t.uv_indices[i]];
-            EXPECT_NEAR(uv.x, (p.x + 1) / 2, 1e-6f);
-            EXPECT_NEAR(uv.y, (p.z + 1) / 2, 1e-6f);
-        }
-    }
-}
-
 TEST(Subdivision, RoundsAClosedBodyWithoutTearingIt) {
     for (const bool shared : {true, false}) {
         const Ref<Mesh> body = engine::subdivided(*cube(shared), 4, true);
@@ -117,15 +85,6 @@ TEST(Subdivision, RoundsAClosedBodyWithoutTearingIt) {
         EXPECT_LT(most, 1.2f) << "corners were at 1.73";
         EXPECT_GT(least, 0.6f);
     }
-}
-
-/// On a flat grid the inside stays where it is, whatever the rule.
-TEST(Subdivision, RoundingLeavesFlatGroundFlat) {
-    const Ref<Mesh> fine = engine::subdivided(*rectangle({1, 0, 0}, {0, 0, 1}, 4), 2, true);
-    for (const Vec3f& p : fine->vert_positions) {
-        EXPECT_NEAR(p.y, 0, 1e-6f);
-    }
-    EXPECT_GT(areaOf(*fine), 3.8) << "the border shrinks at its corners alone";
 }
 
 TEST(Subdivision, StopsAtTheLimit) {
@@ -166,16 +125,6 @@ TEST(Displacement, MovesTheSurfaceByMetres) {
         model.scale = test.scale;
         EXPECT_NEAR(sizeInView(scene), test.expected, 0.01) << test.name;
     }
-}
-
-TEST(Displacement, OfABlendIsBlendedToo) {
-    SceneBuilder scene(32, 32);
-    Ref<BlendMaterial> blend = new BlendMaterial;
-    blend->a_mat = scene.add(shining(2));
-    blend->b_mat = scene.add(shining(0));
-    blend->blend = new ConstantDisplacementParam(0.5);
-    scene.addModel(rectangle({1, 0, 0}, {0, 0, 1}), scene.add(blend), {0, 4, 0});
-    EXPECT_NEAR(sizeInView(scene), 2 / 3.0, 0.01);
 }
 
 /// Sides of a cube don't share vertices; it grows as a whole and stays closed.

@@ -109,39 +109,6 @@ TEST_F(Texturing, ValuesGoThroughThePowerAndThePolynomial) {
     }
 }
 
-/// A cubic spline: at a texel 4/9 of itself (2/3 in each direction), the rest from its neighbours.
-TEST_F(Texturing, SmoothImagesAreBlurred) {
-    std::vector<unsigned char> rgb(size_t(8) * 8 * 3);
-    rgb[(3 * 8 + 4) * 3] = 255;
-    ASSERT_EQ(engine::writePNG((folder_ / "dot.png").toStdString(), 8, 8, rgb), "");
-    addTexture("dot.png").smooth = true;
-    EXPECT_NEAR(firstTextureAt(pointAt(4.5 / 8, 1 - 3.5 / 8)).r, 4.0f / 9, 1e-3f);
-    EXPECT_NEAR(firstTextureAt(pointAt(5.5 / 8, 1 - 3.5 / 8)).r, 1.0f / 9, 1e-3f);
-    EXPECT_NEAR(firstTextureAt(pointAt(5.5 / 8, 1 - 2.5 / 8)).r, 1.0f / 36, 1e-3f);
-    EXPECT_NEAR(firstTextureAt(pointAt(6.5 / 8, 1 - 3.5 / 8)).r, 0, 1e-3f);
-}
-
-TEST_F(Texturing, SphericalMapsTurnWithTheirRotation) {
-    Ref<SphericalTexCoordGenerator> spherical = new SphericalTexCoordGenerator;
-    addTexture("four.png").tex_coord_generation = spherical;
-    SurfacePoint point;
-    const float z = std::sqrt(0.5f);
-    point.position = {0, z, z};
-    expectColour(firstTextureAt(point), {0, 1, 0}, "+y is three quarters along");
-    point.position = {0, -z, -z};
-    expectColour(firstTextureAt(point), {0, 0, 1}, "-y is a quarter along");
-    spherical->rotation = new AxisRotation({0, 0, 1}, std::numbers::pi);
-    expectColour(firstTextureAt(point), {1, 1, 1}, "half a turn");
-}
-
-TEST_F(Texturing, PathsOfWindowsServeToo) {
-    std::filesystem::create_directory((folder_ / "maps").toStdString());
-    std::filesystem::rename((folder_ / "four.png").toStdString(), (folder_ / "maps/four.png").toStdString());
-    addTexture(".\\maps\\four.png");
-    expectColour(firstTextureAt(pointAt(0.25, 0.75)), {1, 0, 0}, "backslashes");
-    EXPECT_TRUE(notices_.texts().empty());
-}
-
 TEST_F(Texturing, ProgramsSeeTheTexturesOfTheMaterialAndTheirOwn) {
     addTexture("four.png");
     Ref<ShaderInfo> info = shader(PRELUDE + "sample2DTextureVec3(0, getTexCoords(0)) * param_half() + "
@@ -180,18 +147,6 @@ TEST_F(Texturing, SlopesOfImagesAndProgramsAgree) {
     EXPECT_EQ(
         inputs.displacement(new ConstantDisplacementParam(2), "bump", 0).slopeAt(pointAt(0.3, 0.4)).along_u,
         0);
-}
-
-TEST_F(Texturing, NormalMapsTurnAboutTheirMiddle) {
-    ASSERT_EQ(engine::writePNG((folder_ / "n.png").toStdString(), 1, 1, {255, 0, 128}), "");
-    addTexture("n.png");
-    const engine::InputBuilder inputs = builder();
-    const engine::Vec image = inputs.vector(new TextureVec3Param(0), "normal_map").at(pointAt(0.5, 0.5));
-    EXPECT_NEAR(engine::length(image - engine::Vec{1, -1, 1 / 255.0f}), 0, 1e-4f);
-    const auto program =
-        inputs.vector(new ShaderVec3Param(shader(PRELUDE + "vec3(0.0, 0.0, 1.0)")), "normal_map");
-    EXPECT_NEAR(engine::length(program.at(pointAt(0.5, 0.5)) - engine::Vec{0, 0, 1}), 0, 1e-6f);
-    EXPECT_FALSE(inputs.vector(nullptr, "normal_map").isSet());
 }
 
 TEST_F(Texturing, FaultsAreToldOnceByMaterialAndChannel) {
@@ -264,28 +219,6 @@ TEST_F(Texturing, WhatDoesNotCompileIsMagentaAllOver) {
         EXPECT_GT(pixel[2], pixel[0] * 0.6f);
         EXPECT_EQ(scene.notices.size(), 1u);
     }
-}
-
-/// Through the whole renderer: a wall that shines as a program says, which sees the wall's texture
-/// coordinates and its place in the scene.
-TEST_F(Texturing, ProgramsAreDrawn) {
-    const auto render = [&](const std::string& expression) {
-        SceneBuilder scene(8, 8);
-        Ref<DiffuseMaterial> shining = new DiffuseMaterial;
-        shining->base_emission = new ConstantWavelengthDependentParam(new RGBSpectrum({1, 1, 1}, 1));
-        shining->emission = new ShaderWavelengthDependentParam(shader(PRELUDE + expression));
-        scene.addModel(rectangle({2, 0, 0}, {0, 0, 2}), scene.add(shining), {0, 4, 0});
-        return scene.render(16)[0];
-    };
-    const double white = double(engine::luminance(engine::radianceOf(RGBSpectrum({1, 1, 1}, 1))));
-    const engine::FloatImage by_uv = render("vec3(doti(getTexCoords(0)))");
-    const engine::FloatImage by_place = render("vec3(dotk(pos) * 0.25 + 0.5)");
-    for (unsigned i = 1; i < 7; ++i) {
-        EXPECT_NEAR(luminanceAt(by_uv, i, 3) / white, (i + 0.5) / 8, 0.03) << "u grows to the right";
-        EXPECT_NEAR(luminanceAt(by_place, 3, i) / white, 1 - (i + 0.5) / 8, 0.03) << "z grows upwards";
-    }
-    EXPECT_NEAR(meanLuminance(render("vec3(minCosTheta())"), 3, 3, 5, 5) / white, 1, 0.02)
-        << "seen straight on";
 }
 
 } // namespace

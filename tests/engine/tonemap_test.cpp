@@ -77,54 +77,6 @@ TEST(Tonemap, ReinhardFollowsThePublishedFormula) {
     EXPECT_NEAR(colour.rgb[2] / colour.rgb[0], 4.0f, 0.02f);
 }
 
-TEST(Tonemap, DefaultsExposeEveryLevelOfLight) {
-    // A grey of 0.2, a white of 0.8 and a shadow under a plain light of the plug-in, a lamp in a room and the
-    // sun.
-    SceneNodeTonemapping page;
-    page.tonemap_type = SceneNodeTonemapping::REINHARD;
-    page.pre_scale = 3;
-    page.burn = 10;
-    const auto linear = node(SceneNodeTonemapping::LINEAR), camera = node(SceneNodeTonemapping::CAMERA);
-    const auto linear_page = node(SceneNodeTonemapping::LINEAR);
-    linear_page->scale = 3;
-    // The camera page's f/16 and 1/500 s, and f/8 and 1/20 s without one.
-    const double with_tag = 1.0 / 500 / 256, without_tag = 0.05 / 64;
-    const ToneMapper mappers[] = {mapper(&page),
-                                  mapper(nullptr),
-                                  mapper(linear.getPointer()),
-                                  mapper(linear_page.getPointer()),
-                                  mapper(camera.getPointer(), with_tag),
-                                  mapper(camera.getPointer(), without_tag)};
-    for (const double lux : {1e-4, 100.0, 100000.0})
-        for (const ToneMapper& tone_mapper : mappers) {
-            const float e = float(lux / 3.14159265);
-            const std::vector<unsigned char> out =
-                tone_mapper.toneMap({row({RGB(0.2f * e), RGB(0.8f * e), RGB(0.03f * e)})});
-            EXPECT_GT(out[0], 60) << lux;
-            EXPECT_LT(out[0], 190) << lux;
-            EXPECT_GT(out[3], out[0] + 30) << lux;
-            EXPECT_GT(out[6], 15) << lux;
-            EXPECT_LT(out[6], out[0] - 20) << lux;
-        }
-}
-
-TEST(Tonemap, LinearIsLinearInScaleAndGain) {
-    const auto linear = node(SceneNodeTonemapping::LINEAR);
-    const FloatImage layer = row({RGB(1), RGB(4), RGB(2)});
-    linear->scale = 1;
-    EXPECT_NEAR(green(mapper(linear.getPointer()).display({layer}), 2), 0.1f, 1e-4f);
-    linear->scale = 2;
-    EXPECT_NEAR(green(mapper(linear.getPointer()).display({layer}), 0), 0.1f, 1e-4f);
-    EXPECT_NEAR(green(mapper(linear.getPointer()).display({layer}), 1), 0.4f, 1e-4f);
-    const auto settings = neutralSettings();
-    settings->ensureLayers(2);
-    settings->layer_settings[0]->gain = 2;
-    settings->layer_settings[1]->gain = 0;
-    const ToneMapper gained(linear.getPointer(), *settings, 0, "");
-    EXPECT_NEAR(green(gained.display({layer, FloatImage(3, 1)}), 1), 0.8f, 1e-4f);
-    EXPECT_NEAR(green(gained.display({FloatImage(3, 1), layer}), 1), 0.0f, 1e-6f);
-}
-
 TEST(Tonemap, LayersAreWeightedInXYZ) {
     const auto settings = neutralSettings();
     settings->ensureLayers(2);
@@ -175,27 +127,6 @@ TEST(Tonemap, WhatIsTooBrightKeepsItsHueAndItsLuminance) {
         }
 }
 
-TEST(Tonemap, ASurfaceInTheWhiteLightIsNeutral) {
-    for (const char* name : {"E", "D50", "D65", "A", "9300", "F11"}) {
-        Quenza::Ref<SceneNodeRenderSettings> settings = new SceneNodeRenderSettings;
-        settings->setWhitePoint(Quenza::whitePointFromName(name));
-        const Triple white =
-            transformed(XYZ_TO_RGB, xyzOfChromaticity(settings->white_point->x, settings->white_point->y));
-        const RGB light{float(white[0]), float(white[1]), float(white[2])};
-        const FloatImage out = ToneMapper(nullptr, *settings, 0, "").combine({row({light * 2.0f})});
-        EXPECT_NEAR(out.rgb[0], 2.0f, 0.01f) << name;
-        EXPECT_NEAR(out.rgb[1], 2.0f, 0.01f) << name;
-        EXPECT_NEAR(out.rgb[2], 2.0f, 0.01f) << name;
-    }
-    for (const auto& [x, y] : {std::pair(0.0, 0.0), std::pair(0.8, 0.9), std::pair(std::nan(""), 0.3)}) {
-        Quenza::Ref<SceneNodeRenderSettings> settings = new SceneNodeRenderSettings;
-        settings->setWhitePoint(new Quenza::WhitePoint(x, y));
-        const FloatImage out = ToneMapper(nullptr, *settings, 0, "").combine({row({RGB(1, 2, 3)})});
-        EXPECT_NEAR(out.rgb[0], 1.0f, 1e-4f);
-        EXPECT_NEAR(out.rgb[2], 3.0f, 1e-4f);
-    }
-}
-
 TEST(Tonemap, CameraExposureSpeedAndAdjustment) {
     const auto camera = node(SceneNodeTonemapping::CAMERA);
     const FloatImage day = row({RGB(4000)});
@@ -219,6 +150,17 @@ TEST(Tonemap, CameraExposureSpeedAndAdjustment) {
     camera->ev_adjust = 0;
     camera->film_iso = 25;
     EXPECT_NEAR(value(0), dark, 1e-4f);
+    // Lamps like the sun: what the camera was adjusted for isn't taken away twice.
+    camera->film_iso = 200;
+    const double dazzling = std::exp2(8) * 12.5 / (4000 * 200.0);
+    previous = 0;
+    for (double ev = -16; ev <= 2; ev += 0.5) {
+        camera->ev_adjust = ev;
+        EXPECT_GT(value(dazzling), previous) << ev;
+        previous = value(dazzling);
+    }
+    camera->ev_adjust = -7;
+    EXPECT_GT(value(dazzling), 0.4f * metered);
 }
 
 TEST(Tonemap, ResponseCurvesAreReadFromTheDataFolder) {
@@ -262,15 +204,6 @@ TEST(Tonemap, ResponseCurvesAreReadFromTheDataFolder) {
               "The camera response '" + (dir / "none.txt").toStdString() +
                   "' can't be used (CreateFile failed: No such file or directory); the default curve takes "
                   "its place.");
-}
-
-TEST(Tonemap, DefaultResponseKeepsMiddleGreyAndRises) {
-    const CameraResponse response;
-    EXPECT_NEAR(srgbDecode(response(1, 0.18f)), 0.18f, 1e-4f);
-    for (float x = 0; x < 4; x += 0.1f)
-        EXPECT_GT(response(0, x + 0.1f), response(0, x));
-    EXPECT_EQ(response(0, -1.0f), 0.0f);
-    EXPECT_LE(response(0, 1e20f), 1.0f);
 }
 
 TEST(Tonemap, AnyPictureAndNumbersGiveBytes) {
