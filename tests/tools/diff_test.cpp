@@ -27,7 +27,6 @@ TEST_F(Diff, FindsNoneBetweenEqualScenes) {
 }
 
 TEST_F(Diff, NamesNodesAndFields) {
-    const std::string key = "<keyframe>\n\t\t\t<time>0</time>\n\t\t\t<pos>0 0 1</pos>";
     const struct {
         std::string from;
         std::string to;

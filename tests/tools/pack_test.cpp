@@ -103,17 +103,6 @@ TEST_F(Pack, MakesOneSceneOfIncludes) {
     EXPECT_EQ(run({"check", path("unpacked/in.qzs")}).status, 0);
 }
 
-TEST_F(Pack, StoresMeshesThatStandInTheScene) {
-    const auto entries = packed(
-        "in.qzs",
-        edited("<external>\n\t\t\t<path>scene_meshes/square.qzmesh</path>\n\t\t</external>",
-               "<embedded_2><used_material_name>m</used_material_name><vertex pos=\"0 0 0\"/>"
-               "<vertex pos=\"1 0 0\"/><vertex pos=\"0 1 0\"/><triangle v=\"0 1 2\" m=\"0\"/></embedded_2>"));
-    ASSERT_EQ(entries.size(), 3u);
-    EXPECT_EQ(std::next(entries.begin(), 2)->first.rfind("in_meshes/mesh_", 0), 0u);
-    EXPECT_EQ(run({"check", path("unpacked/in.qzs")}).status, 0);
-}
-
 TEST_F(Pack, RefusesASceneWithMissingFiles) {
     std::string text = edited("images/wood.png", "images/oak.png");
     text.replace(text.find("square.qzmesh"), 6, "circle");
