@@ -23,6 +23,8 @@ constexpr double MIDDLE_GREY = 0.18;
 constexpr double METER_CONSTANT = 12.5;
 /// The most that the camera's own settings move the picture away from what the meter finds.
 constexpr double METER_STOPS = 1.25;
+/// The most that film speed and adjustment move it on their own, whatever the meter finds.
+constexpr double ADJUSTMENT_STOPS = 2.0;
 constexpr double REFERENCE_ISO = 200.0;
 
 constexpr double PAGE_PRE_SCALE = 3.0;
@@ -89,6 +91,11 @@ void fit(float* pixel, double factor) {
         // What isn't a number is black.
         pixel[c] = value > 0 ? float(std::min(value, 1.0)) : 0.0f;
     }
+}
+
+/// Close to `stops` while they are few, never as far as `limit`.
+double bounded(double stops, double limit) {
+    return limit * stops / (limit + std::abs(stops));
 }
 
 } // namespace
@@ -189,15 +196,16 @@ void ToneMapper::mapReinhard(FloatImage& image, double meter) const {
 
 /// From cd/m^2 to relative exposure.
 double ToneMapper::cameraScale(double meter) const {
-    if (!(meter > 0))
+    if (!(meter > 0) || !(film_iso_ > 0))
         return 0;
-    double stops = 0;
+    const double asked = std::clamp(std::log2(film_iso_ / REFERENCE_ISO) + ev_adjust_, -100.0, 100.0);
+    double stops = asked;
     if (exposure_ > 0) {
-        const double away = std::log2(meter * exposure_ * REFERENCE_ISO / METER_CONSTANT);
-        stops = METER_STOPS * away / (METER_STOPS + std::abs(away));
+        const double own = bounded(asked, ADJUSTMENT_STOPS);
+        const double away = std::log2(meter * exposure_ * REFERENCE_ISO / METER_CONSTANT) + asked - own;
+        stops = bounded(away, METER_STOPS) + own;
     }
-    const double speed = film_iso_ > 0 ? film_iso_ / REFERENCE_ISO : 0;
-    return MIDDLE_GREY / meter * speed * std::exp2(stops + std::clamp(ev_adjust_, -100.0, 100.0));
+    return MIDDLE_GREY / meter * std::exp2(stops);
 }
 
 void ToneMapper::mapCamera(FloatImage& image, double meter) const {

@@ -33,8 +33,11 @@ namespace engine {
 ///   middle grey. The camera's settings (f-number, shutter, film speed at `film_iso`) give an exposure by the
 ///   light meter's equation N^2 / t = L S / K, K = 12.5. Scenes seldom have real light levels - a plain light
 ///   of the plug-in is a billionth of a lamp - so a meter corrects it: s stops away from middle grey at L
-///   become 1.25 s / (1.25 + |s|) stops. More exposure is always brighter, and no picture is black or white.
-///   `film_iso` (in stops from 200) and `ev_adjust` act behind the meter in full.
+///   become 1.25 s / (1.25 + |s|) stops. Of `film_iso` (in stops from 200) and `ev_adjust` together, a stops,
+///   2 a / (2 + |a|) act behind the meter; the rest counts as the camera's, so that an adjustment made for
+///   real light levels, such as -6.5 stops under lamps as bright as the sun, meets the meter that has seen to
+///   them already. Without an exposure all of it acts. More exposure is always brighter, and no picture is
+///   black or white.
 ///
 /// A colour that doesn't fit keeps its luminance and hue, and pales; measured response curves do as they do.
 ///
