@@ -145,16 +145,6 @@ TEST(ArrayConversion, UvsThatAreNoNumbersEqualThemselves) {
     EXPECT_EQ(out.uv_pairs.size(), 1u);
 }
 
-TEST(ArrayConversion, KeepsNoMoreMemoryThanTheMeshNeeds) {
-    TestMesh mesh = randomMesh(3, 2000, 1000, true, true);
-    Quenza::Mesh out;
-    ArrayConverter().convert(mesh.arrays(), mesh.oneRun(), 1.0f, true, out);
-    EXPECT_EQ(out.vert_positions.capacity(), out.vert_positions.size());
-    EXPECT_EQ(out.vert_normals.capacity(), out.vert_normals.size());
-    EXPECT_EQ(out.uv_pairs.capacity(), out.uv_pairs.size());
-    EXPECT_EQ(out.quads.capacity(), out.quads.size());
-}
-
 TEST(CornerNormal, IsAUnitVectorInSceneSpace) {
     const float almostOne = std::nextafter(1.0f, 2.0f);
     const struct {

@@ -5,11 +5,9 @@
 #include "host/ids.h"
 #include "host/material.h"
 #include "materials/background_material.h"
-#include "materials/base_emission.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/materials/sun_sky_material.h"
 #include "scene/scene_node_background_settings.h"
-#include "scene/wavelength_dependent_param.h"
 #include "shared/light_layers.h"
 #include "shared/parameter_ids.h"
 #include "shared/plugin_ids.h"
@@ -56,14 +54,6 @@ TEST_F(BackgroundExportTest, DocumentsWithoutRenderSettingsHaveAWhiteEnvironment
     exportScene();
     EXPECT_EQ(emission(), "<constant><uniform><value>1</value></uniform></constant>");
     EXPECT_FALSE(material<DiffuseMaterial>().albedo);
-}
-
-TEST_F(BackgroundExportTest, OtherKindsLeaveTheNodeEmpty) {
-    BaseContainer& settings = addBackground(1379);
-    settings.SetLink(RS_BACKGROUND_LINK, addShining());
-    exportScene();
-    EXPECT_TRUE(isEmpty());
-    EXPECT_TRUE(context().layerMap.empty());
 }
 
 TEST_F(BackgroundExportTest, TheSunShinesAlongTheObjectsZAxis) {
@@ -170,38 +160,6 @@ TEST_F(BackgroundExportTest, TheMaterialGivesItsEmissionAlone) {
     EXPECT_EQ(background().emission_scale->measure, Quenza::EmissionScale::LUMINANCE);
     EXPECT_EQ(background().emission_scale->value, 5000.0);
     EXPECT_FALSE(background().emission_scale->getMaterialUID().isValid());
-}
-
-TEST_F(BackgroundExportTest, EachKindOfEmissionHasParametersOfItsOwn) {
-    BaseMaterial* const shining = addShining();
-    addBackground(RS_BACKGROUND_MATERIAL).SetLink(RS_BACKGROUND_LINK, shining);
-    BaseContainer& data = *shining->GetDataInstance();
-    data.SetReal(MAT_EMISSION_UNIFORM, 12.0f);
-    data.SetReal(MAT_EMISSION_PEAK_MIN, 450.0f);
-    data.SetReal(MAT_EMISSION_PEAK_WIDTH, 20.0f);
-    data.SetReal(MAT_EMISSION_PEAK_VALUE, 3.0f);
-    data.SetReal(MAT_EMISSION_BASE_VALUE, 0.125f);
-    data.SetReal(MAT_EMISSION_TEMPERATURE, 3200.0f);
-    data.SetReal(MAT_EMISSION_GAIN, 0.5f);
-    const std::string colour = "<rgb><rgb>2 1 0</rgb><gamma>1.5</gamma></rgb>";
-    const std::pair<int32_t, std::string> cases[] = {
-        {MAT_SPECTRUM_UNIFORM, "<uniform><value>12</value></uniform>"},
-        {MAT_SPECTRUM_PEAK, "<peak><peak_min>450</peak_min><peak_width>20</peak_width>"
-                            "<peak_value>3</peak_value><base_value>0.125</base_value></peak>"},
-        {MAT_SPECTRUM_BLACKBODY, "<blackbody><temperature>3200</temperature><gain>0.5</gain></blackbody>"},
-        {MAT_SPECTRUM_RGB, colour},
-        {99, colour},
-    };
-    data.SetVector(MAT_EMISSION_COLOUR, {1.0f, 0.5f, 0.0f});
-    data.SetReal(MAT_EMISSION_BRIGHTNESS, 2.0f);
-    data.SetReal(MAT_EMISSION_GAMMA, 1.5f);
-    for (const auto& [kind, spectrum] : cases) {
-        data.SetLong(MAT_EMISSION_TYPE, kind);
-        exportScene();
-        EXPECT_EQ(emission(), "<constant>" + spectrum + "</constant>") << kind;
-    }
-    data.SetBool(MAT_EMISSION_ENABLED, false);
-    EXPECT_FALSE(exportBaseEmission(data));
 }
 
 TEST_F(BackgroundExportTest, ModelsTakeTheEmissionOfTheirMaterialsThatAreInTheScene) {

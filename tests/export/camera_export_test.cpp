@@ -53,26 +53,6 @@ TEST_F(CameraExportTest, HostCameraWithoutATagBecomesAThinLens) {
     EXPECT_TRUE(::exportCamera(new Quenza::SceneNodeCamera, nullptr, context()));
 }
 
-TEST_F(CameraExportTest, OnlyOneIsAutofocusAndNothingIsAtNoDistance) {
-    BaseContainer& tag = addCameraTag();
-    for (const int32_t value : {1, 2}) {
-        tag.SetLong(CAM_AUTOFOCUS, value);
-        exportCamera();
-        EXPECT_EQ(node->autofocus, value == 1);
-    }
-    tag.SetReal(CAM_F_NUMBER, 2.0f);
-    camera->SetReal(CAMERA_TARGET_DISTANCE, 0.0f);
-    exportCamera();
-    EXPECT_EQ(node->aperture_radius, 0.0);
-}
-
-TEST_F(CameraExportTest, WatermarkAndOverlayAreTwoThings) {
-    addCameraTag().SetBool(CAM_WATERMARK, true);
-    exportCamera();
-    EXPECT_TRUE(settings->getBool("watermark"));
-    EXPECT_FALSE(settings->getBool("info_overlay"));
-}
-
 TEST_F(CameraExportTest, ParallelViewKeepsTheLensDistance) {
     exportCamera();
     const double lensDistance = node->lens_sensor_dist;
@@ -86,33 +66,6 @@ TEST_F(CameraExportTest, ParallelViewKeepsTheLensDistance) {
     camera->SetReal(CAMERA_ZOOM, 0.0f);
     exportCamera();
     EXPECT_TRUE(std::isinf(node->sensor_width));
-}
-
-TEST_F(CameraExportTest, FiltersFollowTheTag) {
-    BaseContainer& tag = addCameraTag();
-    tag.SetReal(CAM_SPLAT_MN_B, 0.25f);
-    tag.SetReal(CAM_SPLAT_MN_C, 0.5f);
-    tag.SetReal(CAM_DOWNSIZE_MN_B, 0.75f);
-    tag.SetReal(CAM_DOWNSIZE_MN_C, 0.125f);
-    const struct {
-        int32_t splat, downsize;
-        const char *splatXml, *downsizeXml;
-    } cases[] = {
-        {CAM_FILTER_MN_CUBIC, CAM_FILTER_MN_CUBIC, "<mn_cubic><blur>0.25</blur><ring>0.5</ring></mn_cubic>",
-         "<mn_cubic><blur>0.75</blur><ring>0.125</ring><radius>1.600000023841858</radius></mn_cubic>"},
-        {CAM_SPLAT_FAST_BOX, CAM_DOWNSIZE_SHARP, "<fastbox/>", "<sharp/>"},
-        {CAM_SPLAT_RADIAL, CAM_DOWNSIZE_GAUSSIAN, "<radial/>", "<gaussian/>"},
-        {CAM_DOWNSIZE_GAUSSIAN, CAM_SPLAT_RADIAL, "<fastbox/>", "<sharp/>"},
-    };
-    for (const auto& c : cases) {
-        tag.SetLong(CAM_SPLAT_FILTER, c.splat);
-        tag.SetLong(CAM_DOWNSIZE_FILTER, c.downsize);
-        exportCamera();
-        EXPECT_EQ(xml(*settings->splat_filter),
-                  std::string("<splat_filter>") + c.splatXml + "</splat_filter>");
-        EXPECT_EQ(xml(*settings->downsize_filter),
-                  std::string("<downsize_filter>") + c.downsizeXml + "</downsize_filter>");
-    }
 }
 
 TEST_F(CameraExportTest, RegionTakesItsCornersInAnyOrder) {
@@ -141,56 +94,6 @@ TEST_F(CameraExportTest, RegionTakesItsCornersInAnyOrder) {
     }
 }
 
-TEST_F(CameraExportTest, WhitePointsAreThoseOfTheIlluminants) {
-    BaseContainer& tag = addCameraTag();
-    exportCamera();
-    EXPECT_EQ(settings->white_point->x, 0.333333333333) << "a tag without the entry";
-    EXPECT_EQ(settings->getInt("super_sample_factor"), 1) << "a tag without the entry";
-    const struct {
-        int32_t value;
-        double x, y;
-    } cases[] = {
-        {1905, 0.333333333333, 0.3333333333333},
-        {1906, 0.34567, 0.3585},
-        {1907, 0.33242, 0.34743},
-        {1908, 0.31273, 0.32902},
-        {1909, 0.29902, 0.31485},
-        {1910, 0.44757, 0.40745},
-        {1911, 0.34842, 0.35161},
-        {1912, 0.31006, 0.31616},
-        {1913, 0.2848, 0.2932},
-        {1914, 0.37207, 0.37512},
-        {1915, 0.31285, 0.32918},
-        {1916, 0.38054, 0.37691},
-        {1917, 0, 0},
-    };
-    for (const auto& c : cases) {
-        tag.SetLong(CAM_WHITE_POINT, c.value);
-        exportCamera();
-        EXPECT_EQ(settings->white_point->x, c.x) << c.value;
-        EXPECT_EQ(settings->white_point->y, c.y) << c.value;
-    }
-}
-
-TEST_F(CameraExportTest, ApertureAndObstacleFollowTheTag) {
-    BaseContainer& tag = addCameraTag();
-    tag.SetFilename(CAM_APERTURE_IMAGE, Filename(String("star.png")));
-    const std::pair<int32_t, const char*> cases[] = {
-        {CAM_APERTURE_CIRCULAR, "<circular/>"},
-        {CAM_APERTURE_FROM_IMAGE, "<image><path>star.png</path></image>"},
-        {1, "<circular/>"},
-    };
-    for (const auto& [shape, shapeXml] : cases) {
-        tag.SetLong(CAM_APERTURE_SHAPE, shape);
-        exportCamera();
-        EXPECT_EQ(xml(*node->aperture_shape),
-                  std::string("<aperture_shape>") + shapeXml + "</aperture_shape>");
-    }
-    tag.SetBool(CAM_OBSTACLE_MAP, true);
-    exportCamera();
-    EXPECT_EQ(node->obstacle_map_path, "element not found");
-}
-
 TEST_F(CameraExportTest, LensShiftMovesTheCameraBack) {
     host().worldPreferences().SetLong(WPREF_UNITS_BASIC, 3); // centimetres
     camera->SetReal(CAMERA_FILM_OFFSET_X, 0.1f);
@@ -212,16 +115,4 @@ TEST_F(CameraExportTest, LensShiftMovesTheCameraBack) {
     EXPECT_EQ(key.rotation_angle, 0);
     EXPECT_EQ(node->up, (Quenza::Vec3d{0, 0, 2}));
     EXPECT_EQ(node->forwards, (Quenza::Vec3d{-1, 0, 0}));
-}
-
-TEST_F(CameraExportTest, MotionBlurTurnsTheDefaultAxes) {
-    addTag(object, Tmotionblur)->GetDataInstance()->SetReal(MOTIONBLUR_STRENGTH, 1.0f);
-    camera->SetReal(CAMERA_FILM_OFFSET_X, 0.1f);
-    object->SetMl(Matrix({1, 2, 3}, {0, 0, 1}, {0, 1, 0}, {-1, 0, 0}));
-    exportCamera();
-    ASSERT_EQ(node->keyframes.size(), 2u);
-    EXPECT_NEAR(node->keyframes[0].pos.y, 3 - 0.0036, 1e-6);
-    EXPECT_NEAR(node->keyframes[1].pos.y, 3, 1e-6) << "the last key is made without the shift";
-    EXPECT_EQ(node->up, (Quenza::Vec3d{0, 0, 1}));
-    EXPECT_EQ(node->forwards, (Quenza::Vec3d{0, 1, 0}));
 }

@@ -5,7 +5,6 @@
 #include "host/ids.h"
 #include "host/inexclude.h"
 #include "host/material.h"
-#include "scene/materials/diffuse_material.h"
 #include "scene/scene_node_section_plane.h"
 #include "scene/scene_node_sphere.h"
 #include "scene/wavelength_dependent_param.h"
@@ -14,7 +13,6 @@
 #include "shared/plugin_ids.h"
 #include "shared/plugin_state.h"
 
-using Quenza::EmissionScale;
 using Quenza::SceneNodeModel;
 
 namespace {
@@ -51,10 +49,6 @@ protected:
         }
         return found;
     }
-    const Quenza::DiffuseMaterial& lightMaterial(size_t index = 0) const {
-        return dynamic_cast<const Quenza::DiffuseMaterial&>(*lightMaterials().at(index)->material);
-    }
-    std::string emission() const { return xml(*lightMaterial().base_emission); }
     SceneNodeModel& onlyModel() const {
         EXPECT_EQ(models().size(), 1u);
         return *models().at(0);
@@ -103,45 +97,6 @@ TEST_F(LightExportTest, OmniLightsAreBallsOfACentimetreInEveryUnit) {
         const double scale = double(context().sceneScale);
         EXPECT_NEAR(spheres()[0]->keyframes[0].pos.y, 3.0 * scale, 1e-6 * scale);
         EXPECT_TRUE(models().empty());
-    }
-}
-
-TEST_F(LightExportTest, BrightnessMultipliesTheColourBeforeItsGammaInEveryUnit) {
-    BaseObject* const light = addLight(LIGHT_TYPE_OMNI);
-    light->GetDataInstance()->SetVector(LIGHT_COLOR, {1.0f, 0.5f, 0.25f});
-    light->GetDataInstance()->SetReal(LIGHT_BRIGHTNESS, 2.0f);
-    for (const int32_t unit : {2, 4}) {
-        host().worldPreferences().SetLong(WPREF_UNITS_BASIC, unit);
-        exportScene();
-        EXPECT_EQ(emission(),
-                  "<constant><rgb><rgb>2 1 0.5</rgb><gamma>2.200000047683716</gamma></rgb></constant>");
-        EXPECT_FALSE(lightMaterial().albedo);
-    }
-}
-
-TEST_F(LightExportTest, TheTagsSpectrumTakesThePlaceOfTheHostsColour) {
-    BaseObject* const light = addLight(LIGHT_TYPE_OMNI);
-    light->GetDataInstance()->SetReal(LIGHT_BRIGHTNESS, 7.0f);
-    BaseContainer& tag = addLightTag(light);
-    tag.SetVector(LIGHT_RGB_COLOUR, {0.25f, 0.5f, 0.75f});
-    tag.SetReal(LIGHT_RGB_GAMMA, 1.5f);
-    tag.SetReal(LIGHT_UNIFORM_VALUE, 12.0f);
-    tag.SetReal(LIGHT_PEAK_LOW, 450.0f);
-    tag.SetReal(LIGHT_PEAK_WIDTH, 20.0f);
-    tag.SetReal(LIGHT_PEAK_VALUE, 3.0f);
-    tag.SetReal(LIGHT_PEAK_BASE, 0.125f);
-    const std::string colour = "<rgb><rgb>0.25 0.5 0.75</rgb><gamma>1.5</gamma></rgb>";
-    const std::pair<int32_t, std::string> cases[] = {
-        {LIGHT_SPECTRUM_RGB, colour},
-        {99, colour},
-        {LIGHT_SPECTRUM_UNIFORM, "<uniform><value>12</value></uniform>"},
-        {LIGHT_SPECTRUM_PEAK, "<peak><peak_min>450</peak_min><peak_width>20</peak_width>"
-                              "<peak_value>3</peak_value><base_value>0.125</base_value></peak>"},
-    };
-    for (const auto& [kind, spectrum] : cases) {
-        tag.SetLong(LIGHT_SPECTRUM, kind);
-        exportScene();
-        EXPECT_EQ(emission(), "<constant>" + spectrum + "</constant>") << kind;
     }
 }
 
@@ -233,35 +188,6 @@ TEST_F(LightExportTest, IESFilesOfTagsAndTheDefaultOfSpots) {
     }
 }
 
-TEST_F(LightExportTest, EmissionScalesNameTheirMeasure) {
-    const struct {
-        int32_t number;
-        uint32_t measure;
-    } cases[] = {{LIGHT_MEASURE_LUMINOUS_FLUX, EmissionScale::LUMINOUS_FLUX},
-                 {LIGHT_MEASURE_LUMINOUS_INTENSITY, EmissionScale::LUMINOUS_INTENSITY},
-                 {LIGHT_MEASURE_LUMINANCE, EmissionScale::LUMINANCE},
-                 {LIGHT_MEASURE_LUMINOUS_EMITTANCE, EmissionScale::LUMINOUS_EMITTANCE},
-                 {1303, EmissionScale().measure}};
-    BaseContainer& tag = addLightTag(addLight(LIGHT_TYPE_SPOT));
-    exportScene();
-    EXPECT_TRUE(onlyModel().emission_scales.empty());
-    tag.SetBool(LIGHT_USE_EMISSION_SCALE, true);
-    exportScene();
-    ASSERT_EQ(onlyModel().emission_scales.size(), 1u);
-    EXPECT_EQ(onlyModel().emission_scales[0]->measure, EmissionScale().measure) << "not in the tag";
-    EXPECT_EQ(onlyModel().emission_scales[0]->value, 100.0) << "not in the tag";
-    tag.SetReal(LIGHT_EMISSION_SCALE_VALUE, 850.0f);
-    for (const auto& test : cases) {
-        tag.SetLong(LIGHT_EMISSION_SCALE_MEASURE, test.number);
-        exportScene();
-        ASSERT_EQ(onlyModel().emission_scales.size(), 1u);
-        const EmissionScale& scale = *onlyModel().emission_scales[0];
-        EXPECT_EQ(scale.measure, test.measure) << test.number;
-        EXPECT_EQ(scale.value, 850.0);
-        EXPECT_EQ(scale.getMaterialUID(), context().lightMaterialUID);
-    }
-}
-
 TEST_F(LightExportTest, LinkedShapesStandAtTheLight) {
     PolygonObject* const shape = addQuad("lampshade");
     addTexture(shape)->SetMaterial(addMaterial(PLUGINID_MATERIAL, "unused"));
@@ -288,49 +214,4 @@ TEST_F(LightExportTest, EqualLightsShareTheirMeshAndObjectsNeverShareIt) {
     EXPECT_EQ(lightMaterials().size(), 2u);
     EXPECT_NE(models()[0]->materials[0], models()[1]->materials[0]);
     EXPECT_EQ(models()[2]->materials[0]->getUID(), context().defaultMaterialUID);
-}
-
-TEST_F(LightExportTest, LightsFollowTheCompositingFlagAndSectionPlanes) {
-    BaseObject* const light = addArea(LIGHT_AREADETAILS_SHAPE_DISC, {1, 1, 1});
-    setInvisible(light);
-    InExcludeData list;
-    list.InsertObject(light, 0);
-    BaseContainer& plane = *add(PLUGINID_SECTION_PLANE, "plane")->GetDataInstance();
-    plane.SetData(SECTION_OBJECTS, GeData(list));
-    plane.SetBool(SECTION_CULL_GEOMETRY, true);
-    for (const bool withChildren : {false, true}) {
-        plane.SetBool(SECTION_WITH_CHILDREN, withChildren);
-        exportScene();
-        EXPECT_TRUE(onlyModel().invisible_to_camera);
-        const auto planes = nodes<Quenza::SceneNodeSectionPlane>(Quenza::NODE_SECTION_PLANE);
-        ASSERT_EQ(planes.at(0)->object_list.size(), 1u) << withChildren;
-        EXPECT_EQ(planes[0]->object_list[0], onlyModel().getUID()) << withChildren;
-    }
-}
-
-TEST_F(LightExportTest, ShapesOfPrimitivesStandStillHoweverTheirLightIsBlurred) {
-    BaseObject* const area = addArea(LIGHT_AREADETAILS_SHAPE_RECTANGLE, {1, 1, 1});
-    PolygonObject* const quad = addQuad("quad");
-    for (BaseObject* const object : {area, static_cast<BaseObject*>(quad)}) {
-        addTag(object, Tmotionblur)->GetDataInstance()->SetReal(MOTIONBLUR_STRENGTH, 1.0f);
-    }
-    exportScene();
-    EXPECT_EQ(model("Plane")->keyframes.size(), 1u);
-    EXPECT_GT(model("quad")->keyframes.size(), 1u);
-}
-
-TEST_F(LightExportTest, LayersAreNumberedInTheOrderOfTheirFirstUse) {
-    for (const int32_t key : {3, 5, 3}) {
-        addLightTag(addLight(LIGHT_TYPE_OMNI)).SetLong(LIGHT_LAYER, key);
-    }
-    exportScene();
-    EXPECT_EQ(context().layerMap, (std::map<int32_t, int32_t>{{3, 0}, {5, 1}}));
-    EXPECT_EQ(layerNames(), (std::vector<std::string>{"Layer 4", "Layer 6"}));
-    EXPECT_EQ(lightMaterial(0).layer, 0);
-    EXPECT_EQ(lightMaterial(1).layer, 1);
-    EXPECT_EQ(lightMaterial(2).layer, 0);
-    addLight(LIGHT_TYPE_OMNI);
-    exportScene();
-    EXPECT_EQ(context().layerMap.at(0), 2) << "a light without a tag is on the first layer";
-    EXPECT_EQ(lightMaterial(3).layer, 2);
 }

@@ -68,18 +68,6 @@ TEST_F(MaterialSlots, WithoutAMaterialOfTheirOwnAreDefault) {
     EXPECT_EQ(materialsOf("No tag"), "default");
 }
 
-TEST_F(MaterialSlots, ShowTheBlendOfAMix) {
-    BaseMaterial* const mixed = addMaterial(PLUGINID_MATERIAL, "Mixed");
-    mixed->GetDataInstance()->SetBool(MAT_BLEND_ENABLED, true);
-    mixed->GetDataInstance()->SetBool(MAT_USE_EMISSION_SCALE, true);
-    addTexture(addQuad("Quad"))->SetMaterial(mixed);
-    exportScene();
-    EXPECT_EQ(sceneMaterials(), "nullMat, default, Mixed_blendA, Mixed");
-    EXPECT_EQ(materialsOf("Quad"), "Mixed");
-    ASSERT_EQ(model("Quad")->emission_scales.size(), 1u);
-    EXPECT_EQ(model("Quad")->emission_scales[0]->material_uid, model("Quad")->materials[0]->getUID());
-}
-
 TEST_F(MaterialSlots, GiveSpheresTheMaterialThatHasNoRestriction) {
     BaseObject* const group = add(Onull, "Group");
     addMaterialTag(group, "Group's");

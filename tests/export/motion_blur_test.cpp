@@ -13,11 +13,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace {
 
-constexpr float PI = std::numbers::pi_v<float>;
 constexpr int32_t FPS = 30;
 
 using Keyframes = Quenza::Vector<Quenza::KeyFrame>;
@@ -103,20 +101,6 @@ private:
     HostTable hostTable_{};
 };
 
-/// The matrix by which a point of the model's geometry is turned and scaled at a key.
-Quenza::Matrix3d linearPart(const Quenza::KeyFrame& key, const Quenza::Matrix3d& rotation) {
-    const Quenza::Matrix3d turn = Quenza::axisAngleMatrix(key.rotation_axis, key.rotation_angle);
-    Quenza::Matrix3d product{};
-    for (int row = 0; row < 3; ++row) {
-        for (int column = 0; column < 3; ++column) {
-            for (int k = 0; k < 3; ++k) {
-                product.e[3 * row + column] += turn.e[3 * row + k] * rotation.e[3 * k + column];
-            }
-        }
-    }
-    return product;
-}
-
 } // namespace
 
 TEST_F(MotionBlurTest, KeysStandAtWholeFramesAndAtBothEnds) {
@@ -150,17 +134,6 @@ TEST_F(MotionBlurTest, KeysStandAtWholeFramesAndAtBothEnds) {
     }
 }
 
-TEST_F(MotionBlurTest, EveryExposureGivesTimesThatAReaderTakes) {
-    BaseObject* const object = add(Onull, "walker");
-    blur(object);
-    for (int32_t i = 0; i <= 600; ++i) {
-        const Keyframes keys = path(object, float(i) * 0.01f);
-        EXPECT_NO_THROW(Quenza::TransformPath(Quenza::Matrix3d::identity(), 1.0, keys)) << i;
-        EXPECT_EQ(keys[0].time, 0.0);
-        EXPECT_EQ(keys.back().time, 1.0);
-    }
-}
-
 TEST_F(MotionBlurTest, ExposuresThatAreNoneLeaveTheObjectStill) {
     BaseObject* const object = add(Onull, "walker");
     blur(object);
@@ -169,49 +142,6 @@ TEST_F(MotionBlurTest, ExposuresThatAreNoneLeaveTheObjectStill) {
         Keyframes keys;
         EXPECT_FALSE(exportMotionBlur(keys, object, Matrix(), context(), {object}, Vector()));
         EXPECT_EQ(keys.size(), 0u);
-    }
-}
-
-TEST_F(MotionBlurTest, PositionsAreMetresInSceneSpaceAndTheLastGoesWithoutTheShift) {
-    BaseObject* const object = add(Onull, "lens");
-    animate(object, headless::Channel::position, {100, 200, 300}, {102, 200, 300}, 0, 2);
-    blur(object);
-    goTo(0);
-    makeContext().exposureDuration = 2.0f / FPS;
-    context().sceneScale = 0.5f;
-    Keyframes keys;
-    ASSERT_TRUE(exportMotionBlur(keys, object, object->GetMg(), context(), {object}, Vector(1, 2, 3)));
-    ASSERT_EQ(keys.size(), 3u);
-    EXPECT_EQ(keys[0].pos, (Quenza::Vec3d{49, 147, 98}));
-    EXPECT_EQ(keys[1].pos, (Quenza::Vec3d{49.5, 147, 98}));
-    EXPECT_EQ(keys[2].pos, (Quenza::Vec3d{51, 150, 100}));
-}
-
-TEST_F(MotionBlurTest, TurnsAreThoseOfTheObjectAtTheirTimes) {
-    const Vector turns[] = {{0, 0, 0}, {PI / 2, 0, 0}, {0, 1, 0}, {0, 0, -2},
-                            {1, 2, 3}, {PI, 0, 0},     {0, PI, 0}};
-    PolygonObject* const quad = addQuad("quad");
-    scale(quad, {2, 3, 4});
-    blur(quad);
-    for (const Vector& turn : turns) {
-        headless::fromHost(quad)->animation.reset();
-        animate(quad, headless::Channel::rotation, turn, {0.3f, 0.2f, 0.1f}, 0, 1);
-        goTo(0);
-        exportScene();
-        const Quenza::SceneNodeModel& blurred = *model("quad");
-        ASSERT_EQ(blurred.keyframes.size(), 2u);
-        const Quenza::Matrix3d scaling = blurred.rotation->getMatrix();
-        EXPECT_NEAR(scaling.e[0], 2.0, 1e-5);
-        EXPECT_NEAR(scaling.e[4], 4.0, 1e-5) << "the scene's Y is the host's Z";
-        EXPECT_NEAR(scaling.e[8], 3.0, 1e-5);
-        const double ends[] = {0.0, double(context().exposureDuration) * FPS};
-        for (size_t i = 0; i < 2; ++i) {
-            const Quenza::Matrix3d expected = toSceneSpace(productAt({quad}, ends[i]));
-            const Quenza::Matrix3d actual = linearPart(blurred.keyframes[i], scaling);
-            for (int e = 0; e < 9; ++e) {
-                EXPECT_NEAR(actual.e[e], expected.e[e], 2e-5) << turn.x << " " << turn.y << " " << turn.z;
-            }
-        }
     }
 }
 
@@ -242,19 +172,6 @@ TEST_F(MotionBlurTest, ATagAboveBlursWhatIsBelowAndInCaches) {
     EXPECT_EQ(carrier->GetMl(), carrierBefore);
     EXPECT_EQ(cube->GetMl(), cubeBefore);
     EXPECT_EQ(document()->GetTime(), BaseTime(2, FPS));
-}
-
-TEST_F(MotionBlurTest, SpheresFollowTheirPath) {
-    BaseObject* const ball = add(Osphere, "ball");
-    ball->GetDataInstance()->SetReal(PRIM_SPHERE_RAD, 2.0f);
-    ball->GetDataInstance()->SetBool(PRIM_SPHERE_PERFECT, true);
-    walkAlongX(ball);
-    blur(ball, 2.0f);
-    goTo(5);
-    exportScene();
-    const auto spheres = nodes<Quenza::SceneNodeSphere>(Quenza::NODE_SPHERE);
-    ASSERT_EQ(spheres.size(), 1u);
-    EXPECT_EQ(text(spheres[0]->keyframes), "0@5 0.3333@6 0.6667@7 1@8");
 }
 
 TEST_F(MotionBlurTest, TheDocumentMovesOnceForEachTimeHoweverManyObjectsAreBlurred) {

@@ -51,32 +51,6 @@ using UVs = std::vector<Quenza::Vec2f>;
 
 } // namespace
 
-TEST_F(PolygonExportTest, MatricesChangeTheirSpaceAndKeepTheirNumbers) {
-    addQuad("quad")->SetMl(Matrix({1, 2, 3}, {11, 12, 13}, {21, 22, 23}, {31, 32, 33}));
-    exportScene();
-    const Quenza::SceneNodeModel& node = *models().at(0);
-    EXPECT_EQ(node.keyframes[0].pos, (Quenza::Vec3d{1, 3, 2}));
-    EXPECT_EQ(numbers(node.rotation->getMatrix()), (std::vector<double>{11, 31, 21, 13, 33, 23, 12, 32, 22}));
-}
-
-TEST_F(PolygonExportTest, FacesTurnOverWithTheAxes) {
-    PolygonObject* const object = addStrip("strip", 2);
-    object->GetPolygonW()[1] = CPolygon(2, 3, 5); // a triangle has c equal to d
-    host().worldPreferences().SetLong(WPREF_UNITS_BASIC, 3);
-    exportScene();
-    const Quenza::Mesh& mesh = meshOf("strip");
-    ASSERT_EQ(mesh.vert_positions.size(), 5u);
-    EXPECT_EQ(mesh.vert_positions[1], (Quenza::Vec3f{0, 0.01f, 0}));
-    EXPECT_EQ(mesh.vert_positions[4], (Quenza::Vec3f{0.02f, 0.01f, 0}));
-    EXPECT_TRUE(mesh.vert_normals.empty());
-    EXPECT_EQ(mesh.quads[0], (Quenza::MeshQuad{{3, 2, 1, 0}, {0, 0, 0, 0}, 0}));
-    EXPECT_EQ(mesh.triangles[0], (Quenza::MeshTriangle{{4, 2, 3}, {0, 0, 0}, 0}));
-    EXPECT_EQ(mesh.num_uv_mappings, 1u);
-    EXPECT_EQ(names(mesh.used_materials), Strings{"default0"});
-    EXPECT_FALSE(meshes()[0]->normal_smoothing);
-    EXPECT_FALSE(meshes()[0]->merge_vertices_with_same_pos_and_normal);
-}
-
 TEST_F(PolygonExportTest, WithoutMergingTheRendererIsAskedTo) {
     addTag(addStrip("strip", 2), Tphong);
     options.mergeVertices = false;
@@ -190,26 +164,6 @@ TEST_F(PolygonExportTest, TilingIsBakedIntoTheUVs) {
     EXPECT_EQ(uvsOf("strip"), (UVs{{0.25f, 1}, {2, 1.25f}, {3, 1.25f}, {0, 1}}));
 }
 
-TEST_F(PolygonExportTest, OneTilingForAllIsAppliedToTheObjectsUVs) {
-    PolygonObject* const strip = addStrip("strip", 2);
-    addUvw(strip);
-    setTiling(addTexture(strip), 0.5f, 0.25f, 0.5f, 2);
-    exportScene();
-    EXPECT_EQ(uvsOf("strip"), (UVs{{-1, 1.125f}, {1, 1.125f}}));
-}
-
-TEST_F(PolygonExportTest, WithoutATextureTagThereAreNoUVs) {
-    addUvw(addStrip("plain", 2));
-    PolygonObject* const divided = addStrip("divided", 2);
-    addUvw(divided);
-    addSelection(divided, "one", {1});
-    addTexture(divided, "other");
-    divided->GetPointW()[0].y = 1;
-    exportScene();
-    EXPECT_EQ(uvsOf("plain"), (UVs{{0, 1}, {0, 1}}));
-    EXPECT_EQ(uvsOf("divided"), (UVs{{0, 1}, {0, 1}}));
-}
-
 TEST_F(PolygonExportTest, BrokenObjectsAreLeftOutByName) {
     addStrip("wild", 2)->GetPolygonW()[1].b = 77;
     PolygonObject* const infinite = addStrip("infinite", 3);
@@ -224,25 +178,6 @@ TEST_F(PolygonExportTest, BrokenObjectsAreLeftOutByName) {
                  "Object \"infinite\" is left out: the coordinates of a point are no finite numbers.",
                  "Object \"infinite\" is left out: the coordinates of a point are no finite numbers."}));
     EXPECT_EQ(exporter().instanceCount, 0);
-}
-
-TEST_F(PolygonExportTest, ExitPortalReplacesTheModel) {
-    PolygonObject* const window = addStrip("window", 3);
-    addSelection(window, "one", {0});
-    addTag(window, PLUGINID_EXIT_PORTAL_TAG)->GetDataInstance()->SetBool(EXIT_PORTAL_ENABLED, true);
-    setInvisible(window);
-    BaseObject* const off = addStrip("off", 3);
-    addTag(off, PLUGINID_EXIT_PORTAL_TAG)->GetDataInstance()->SetBool(EXIT_PORTAL_ENABLED, false);
-    addInstance("instance", window);
-    exportScene();
-    ASSERT_EQ(modelNames(), "window window");
-    for (const Quenza::SceneNodeModel* const portal : models()) {
-        ASSERT_EQ(portal->materials.size(), 2u);
-        EXPECT_EQ(portal->materials[0]->getName(), "Exit Portal");
-        EXPECT_EQ(portal->materials[0], portal->materials[1]);
-        EXPECT_FALSE(portal->invisible_to_camera);
-    }
-    EXPECT_EQ(nodes<Quenza::SceneNode>(Quenza::NODE_MATERIAL).size(), 3u);
 }
 
 TEST_F(PolygonExportTest, VerboseExportTellsEachMeshOnce) {

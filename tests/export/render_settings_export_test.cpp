@@ -17,15 +17,6 @@ protected:
         EXPECT_TRUE(exportRenderSettings(*node_, makeContext()));
         return *node_;
     }
-    /// The keys of `keys` that are true.
-    static std::string flags(const Quenza::SceneNodeRenderSettings& node,
-                             std::initializer_list<const char*> keys) {
-        std::string set;
-        for (const char* const key : keys) {
-            set += node.getBool(key) ? std::string(key) + " " : "";
-        }
-        return set;
-    }
 
 private:
     Quenza::Ref<Quenza::SceneNodeRenderSettings> node_;
@@ -43,76 +34,6 @@ TEST_F(RenderSettingsExportTest, WithoutAVideoPostPathsAreBidirectional) {
     EXPECT_EQ(context().overrideColour, Vector(0.71f, 0.62f, 0.53f));
     addVideoPost();
     EXPECT_TRUE(exportSettings().getBool("vignetting")) << "documents without the entry";
-}
-
-TEST_F(RenderSettingsExportTest, ModesSetTheirFlags) {
-    BaseContainer& data = addVideoPost();
-    const std::pair<int32_t, const char*> cases[] = {
-        {RS_MODE_PATH, ""},
-        {RS_MODE_BIDIRECTIONAL, "bidirectional "},
-        {RS_MODE_MLT_PATH, "metropolis "},
-        {RS_MODE_MLT_BIDIRECTIONAL, "metropolis bidirectional "},
-        {RS_MODE_MATERIAL_ID, "material_id_tracer "},
-        {RS_MODE_SHADOW, "shadow_pass "},
-        {RS_MODE_DEPTH, "depth_pass "},
-        {7, ""},
-    };
-    const auto modeFlags = [this] {
-        return flags(exportSettings(),
-                     {"metropolis", "bidirectional", "material_id_tracer", "shadow_pass", "depth_pass"});
-    };
-    data.RemoveData(RS_MODE);
-    EXPECT_EQ(modeFlags(), "") << "without a mode";
-    for (const auto& [mode, expected] : cases) {
-        data.SetLong(RS_MODE, mode);
-        EXPECT_EQ(modeFlags(), expected) << mode;
-    }
-}
-
-TEST_F(RenderSettingsExportTest, EachFlagSetsItsKeyAlone) {
-    BaseContainer& data = addVideoPost();
-    const std::pair<int32_t, const char*> keys[] = {
-        {RS_GPU, "gpu"},
-        {RS_FOREGROUND_ALPHA, "render_foreground_alpha"},
-        {RS_LOGGING, "logging"},
-        {RS_SAVE_UNTONEMAPPED_EXR, "save_untonemapped_exr"},
-        {RS_SAVE_TONEMAPPED_EXR, "save_tonemapped_exr"},
-        {RS_SAVE_QZI, "save_qzi"},
-        {RS_SAVE_PNG, "save_png"},
-        {RS_GLASS_ACCELERATION, "glass_acceleration"},
-        {RS_VERBOSE, "verbose"},
-        {RS_AUTO_THREADS, "auto_choose_num_threads"},
-        {RS_CACHE_TREES, "cache_trees"},
-        {RS_WAIT_FOR_SLAVES, "wait_for_slave_frames_on_stop"},
-        {RS_VIGNETTING, "vignetting"},
-    };
-    for (const auto& [on, onKey] : keys) {
-        std::string set;
-        for (const auto& [id, key] : keys) {
-            data.SetBool(id, id == on);
-        }
-        for (const auto& [id, key] : keys) {
-            set += exportSettings().getBool(key) ? key : "";
-        }
-        EXPECT_EQ(set, onKey);
-        EXPECT_EQ(context().gpuRendering, on == RS_GPU);
-    }
-}
-
-TEST_F(RenderSettingsExportTest, NumbersAreKeptWithinTheirLimits) {
-    BaseContainer& data = addVideoPost();
-    data.SetReal(RS_HALT_TIME, 2.5f);
-    data.SetReal(RS_IMAGE_SAVE_PERIOD, 59.99f);
-    data.SetLong(RS_BIH_TRI_THRESHOLD, INT32_MAX);
-    data.SetLong(RS_NUM_THREADS, 6);
-    EXPECT_EQ(exportSettings().getDouble("halt_time"), 2.5);
-    EXPECT_EQ(exportSettings().getDouble("image_save_period"), 59) << "whole seconds";
-    EXPECT_EQ(exportSettings().getInt("bih_tri_threshold"), INT32_MAX) << "in thousands";
-    for (const auto& [automatic, threads] : {std::pair(1, 1), {0, 6}, {2, 6}}) {
-        data.SetLong(RS_AUTO_THREADS, automatic);
-        EXPECT_EQ(exportSettings().getBool("auto_choose_num_threads"), automatic == 1);
-        EXPECT_EQ(exportSettings().getInt("num_threads"), threads);
-    }
 }
 
 TEST_F(RenderSettingsExportTest, DeviceIsOneOfTheList) {

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "export/exporter_fixture.h"
-#include "export/frame_file_name.h"
-#include "export/time_text.h"
 #include "host/ids.h"
 #include "shared/parameter_ids.h"
 #include "shared/plugin_ids.h"
@@ -38,64 +36,6 @@ TEST_F(SceneExporterTest, NothingToExportGivesNoScene) {
     EXPECT_TRUE(consoleLines().empty());
     exporter.context = &makeContext(); // a document without objects
     EXPECT_TRUE(exporter.runHierarchy(nullptr).isNull());
-}
-
-TEST_F(SceneExporterTest, TheHostsWalkExportsOnce) {
-    addCube("cube");
-    addCube("other");
-    SceneExporter exporter;
-    exporter.context = &makeContext();
-    const Quenza::Ref<Quenza::SceneNodeRoot> root = exporter.runHierarchy(nullptr);
-    ASSERT_TRUE(root);
-    EXPECT_EQ(root->getNumChildrenOfType(Quenza::NODE_MODEL), 2u);
-    EXPECT_EQ(root->getNumChildrenOfType(Quenza::NODE_METADATA), 1u);
-}
-
-TEST(TimeText, HasMinutesAndThreeDecimals) {
-    const struct {
-        uint32_t milliseconds;
-        const char* text;
-    } cases[] = {
-        {0, "0 m, 0.000 s"}, {1234, "0 m, 1.234 s"}, {61500, "1 m, 1.500 s"}, {7230000, "120 m, 30.000 s"}};
-    for (const auto& test : cases) {
-        EXPECT_EQ(longTimeText(static_cast<float>(test.milliseconds) * 0.001f), test.text);
-    }
-}
-
-TEST_F(SceneExporterTest, FrameEntersTheFileNameOfAnAnimation) {
-    const struct {
-        int32_t frame;
-        bool isAnimation;
-        const char* name;
-    } cases[] = {{7, true, "b_frame000007.qzs"},
-                 {7, false, "b.qzs"},
-                 {1234567, true, "b_frame1234567.qzs"},
-                 {-3, true, "b_frame-00003.qzs"}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(frameFileName("b", c.frame, c.isAnimation, ".qzs"), c.name);
-    }
-}
-
-TEST_F(SceneExporterTest, ContextFindsFoldersAndNames) {
-    const Filename path(String((folder() / "my.scene.qzs").string()));
-    const ExportContext context(document(), path, nullptr, 0, 640, 480, false, true, false, false);
-    EXPECT_EQ(context.sceneBaseName, "my.scene");
-    EXPECT_EQ(context.sceneDirectory.GetString(), String(folder().string()));
-    EXPECT_TRUE(std::filesystem::is_directory(folder() / "textures.my.scene"));
-    EXPECT_FLOAT_EQ(context.exposureDuration, 0.05f);
-    EXPECT_FALSE(context.defaultMaterialUID.isValid());
-
-    Quenza::Vector<Quenza::String> extraFiles;
-    const Filename other(String((folder() / "other.qzs").string()));
-    const ExportContext preview(document(), other, &extraFiles, 0, 640, 480, false, true, false, false);
-    EXPECT_FALSE(std::filesystem::exists(folder() / "textures.other"));
-    EXPECT_TRUE(std::filesystem::is_directory(preview.textureDirectory.GetUtf8()));
-
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(folder());
-    const ExportContext scan(document(), Filename(), nullptr, 0, 640, 480, false, true, false, false);
-    EXPECT_FALSE(std::filesystem::exists("textures."));
-    std::filesystem::current_path(before);
 }
 
 TEST_F(SceneExporterTest, UnitComesFromTheVideoPostOrTheHost) {

@@ -50,15 +50,3 @@ TEST_F(TextureTags, RightmostMatchWinsAndAnUnrestrictedTagEndsTheSearch) {
         EXPECT_EQ(placeOf(findTextureTag(object, nullptr)), c.forRest) << &c - cases;
     }
 }
-
-TEST_F(TextureTags, AreFoundOnTheObjectBehindACache) {
-    BaseObject* const null = add(Onull, "null");
-    BaseObject* const cube = addCube("cube", null);
-    const TextureTag* const above = addTexture(null);
-    exportScene();
-    EXPECT_EQ(findTextureTag(cube->GetCache(), nullptr), above);
-    const TextureTag* const own = addTexture(cube);
-    exportScene();
-    EXPECT_EQ(findTextureTag(cube->GetCache(), nullptr)->GetDataInstance()->GetCount(),
-              own->GetDataInstance()->GetCount());
-}

@@ -41,13 +41,6 @@ TEST_F(TonemappingExportTest, UnknownMethodsAreReinhardWithItsOwnDefaults) {
               "<reinhard><pre_scale>0.5</pre_scale><post_scale>0.25</post_scale><burn>7</burn></reinhard>");
 }
 
-TEST_F(TonemappingExportTest, LinearTakesItsScale) {
-    data.SetLong(CAM_TONEMAP_METHOD, CAM_TONEMAP_LINEAR);
-    EXPECT_EQ(method(), "<linear><scale>0</scale></linear>") << "without the entry";
-    data.SetReal(CAM_TONEMAP_SCALE, 0.5f);
-    EXPECT_EQ(method(), "<linear><scale>0.5</scale></linear>");
-}
-
 TEST_F(TonemappingExportTest, CameraTakesFilmAndResponse) {
     data.SetLong(CAM_TONEMAP_METHOD, CAM_TONEMAP_CAMERA);
     EXPECT_EQ(method(), camera("Advantix-100CD.txt", "200"));

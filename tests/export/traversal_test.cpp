@@ -39,45 +39,6 @@ protected:
 
 } // namespace
 
-TEST_F(TraversalTest, RenderModeIsInheritedUntilAnObjectHasItsOwn) {
-    const struct {
-        uint8_t parent;
-        uint8_t child;
-        const char* exported;
-    } cases[] = {
-        {MODE_UNDEF, MODE_UNDEF, "parent child"},
-        {MODE_OFF, MODE_UNDEF, ""},
-        {MODE_OFF, MODE_ON, "child"},
-        {MODE_ON, MODE_OFF, "parent"},
-        {MODE_UNDEF, MODE_OFF, "parent"},
-        {MODE_OFF, MODE_OFF, ""},
-    };
-    BaseObject* const parent = addQuad("parent");
-    BaseObject* const child = addQuad("child", parent);
-    for (const auto& c : cases) {
-        headless::fromHost(parent)->renderMode = c.parent;
-        headless::fromHost(child)->renderMode = c.child;
-        exportScene();
-        EXPECT_EQ(modelNames(), c.exported) << int(c.parent) << " above " << int(c.child);
-    }
-}
-
-TEST_F(TraversalTest, GeneratorsYieldTheirCachesAndInputsNothing) {
-    BaseObject* const symmetry = add(Osymmetry, "symmetry");
-    addQuad("input", symmetry);
-    addCube("cube");
-    BaseObject* const selection = add(Oselection, "selection");
-    addQuad("inside", selection);
-    addQuad("empty")->GetPolygonW();
-    headless::asPolygons(headless::fromHost(document()->GetFirstObject()->GetNext()->GetNext()->GetNext()))
-        ->polygons.clear();
-    exportScene();
-    ASSERT_EQ(models().size(), 3u) << modelNames();
-    EXPECT_EQ(models()[1]->getName(), "cube");
-    EXPECT_EQ(models()[2]->getName(), "inside");
-    EXPECT_EQ(meshes()[0]->mesh->quads.size(), 2u);
-}
-
 TEST_F(TraversalTest, CompositingTagHoldsForTheBranchUntilTheNext) {
     BaseObject* const hidden = addQuad("hidden");
     BaseObject* const inherits = addQuad("inherits", hidden);
@@ -129,13 +90,6 @@ TEST_F(TraversalTest, InstancesThatLeadNowhereAreSkipped) {
     EXPECT_EQ(modelNames(), "parent linked");
 }
 
-TEST_F(TraversalTest, PluginInstanceWithoutACacheIsEnteredToo) {
-    BaseObject* const instance = add(PLUGINID_INSTANCE, "instance");
-    instance->GetDataInstance()->SetLink(INSTANCE_LINK, addQuad("linked"));
-    exportScene();
-    EXPECT_EQ(modelNames(), "linked linked");
-}
-
 TEST_F(TraversalTest, HiddenLinkShowsAtInstancesOnlyWhereItIsItselfShown) {
     BaseObject* const hiddenParent = add(Onull, "parent");
     hide(hiddenParent);
@@ -146,15 +100,6 @@ TEST_F(TraversalTest, HiddenLinkShowsAtInstancesOnlyWhereItIsItselfShown) {
     hide(linked);
     exportScene();
     EXPECT_EQ(modelNames(), "");
-}
-
-TEST_F(TraversalTest, CircleOfInstancesEnds) {
-    BaseObject* const first = addQuad("first");
-    BaseObject* const second = addQuad("second");
-    addInstance("to second", second, first);
-    addInstance("to first", first, second);
-    exportScene();
-    EXPECT_EQ(modelNames(), "first second first second first second");
 }
 
 TEST_F(TraversalTest, DeepTreesAndChainsOfInstancesFitTheStack) {
