@@ -10,58 +10,6 @@
 
 namespace {
 
-const char* const GADGET_KINDS[] = {"text", "button", "box", "field", "number", "choice", "group", "end"};
-
-TEST_F(BakeDialogTest, ShowsWhatCanBeBaked) {
-    addOn(ChannelId::ALBEDO, headless::Xnoise);
-    addOn(ChannelId::BLEND, Xbitmap);
-    addOn(ChannelId::BUMP, headless::Xnoise);
-    data(material_).SetBool(MAT_BUMP_ENABLED, false);
-    data(material_).SetBool(MAT_DISPLACEMENT_ENABLED, true);
-    std::string shown;
-    const auto note = [&](GeDialog& dialog) {
-        const headless::DialogState& state = *host().dialogs().state(&dialog);
-        shown = state.title.GetUtf8();
-        for (const headless::Gadget& gadget : state.gadgets) {
-            shown += "\n" + std::string(GADGET_KINDS[gadget.kind]) + " " + std::to_string(gadget.id);
-            if (gadget.kind == GADGET_CHECKBOX) {
-                shown += gadget.value.GetBool() ? " on" : " off";
-            } else if (gadget.kind == GADGET_EDITNUMBER) {
-                shown += " " + std::to_string(gadget.value.GetLong());
-            } else {
-                shown += " " + gadget.value.GetString().GetUtf8();
-            }
-            shown += gadget.enabled ? "" : " grey";
-        }
-    };
-    EXPECT_TRUE(run({look(note), close()}));
-    EXPECT_EQ(shown, "Bake Dialog\n"
-                     "group 10101 Channels\n"
-                     "box 10002 on\n"
-                     "box 10007 off grey\n"
-                     "box 10006 off grey\n"
-                     "box 10004 off grey\n"
-                     "box 10005 off grey\n"
-                     "box 10003 off grey\n"
-                     "box 10008 on\n"
-                     "end 0 \n"
-                     "group 10103 Save to...\n"
-                     "field 10017 \n"
-                     "button 10018 ...\n"
-                     "end 0 \n"
-                     "group 10102 Bake Settings\n"
-                     "text 0 Res X\n"
-                     "number 10011 1024\n"
-                     "text 0 Res Y\n"
-                     "number 10012 1024\n"
-                     "text 0 Pixel Border\n"
-                     "number 10013 5\n"
-                     "text 0 Super Sampling\n"
-                     "number 10020 0\n"
-                     "end 0 \n"
-                     "button 10001 Bake Shaders");
-}
-
 TEST_F(BakeDialogTest, BakesEachChannelIntoAFileOfTheCopy) {
     const struct {
         ChannelId id;
@@ -257,6 +205,21 @@ TEST_F(BakeDialogTest, ClosingWhileItBakesLeavesTheDocument) {
     EXPECT_EQ(documentText(), before);
     EXPECT_TRUE(outputFiles().empty());
     EXPECT_EQ(BakeCommand().GetState(document()), CMD_ENABLED);
+}
+
+TEST_F(BakeDialogTest, TheOtherCommandMakesCoordinates) {
+    data(tag_).SetLong(TEXTURETAG_PROJECTION, P_FLAT);
+    const std::string before = documentText();
+    EXPECT_TRUE(BakeUVWCommand().Execute(document()));
+    auto* const made = static_cast<UVWTag*>(quad_->GetTag(Tuvw));
+    ASSERT_TRUE(made);
+    EXPECT_EQ(made->GetDataCount(), 1);
+    EXPECT_EQ(data(tag_).GetLong(TEXTURETAG_PROJECTION), P_UVW);
+    // A second time there is nothing to do.
+    EXPECT_TRUE(BakeUVWCommand().Execute(document()));
+    EXPECT_EQ(quad_->GetTag(Tuvw, 1), nullptr);
+    document()->DoUndo();
+    EXPECT_EQ(documentText(), before);
 }
 
 } // namespace

@@ -23,20 +23,6 @@ protected:
     BaseShader* noise_;
 };
 
-TEST_F(BakeShader, ShowsTheWholeTexture) {
-    for (const int32_t flags : {SAVEBIT_0, SAVEBIT_GREYSCALE}) {
-        EXPECT_TRUE(bake(48, 24, flags));
-        const std::string before = documentText();
-        EXPECT_TRUE(bake(48, 24, flags));
-        EXPECT_EQ(documentText(), before);
-        const OwnedBitmap image = load(file());
-        EXPECT_EQ(image->GetBw(), 48);
-        EXPECT_EQ(image->GetBh(), 24);
-        EXPECT_EQ(componentsOf(file()), flags == SAVEBIT_0 ? 3 : 1);
-        EXPECT_LE(differenceTo(noise_, *image, flags != SAVEBIT_0), JPEG_LOSS);
-    }
-}
-
 TEST_F(BakeShader, KeepsPreviewsSmall) {
     const struct {
         bool isPreview;
@@ -73,27 +59,6 @@ TEST_F(BakeShader, ListsTheFileOnlyWhenItIsThere) {
     std::filesystem::create_directories(file() + "/taken");
     EXPECT_FALSE(bake(8, 8));
     EXPECT_EQ(files.size(), 1u);
-}
-
-/// An image below a layer is named as the document names it.
-TEST_F(BakeShader, FindsImagesBesideTheDocument) {
-    const std::string image = addImageFile("tex/white.png");
-    BaseBitmap* white = BaseBitmap::Alloc();
-    ASSERT_EQ(white->Init(1, 1), IMAGERESULT_OK);
-    white->SetPixel(0, 0, 255, 255, 255);
-    ASSERT_EQ(white->Save(Filename(String(image)), FILTER_PNG, nullptr, SAVEBIT_0), IMAGERESULT_OK);
-    BaseBitmap::Free(white);
-    BaseShader* const bitmap = addBitmap(material_, MAT_BUMP_SHADER, "white.png");
-    BaseShader* const layers = addShader(material_, MAT_ALBEDO_SHADER, headless::Xlayer);
-    data(layers).SetLink(headless::LAYER_1_SHADER, bitmap);
-    data(layers).SetReal(headless::LAYER_1_STRENGTH, 1.0f);
-    bitmap->Remove();
-    layers->InsertUnder(bitmap);
-    noise_ = layers;
-    EXPECT_TRUE(bake(4, 4));
-    uint16_t r = 0, g = 0, b = 0;
-    load(file())->GetPixel(2, 2, &r, &g, &b);
-    EXPECT_GT(r, 250);
 }
 
 } // namespace

@@ -31,12 +31,6 @@ protected:
         return target;
     }
 
-    /// The name of the shader that the channel got, which lies below the material itself.
-    std::string shaderOf(BaseMaterial* material, int32_t link) {
-        auto* const shader = static_cast<BaseShader*>(data(material).GetLink(link, document(), Xbase));
-        return shader && shader->GetMaterial() == material ? shader->GetName().GetUtf8() : "";
-    }
-
     static std::vector<std::string> names(BaseMaterial* first) {
         std::vector<std::string> found;
         for (; first; first = first->GetNext()) {
@@ -111,61 +105,6 @@ TEST_F(Convert, ChoosesTheKindByTheFirstChannelThatIsOn) {
         EXPECT_EQ(data(target).GetBool(MAT_ALBEDO_ENABLED),
                   entry.kind != MAT_KIND_SPECULAR && entry.kind != MAT_KIND_GLOSSY_TRANSPARENT);
     }
-}
-
-TEST_F(Convert, TakesShadersOfTheChannelsThatAreOn) {
-    struct ShaderCase {
-        int32_t from;
-        int32_t channel;
-        int32_t to;
-        int32_t enabled;
-    };
-    const ShaderCase cases[] = {
-        {MATERIAL_COLOR_SHADER, CHANNEL_COLOR, MAT_ALBEDO_SHADER, MAT_ALBEDO_ENABLED},
-        {MATERIAL_LUMINANCE_SHADER, CHANNEL_LUMINANCE, MAT_EMISSION_SHADER, MAT_EMISSION_ENABLED},
-        {MATERIAL_BUMP_SHADER, CHANNEL_BUMP, MAT_BUMP_SHADER, MAT_BUMP_ENABLED},
-        {MATERIAL_NORMAL_SHADER, CHANNEL_NORMAL, MAT_NORMAL_MAP_SHADER, MAT_NORMAL_MAP_ENABLED},
-        {MATERIAL_DISPLACEMENT_SHADER, CHANNEL_DISPLACEMENT, MAT_DISPLACEMENT_SHADER,
-         MAT_DISPLACEMENT_ENABLED},
-        {MATERIAL_SPECULAR_SHADER, CHANNEL_SPECULARCOLOR, MAT_EXPONENT_SHADER, MAT_EXPONENT_ENABLED},
-        {MATERIAL_ALPHA_SHADER, CHANNEL_ALPHA, MAT_BLEND_SHADER, MAT_BLEND_ENABLED},
-    };
-    BaseMaterial* const source = addStandard("all");
-    data(source).SetBool(use(CHANNEL_SPECULAR), true);
-    data(source).SetReal(MATERIAL_BUMP_STRENGTH, 0.5f);
-    data(source).SetReal(MATERIAL_DISPLACEMENT_HEIGHT, 20.0f);
-    for (const ShaderCase& entry : cases) {
-        addShader(source, entry.from, Xbitmap)->SetName(String("of ") + LongToString(entry.from));
-    }
-    BaseMaterial* const dark = convert(source);
-    for (const ShaderCase& entry : cases) {
-        data(source).SetBool(use(entry.channel), true);
-    }
-    BaseMaterial* const target = convert(source);
-    for (const ShaderCase& entry : cases) {
-        EXPECT_EQ(shaderOf(target, entry.to), "of " + std::to_string(entry.from));
-        EXPECT_TRUE(data(target).GetBool(entry.enabled)) << entry.enabled;
-        EXPECT_EQ(shaderOf(dark, entry.to).empty(), entry.channel != CHANNEL_COLOR);
-    }
-    EXPECT_FLOAT_EQ(data(target).GetReal(MAT_BUMP_B), 0.005f);
-    EXPECT_FLOAT_EQ(data(target).GetReal(MAT_DISPLACEMENT_B), 0.2f);
-    // The turned mask is stored in whole numbers.
-    EXPECT_EQ(data(target).GetType(MAT_BLEND_B), DA_LONG);
-    EXPECT_EQ(data(target).GetLong(MAT_BLEND_B), -1);
-    EXPECT_EQ(data(target).GetType(MAT_BLEND_C), DA_LONG);
-    EXPECT_EQ(data(target).GetLong(MAT_BLEND_C), 1);
-    data(source).SetBool(MATERIAL_ALPHA_INVERT, true);
-    EXPECT_FLOAT_EQ(data(convert(source)).GetReal(MAT_BLEND_B), 1.0f);
-}
-
-TEST_F(Convert, LeavesOtherMaterialsTheirName) {
-    BaseMaterial* const source = addMaterial("Own", MAT_KIND_PHONG);
-    EXPECT_EQ(data(convert(source)).GetLong(MAT_KIND), MAT_KIND_DIFFUSE);
-    EXPECT_FALSE(convertMaterial(nullptr, source));
-    EXPECT_FALSE(convertMaterial(source, nullptr));
-    BaseMaterial* homeless = BaseMaterial::Alloc(Mmaterial);
-    EXPECT_FALSE(convertMaterial(source, homeless));
-    BaseMaterial::Free(homeless);
 }
 
 TEST_F(Convert, ReplacesMaterialsOnObjectsAndKeepsTheOldOnes) {

@@ -58,10 +58,4 @@ TEST_F(FileNames, OfLongNamesAreShortAndDiffer) {
     }
 }
 
-TEST(ReplaceAll, ReplacesEveryOccurrenceOnce) {
-    EXPECT_EQ(replaceAll("$a$a$", "$a$", "$a$a$"), String("$a$a$a$"));
-    EXPECT_EQ(replaceAll("a/b//c", "/", "_"), String("a_b__c"));
-    EXPECT_EQ(replaceAll("", "/", "_"), String(""));
-}
-
 } // namespace

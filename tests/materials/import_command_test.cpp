@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "host/document.h"
-#include "host/layer.h"
 #include "materials/import_fixture.h"
 
 #include <filesystem>
@@ -76,20 +75,6 @@ TEST_F(ImportCommand, EndsCircles) {
     EXPECT_EQ(nameOfLink(find("A"), 6269), "A");
     EXPECT_EQ(nameOfLink(find("C"), 6259), "A");
     EXPECT_EQ(nameOfLink(find("C"), 6269), "B");
-}
-
-TEST_F(ImportCommand, TakesLongChains) {
-    constexpr int COUNT = 30'000;
-    std::string elements;
-    for (int i = 1; i <= COUNT; ++i) {
-        elements += blend(i, std::to_string(i).c_str(), i % COUNT + 1, i);
-    }
-    EXPECT_TRUE(import(elements)) << ::testing::PrintToString(lines());
-    int count = 0;
-    for (const BaseMaterial* made = document()->GetFirstMaterial(); made; made = made->GetNext()) {
-        ++count;
-    }
-    EXPECT_EQ(count, COUNT);
 }
 
 TEST_F(ImportCommand, MakesOneMaterialOfAName) {

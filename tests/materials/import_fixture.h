@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/general.h"
 #include "host/ids.h"
 #include "materials/import_command.h"
 #include "materials/material_fixture.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <map>
 
 /// Runs the import command on files of the fixture's folder.
 class ImportTest : public MaterialTest {
@@ -26,12 +23,6 @@ protected:
         const std::string file = folder() + name;
         Quenza::writeBytes(file, "<scenedata>" + elements + "</scenedata>");
         return runImport(file);
-    }
-    /// Imports one material called M and gives it.
-    BaseMaterial* importOne(const std::string& body) {
-        clear();
-        EXPECT_TRUE(import(material("M", body)));
-        return document()->GetFirstMaterial();
     }
     static std::string material(const std::string& name, const std::string& body) {
         return "<material><name>" + name + "</name>" + body + "</material>";
@@ -69,58 +60,13 @@ protected:
         return shader;
     }
 
-    /// What differs from a new material of the same kind: "number=value", in the order of the numbers.
-    std::string changes(BaseMaterial* imported) {
-        BaseMaterial* fresh = addMaterial("fresh", data(imported).GetLong(MAT_KIND));
-        std::map<int32_t, std::string> changed;
-        const BaseContainer& values = data(imported);
-        for (int32_t i = 0; i < values.GetCount(); ++i) {
-            const int32_t id = values.GetIndexId(i);
-            const GeData* const before = data(fresh).FindData(id);
-            if (!before || !(*before == values.GetIndexData(i))) {
-                changed[id] = text(values.GetIndexData(i));
-            }
-        }
-        fresh->Remove();
-        BaseMaterial::Free(fresh);
-        std::string all;
-        for (const auto& [id, value] : changed) {
-            all += (all.empty() ? "" : " ") + std::to_string(id) + "=" + value;
-        }
-        return all;
-    }
-
     /// Of the last import.
     std::vector<std::string> lines() {
         std::vector<std::string> all = host().console().lines();
         all.erase(all.begin(), all.begin() + std::ptrdiff_t(linesBefore_));
         return all;
     }
-    std::string lastMessage() {
-        const std::vector<std::string> all = host().messages();
-        return all.empty() ? "" : all.back();
-    }
 
 private:
-    static std::string number(double value) { return RealToString(value).GetUtf8(); }
-    static std::string text(const GeData& value) {
-        switch (value.GetType()) {
-        case DA_LONG:
-            return std::to_string(value.GetLong());
-        case DA_REAL:
-            return number(double(value.GetReal())) + "f";
-        case DA_VECTOR: {
-            const Vector v = value.GetVector();
-            return "(" + number(double(v.x)) + "," + number(double(v.y)) + "," + number(double(v.z)) + ")";
-        }
-        case DA_STRING:
-            return "'" + value.GetString().GetUtf8() + "'";
-        case DA_LINK:
-            return "link";
-        default:
-            return "?";
-        }
-    }
-
     size_t linesBefore_ = 0;
 };

@@ -45,20 +45,6 @@ TEST_F(MaterialCycles, EndWhereTheyBegan) {
     }
 }
 
-TEST_F(MaterialCycles, OfOneMaterialEndToo) {
-    for (const int32_t kind : {MAT_KIND_BLEND, MAT_KIND_COATING, MAT_KIND_DOUBLE_SIDED_THIN}) {
-        BaseMaterial* const material = addMaterial("Self", kind);
-        for (const int32_t link : {MAT_BLEND_MATERIAL_A, MAT_COATING_SUBSTRATE, MAT_THIN_BACK}) {
-            data(material).SetLink(link, material);
-        }
-        const auto uid = exportMaterial(material);
-        const std::string text = xml(uid);
-        EXPECT_NE(text.find("uid>" + std::to_string(uid.value()) + "</", text.find("<name>")),
-                  std::string::npos)
-            << text;
-    }
-}
-
 TEST_F(MaterialCycles, DontMakeLongChainsOverflow) {
     constexpr int32_t COUNT = 20000;
     BaseMaterial* behind = nullptr;

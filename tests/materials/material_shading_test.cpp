@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "headless/model/node_types.h"
 #include "host/bitmap.h"
 #include "host/ids.h"
 #include "materials/material_fixture.h"
 #include "materials/quenza_material.h"
 
-#include <array>
 #include <cmath>
 
 namespace {
@@ -97,50 +95,6 @@ TEST_F(HostShading, ShowsAlbedoAndEmission) {
     const VolumeData opaque = shade(mirror, {0, 0, -1}, RAYMODE_REFRACT);
     EXPECT_EQ(opaque.colour, Vector()) << "a mirror has no colour of its own";
     EXPECT_EQ(opaque.transparency, Vector());
-}
-
-/// The host draws a placeholder when the plug-in's renderer makes the picture.
-TEST_F(HostShading, LeavesThePictureToTheRenderer) {
-    BaseMaterial* const diffuse = addMaterial("diffuse");
-    ASSERT_NE(shade(diffuse, {0, 0, -1}, RAYMODE_NONE).colour, Vector());
-    headless::NodeTypeInfo type;
-    type.id = PLUGINID_RENDER_SETTINGS;
-    type.kind = headless::NodeKind::videoPost;
-    type.allocator = []() -> NodeData* { return new VideoPostData; };
-    headless::NodeTypes::instance().add(type);
-    BaseVideoPost* const videoPost = BaseVideoPost::Alloc(PLUGINID_RENDER_SETTINGS);
-    ASSERT_NE(videoPost, nullptr);
-    document()->GetActiveRenderData()->InsertVideoPost(videoPost);
-    EXPECT_EQ(shade(diffuse, {0, 0, -1}, RAYMODE_NONE).colour, Vector());
-}
-
-TEST_F(HostShading, DrawsTheAlbedoForTheViewport) {
-    using Pixel = std::array<uint16_t, 3>;
-    BaseMaterial* const material = addMaterial("M");
-    BaseBitmap* bitmap = BaseBitmap::Alloc();
-    ASSERT_EQ(bitmap->Init(4, 2, 24), IMAGERESULT_OK);
-    const auto pixel = [&](int32_t x, int32_t y) {
-        Pixel found;
-        bitmap->GetPixel(x, y, &found[0], &found[1], &found[2]);
-        return found;
-    };
-    // 255 * (0.5 * 0.8) = 102; 255 * (0.3 * 0.8) = 61.2; too bright is white.
-    data(material).SetVector(MAT_ALBEDO_COLOUR, Vector(0.5f, 0.3f, 2.0f));
-    ASSERT_TRUE(material->InitGLImage(document(), nullptr, bitmap));
-    EXPECT_EQ(bitmap->GetBw(), 4);
-    EXPECT_EQ(bitmap->GetBt(), 24);
-    EXPECT_EQ(pixel(3, 1), (Pixel{102, 61, 255}));
-
-    // Black to red beyond the range, u = x / 4.
-    BaseShader* const gradient = addShader(material, MAT_ALBEDO_SHADER, PLUGINID_QSL_GRADIENT);
-    data(gradient).SetVector(QSLGRADIENT_COLOUR_1, Vector(0, 0, 1));
-    data(gradient).SetVector(QSLGRADIENT_COLOUR_2, Vector(2, -1, std::nanf("")));
-    ASSERT_TRUE(material->InitGLImage(document(), nullptr, bitmap));
-    EXPECT_EQ(pixel(1, 0), (Pixel{127, 0, 0}));
-    EXPECT_EQ(pixel(3, 1), (Pixel{255, 0, 0}));
-
-    EXPECT_FALSE(material->InitGLImage(nullptr, nullptr, bitmap));
-    BaseBitmap::Free(bitmap);
 }
 
 } // namespace

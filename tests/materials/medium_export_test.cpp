@@ -54,33 +54,6 @@ TEST_F(MediumExport, WritesEveryKindAndSpectrum) {
     EXPECT_EQ(media, golden("media.xml", media));
 }
 
-TEST_F(MediumExport, OfATransmitterGoesByItsFlag) {
-    const std::pair<int32_t, bool> cases[] = {{-1, true}, {0, false}, {1, true}};
-    for (const auto& [flag, hasMedium] : cases) {
-        BaseMaterial* const material = addMaterial("Paper", MAT_KIND_DIFFUSE_TRANSMITTER);
-        data(material).RemoveData(MAT_MEDIUM_ENABLED);
-        if (flag >= 0) {
-            data(material).SetBool(MAT_MEDIUM_ENABLED, flag == 1);
-        }
-        const std::string text = xml(exportMaterial(material));
-        EXPECT_EQ(text.find("<internal_medium_uid>") != std::string::npos, hasMedium) << flag;
-    }
-    // Glass always has one.
-    BaseMaterial* const glass = addMaterial("Glass", MAT_KIND_SPECULAR);
-    data(glass).SetBool(MAT_MEDIUM_ENABLED, false);
-    EXPECT_NE(xml(exportMaterial(glass)).find("<internal_medium_uid>"), std::string::npos);
-}
-
-TEST_F(MediumExport, IsNotTakenFromAMaterialThatHasNone) {
-    BaseMaterial* const glass = addMaterial("Glass", MAT_KIND_SPECULAR);
-    for (const int32_t kind : {MAT_KIND_DIFFUSE, MAT_KIND_COATING, MAT_KIND_BLEND}) {
-        endExport();
-        data(glass).SetLink(MAT_MEDIUM_SOURCE, addMaterial("Source", kind));
-        exportMaterial(glass);
-        EXPECT_EQ(nodeNames(), "1 nullMat: null_material\n2 Glass: specular\n3 MedGlass: medium\n");
-    }
-}
-
 TEST_F(MediumExport, IsSharedByAllThatTakeIt) {
     BaseMaterial* const water = addMaterial("Water", MAT_KIND_SPECULAR);
     BaseMaterial* const glass = addMaterial("Glass", MAT_KIND_GLOSSY_TRANSPARENT);

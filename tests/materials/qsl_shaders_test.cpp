@@ -3,8 +3,7 @@
 #include "materials/material_fixture.h"
 #include "materials/perlin_noise.h"
 #include "materials/qsl_shader.h"
-
-#include <utility>
+#include "materials/shader_text.h"
 
 namespace {
 
@@ -24,7 +23,6 @@ protected:
         shader->FreeRender();
         return value;
     }
-    BaseMaterial* material() { return material_; }
 
 private:
     BaseMaterial* material_ = addMaterial("M");
@@ -34,73 +32,6 @@ void expectNear(const Vector& value, const Vector& expected, const char* what) {
     EXPECT_NEAR(value.x, expected.x, 1e-5f) << what;
     EXPECT_NEAR(value.y, expected.y, 1e-5f) << what;
     EXPECT_NEAR(value.z, expected.z, 1e-5f) << what;
-}
-
-const char* const WHITE_TO_BLACK = "vec3(1.00000, 1.00000, 1.00000), vec3(0.00000, 0.00000, 0.00000)";
-
-TEST_F(QSLShaders, WriteNoise) {
-    const struct {
-        std::vector<std::pair<int32_t, int32_t>> settings;
-        const char* vec3;
-        const char* real;
-    } cases[] = {
-        {{},
-         "(lerp(COLOURS, noise01(mulCompVec2(getTexCoords(0) * 10.0, vec2(0.50000, 2.00000)))) * 0.25000)",
-         "(Vec3ToReal(lerp(COLOURS, noise01(mulCompVec2(getTexCoords(0) * 10.0, vec2(0.50000, 2.00000))))) * "
-         "0.25000)"},
-        {{{QSLNOISE_TYPE, QSLNOISE_TYPE_FBM}},
-         "(lerp(COLOURS, fbm01(mulCompVec2(getTexCoords(0) * 10.0, vec2(0.50000, 2.00000)),8)) * 0.25000)",
-         "(Vec3ToReal(lerp(COLOURS, fbm01(mulCompVec2(getTexCoords(0) * 10.0, vec2(0.50000, 2.00000)),8))) * "
-         "0.25000)"},
-        {{{QSLNOISE_MAPPING, QSLNOISE_MAPPING_POSITION}},
-         "(lerp(COLOURS, noise01(mulCompVec3(pos, vec3(0.50000, 3.00000, 2.00000)))) * 0.25000)",
-         "(Vec3ToReal(lerp(COLOURS, noise01(mulCompVec3(pos, vec3(0.50000, 3.00000, 2.00000))))) * 0.25000)"},
-        {{{QSLNOISE_OUTPUT, QSLNOISE_OUTPUT_PLAIN}},
-         "(vec3(noise(mulCompVec2(getTexCoords(0) * 10.0, vec2(0.50000, 2.00000)))) * 0.25000)",
-         "(noise(mulCompVec2(getTexCoords(0) * 10.0, vec2(0.50000, 2.00000))) * 0.25000)"},
-        {{{QSLNOISE_OUTPUT, 0},
-          {QSLNOISE_TYPE, QSLNOISE_TYPE_FBM},
-          {QSLNOISE_MAPPING, QSLNOISE_MAPPING_POSITION}},
-         "(vec3(fbm(mulCompVec3(pos, vec3(0.50000, 3.00000, 2.00000)),8)) * 0.25000)",
-         "(fbm(mulCompVec3(pos, vec3(0.50000, 3.00000, 2.00000)),8) * 0.25000)"},
-    };
-    const auto expected = [](const char* pattern) {
-        std::string written = pattern;
-        const size_t place = written.find("COLOURS");
-        return place == std::string::npos ? written : written.replace(place, 7, WHITE_TO_BLACK);
-    };
-    for (const auto& test : cases) {
-        BaseShader* const noise = add(PLUGINID_QSL_NOISE);
-        data(noise).SetVector(QSLNOISE_SCALE, Vector(0.5f, 2.0f, 3.0f));
-        data(noise).SetReal(QSLNOISE_AMPLITUDE, 0.25f);
-        for (const auto& [id, value] : test.settings) {
-            data(noise).SetLong(id, value);
-        }
-        EXPECT_EQ(text(noise, QSL_VEC3), expected(test.vec3));
-        EXPECT_EQ(text(noise, QSL_REAL), expected(test.real));
-    }
-}
-
-TEST_F(QSLShaders, WriteGradientAndNormal) {
-    BaseShader* const gradient = add(PLUGINID_QSL_GRADIENT);
-    const std::string lerp = std::string("lerp(") + WHITE_TO_BLACK;
-    const std::pair<int32_t, const char*> directions[] = {
-        {QSLGRADIENT_U, ", doti(getTexCoords(0)))"},
-        {QSLGRADIENT_V, ", dotj(getTexCoords(0)))"},
-        {QSLGRADIENT_RADIAL, ", length(vec2(0.5,0.5) - getTexCoords(0)) * 2.0 )"},
-        {99, ", doti(getTexCoords(0)))"},
-    };
-    for (const auto& [direction, end] : directions) {
-        data(gradient).SetLong(QSLGRADIENT_DIRECTION, direction);
-        EXPECT_EQ(text(gradient, QSL_VEC3), lerp + end + " * 1.00000");
-        EXPECT_EQ(text(gradient, QSL_REAL), "Vec3ToReal(" + lerp + end + ") * 1.00000");
-    }
-    BaseShader* const normal = add(PLUGINID_QSL_NORMAL);
-    data(normal).SetVector(QSLNORMAL_COLOUR_1, Vector(-0.1f, 12345.678f, 0.000004f));
-    EXPECT_EQ(text(normal, QSL_VEC3), "lerp(vec3(-0.10000, 12345.67773, 0.00000), vec3(0.00000, 0.00000, "
-                                      "0.00000), minCosTheta())");
-    EXPECT_EQ(text(normal, QSL_REAL), "Vec3ToReal(lerp(vec3(-0.10000, 12345.67773, 0.00000), vec3(0.00000, "
-                                      "0.00000, 0.00000), minCosTheta()))");
 }
 
 TEST_F(QSLShaders, WriteBlends) {
@@ -182,21 +113,6 @@ TEST_F(QSLShaders, TextOfATreeGrowsWithIt) {
     EXPECT_LT(sizes[1], 2 * sizes[0]);
 }
 
-TEST_F(QSLShaders, ShowGradientsInTheHost) {
-    BaseShader* const gradient = add(PLUGINID_QSL_GRADIENT);
-    data(gradient).SetVector(QSLGRADIENT_COLOUR_1, Vector(1, 0, 0));
-    data(gradient).SetVector(QSLGRADIENT_COLOUR_2, Vector(0, 1, 0.5f));
-    data(gradient).SetReal(QSLGRADIENT_MULTIPLIER, 2.0f);
-    const Vector place(0.25f, 0.9f, 0.0f);
-    expectNear(sample(gradient, place), {1.5f, 0.5f, 0.25f}, "u");
-    data(gradient).SetLong(QSLGRADIENT_DIRECTION, QSLGRADIENT_V);
-    expectNear(sample(gradient, place), {0.2f, 1.8f, 0.9f}, "v");
-    data(gradient).SetLong(QSLGRADIENT_DIRECTION, QSLGRADIENT_RADIAL);
-    // 2 * sqrt(0.3 squared + 0.4 squared) = 1.
-    expectNear(sample(gradient, {0.2f, 0.9f, 0.0f}), {0.0f, 2.0f, 1.0f}, "radial");
-    expectNear(sample(gradient, {0.5f, 0.5f, 0.25f}), {1.0f, 1.0f, 0.5f}, "radial, from w");
-}
-
 TEST_F(QSLShaders, ShowNoiseInTheHost) {
     BaseShader* const noise = add(PLUGINID_QSL_NOISE);
     data(noise).SetVector(QSLNOISE_SCALE, Vector(0.5f, 2.0f, 3.0f));
@@ -221,103 +137,20 @@ TEST_F(QSLShaders, ShowNoiseInTheHost) {
     expectNear(sample(noise, {}, &volume), {expected, expected, expected}, "position");
 }
 
-TEST_F(QSLShaders, ShowNormalsAndBlendsInTheHost) {
-    BaseShader* const normal = add(PLUGINID_QSL_NORMAL);
-    data(normal).SetVector(QSLNORMAL_COLOUR_1, Vector(1, 0, 0.5f));
-    data(normal).SetVector(QSLNORMAL_COLOUR_2, Vector(0, 1, 0.5f));
-    ShadingRay ray;
-    ray.v = Vector(0.6f, 0.0f, -0.8f);
-    VolumeData volume;
-    volume.n = Vector(0, 0, 1);
-    volume.ray = &ray;
-    expectNear(sample(normal, {}, &volume), {0.2f, 0.8f, 0.5f}, "normal");
-    expectNear(sample(normal, {}), {1.0f, 0.0f, 0.5f}, "without a ray");
+TEST_F(QSLShaders, NumberTheImagesOfAProgram) {
+    BaseShader* const program = add(PLUGINID_QSL_SHADER);
+    data(program).SetString(QSL_CODE, "$tex01$ $tex02$ $tex03$ $tex01$ $tex04$");
+    data(program).SetFilename(QSL_TEXTURE_1, Filename("a name as it stands.png"));
+    data(program).SetFilename(QSL_TEXTURE_3, Filename("/c.png"));
+    Quenza::Vector<Quenza::Texture> textures(3);
+    const auto info = makeShaderInfo(program, textures, "not used", QSL_VEC3);
+    EXPECT_EQ(info->shader, Quenza::String("3 $tex02$ 4 3 $tex04$"));
+    ASSERT_EQ(textures.size(), 5u);
+    EXPECT_EQ(textures[3].path, Quenza::String("a name as it stands.png"));
+    EXPECT_EQ(textures[4].path, Quenza::String("/c.png"));
 
-    BaseShader* const blend = add(PLUGINID_QSL_BLEND);
-    BaseShader* const gradient = add(PLUGINID_QSL_GRADIENT);
-    data(blend).SetLink(QSLBLEND_A, gradient);
-    data(blend).SetLink(QSLBLEND_B, normal);
-    data(blend).SetReal(QSLBLEND_MULTIPLIER, 2.0f);
-    const Vector place(0.25f, 0, 0);
-    expectNear(sample(blend, place, &volume), {0.3f, 1.2f, 0.75f}, "multiply");
-    data(blend).SetLong(QSLBLEND_OPERATION, QSLBLEND_ADD);
-    expectNear(sample(blend, place, &volume), {1.9f, 3.1f, 2.5f}, "add");
-    data(blend).SetLong(QSLBLEND_OPERATION, QSLBLEND_SUBTRACT);
-    expectNear(sample(blend, place, &volume), {1.1f, -0.1f, 0.5f}, "subtract");
-    data(blend).SetLink(QSLBLEND_B, nullptr);
-    expectNear(sample(blend, place), Vector(1, 1, 1) * -0.5f, "an empty link is white");
-}
-
-/// "default" gives way to a program that fits the channel at the first message inside a material.
-TEST_F(QSLShaders, ProgramsFitTheirChannel) {
-    const std::pair<int32_t, const char*> cases[] = {
-        {MAT_ALBEDO_SHADER, "def eval(vec3 pos) vec3:\n\tvec3(0.8)"},
-        {MAT_EMISSION_SHADER, "def eval(vec3 pos) vec3:\n\tvec3(0.8)"},
-        {MAT_ABSORPTION_LAYER_SHADER, "def eval(vec3 pos) vec3:\n\tvec3(0.8)"},
-        {10016, "def eval(vec3 pos) vec3:\n\tvec3(0.8)"},
-        {16016, "def eval(vec3 pos) vec3:\n\tvec3(0.8)"},
-        {MAT_EXPONENT_SHADER, "def eval(vec3 pos) real:\n\t1.0"},
-        {MAT_SIGMA_SHADER, "def eval(vec3 pos) real:\n\t1.0"},
-        {11016, "def eval(vec3 pos) real:\n\t1.0"},
-        {12016, "def eval(vec3 pos) real:\n\t1.0"},
-        {13016, "def eval(vec3 pos) real:\n\t1.0"},
-        {14016, "def eval(vec3 pos) real:\n\t1.0"},
-        {15016, "def eval(vec3 pos) real:\n\t1.0"},
-        {17016, "def eval(vec3 pos) real:\n\t1.0"},
-        {MAT_DISPLACEMENT_SHADER, "def eval() real:\n\t0.0"},
-        {MAT_BUMP_SHADER, "def eval() real:\n\t0.0"},
-        {MAT_BLEND_SHADER, "def eval() real:\n\t0.0"},
-        {MAT_NORMAL_MAP_SHADER, "def eval(vec3 pos) vec3 :\n\tvec3(0.0, 0.0, 1.0)"},
-    };
-    for (const auto& [link, program] : cases) {
-        BaseMaterial* const owner = addMaterial("M");
-        BaseShader* const shader = addShader(owner, link, PLUGINID_QSL_SHADER);
-        EXPECT_EQ(data(shader).GetString(QSL_CODE), "default");
-        // The material passes its own messages on.
-        EXPECT_TRUE(owner->Message(MSG_UPDATE));
-        EXPECT_EQ(data(shader).GetString(QSL_CODE), program) << link;
-        data(shader).SetString(QSL_CODE, "my own");
-        owner->Message(MSG_UPDATE);
-        EXPECT_EQ(data(shader).GetString(QSL_CODE), "my own") << link;
-    }
-}
-
-TEST_F(QSLShaders, ProgramsElsewhereStayOrSayThatTheyDontFit) {
-    BaseShader* outside = BaseShader::Alloc(PLUGINID_QSL_SHADER);
-    outside->Message(MSG_UPDATE);
-    EXPECT_EQ(data(outside).GetString(QSL_CODE), "default");
-    BaseShader::Free(outside);
-
-    BaseShader* const ofHost =
-        addShader(addOtherMaterial("H", Mmaterial), MATERIAL_COLOR_SHADER, PLUGINID_QSL_SHADER);
-    ofHost->Message(MSG_UPDATE);
-    EXPECT_EQ(data(ofHost).GetString(QSL_CODE), "default");
-
-    BaseShader* const blended = BaseShader::Alloc(PLUGINID_QSL_SHADER);
-    material()->InsertShader(blended);
-    BaseShader* const inner = add(PLUGINID_QSL_BLEND);
-    BaseShader* const outer = add(PLUGINID_QSL_BLEND);
-    data(outer).SetLink(QSLBLEND_A, inner);
-    data(inner).SetLink(QSLBLEND_B, blended);
-    material()->Message(MSG_UPDATE);
-    EXPECT_EQ(data(blended).GetString(QSL_CODE), "unhandled channel");
-}
-
-TEST_F(QSLShaders, AreKnownByTheirTypes) {
-    const struct {
-        int32_t type;
-        bool isKnown;
-        bool isExpression;
-    } cases[] = {{PLUGINID_QSL_NOISE, true, true},    {PLUGINID_QSL_BLEND, true, true},
-                 {PLUGINID_QSL_GRADIENT, true, true}, {PLUGINID_QSL_NORMAL, true, true},
-                 {PLUGINID_QSL_SHADER, true, false},  {Xbitmap, false, false}};
-    for (const auto& [type, isKnown, isExpression] : cases) {
-        const BaseShader* const shader = add(type);
-        EXPECT_EQ(isKnownShader(shader), isKnown) << type;
-        EXPECT_EQ(findQSLShader(shader) != nullptr, isExpression) << type;
-    }
-    EXPECT_FALSE(isKnownShader(nullptr));
-    EXPECT_EQ(findQSLShader(nullptr), nullptr);
+    data(program).RemoveData(QSL_CODE);
+    EXPECT_EQ(makeShaderInfo(program, textures, "", QSL_VEC3)->shader, Quenza::String("no shader"));
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "headless/shaders/shader_ids.h"
-#include "materials/channels.h"
 #include "materials/material_fixture.h"
 #include "materials/texture_factory.h"
 #include "scene/wavelength_dependent_param.h"
@@ -53,32 +52,11 @@ TEST_F(TextureExport, LooksForImagesOfPreviewsBesideThePlugin) {
     isMaterialPreview = true;
     EXPECT_EQ(pathOf("stage.png", context()), staged);
     EXPECT_EQ(pathOf("beside.png", context()), beside);
+    const std::string both = addImageFile("plugin/res/materialpreview/beside.png");
+    EXPECT_EQ(pathOf("beside.png", context()), both) << "the stage's own comes first";
     EXPECT_EQ(pathOf("missing.png", context()), "");
     pluginState().pluginPath.reset();
     EXPECT_EQ(pathOf("beside.png", context()), beside);
-}
-
-TEST_F(TextureExport, KeepsTwoFilesOfOneName) {
-    const std::string first = addImageFile("a/oak.png");
-    const std::string second = addImageFile("b/oak.png");
-    BaseMaterial* const material = addMaterial("Both");
-    data(material).SetBool(MAT_EMISSION_ENABLED, true);
-    addBitmap(material, MAT_ALBEDO_SHADER, first.c_str());
-    addBitmap(material, MAT_EMISSION_SHADER, second.c_str());
-    const std::string text = xml(exportMaterial(material));
-    EXPECT_NE(text.find("<path>a/oak.png</path>"), std::string::npos) << text;
-    EXPECT_NE(text.find("<path>b/oak.png</path>"), std::string::npos) << text;
-}
-
-TEST_F(TextureExport, TurnsSphericalImagesToTheirSeam) {
-    TextureMapping mapping;
-    mapping.spherical = true;
-    const Quenza::Texture texture = makeTextureFromFile("sky.exr", mapping);
-    Quenza::BufferOStream stream;
-    texture.tex_coord_generation->writeToXML(stream, 0);
-    EXPECT_EQ(stream.getBuffer().toStdString(),
-              "<spherical>\n\t<rotation>\n\t\t<axis_rotation>\n\t\t\t<axis>0 0 1</axis>\n"
-              "\t\t\t<angle>1.6</angle>\n\t\t</axis_rotation>\n\t</rotation>\n</spherical>\n");
 }
 
 /// A library of presets with files that hold their own names.
@@ -156,39 +134,6 @@ protected:
     }
 };
 
-TEST_F(BakedExport, BakesOtherShadersOfEveryChannel) {
-    BaseMaterial* const material = addMaterial("Baked", MAT_KIND_PHONG);
-    for (const int32_t flag : {MAT_EXPONENT_ENABLED, MAT_BUMP_ENABLED, MAT_NORMAL_MAP_ENABLED,
-                               MAT_DISPLACEMENT_ENABLED, MAT_EMISSION_ENABLED, MAT_CHANNEL_13000_ENABLED}) {
-        data(material).SetBool(flag, true);
-    }
-    for (const ChannelId id : {ChannelId::ALBEDO, ChannelId::EXPONENT, ChannelId::BUMP, ChannelId::NORMAL_MAP,
-                               ChannelId::DISPLACEMENT, ChannelId::EMISSION, ChannelId::FRESNEL_SCALE}) {
-        addHostShader(material, channel(id).shader);
-    }
-    const std::string text = xml(exportMaterial(material));
-    std::vector<std::string> endings;
-    size_t greyscale = 0;
-    for (const std::string& file : textureFiles()) {
-        EXPECT_TRUE(file.starts_with("Baked_")) << file;
-        EXPECT_NE(text.find("<path>textures.scene/" + file + "</path>"), std::string::npos) << text;
-        endings.push_back(file.substr(file.rfind('_')));
-        // A JPEG tells its number of components in the frame header.
-        const std::string bytes = Quenza::fileBytes(context().textureDirectory.GetUtf8() + "/" + file);
-        const size_t frame = bytes.find("\xFF\xC0");
-        ASSERT_NE(frame, std::string::npos) << file;
-        greyscale += bytes[frame + 9] == 1 ? 1 : 0;
-    }
-    std::sort(endings.begin(), endings.end());
-    EXPECT_EQ(endings,
-              (std::vector<std::string>{"_albedo.jpg", "_bump.jpg", "_displacement.jpg", "_emission.jpg",
-                                        "_exponent.jpg", "_normal.jpg", "_sigma.jpg"}));
-    EXPECT_EQ(greyscale, 4u);
-    for (int32_t i = 0; i < 7; ++i) {
-        EXPECT_NE(text.find("<texture_index>" + std::to_string(i) + "<"), std::string::npos) << i;
-    }
-}
-
 TEST_F(BakedExport, GivesEveryBakeAFileOfItsOwnWithTheClockStandingStill) {
     for (int32_t i = 0; i < 2; ++i) {
         endExport();
@@ -199,44 +144,6 @@ TEST_F(BakedExport, GivesEveryBakeAFileOfItsOwnWithTheClockStandingStill) {
         }
     }
     EXPECT_EQ(textureFiles().size(), 10u);
-}
-
-TEST_F(BakedExport, KeepsTheNameButNotForTheFile) {
-    for (const std::string& name : {std::string("../up"), std::string("a\"b"), std::string("CON"),
-                                    std::string("\x01"), std::string(3000, 'x')}) {
-        BaseMaterial* const material = addMaterial(name.c_str());
-        addHostShader(material, MAT_ALBEDO_SHADER);
-        const auto uid = exportMaterial(material);
-        EXPECT_EQ(scene().getChildByUID(uid)->getName().toStdString(), name);
-    }
-    EXPECT_EQ(textureFiles().size(), 5u);
-    EXPECT_FALSE(std::filesystem::exists(folder() + "/up"));
-}
-
-TEST_F(BakedExport, NamesFilesOfAMixAfterItsParts) {
-    BaseMaterial* const material = addMaterial("Mix");
-    data(material).SetBool(MAT_BLEND_ENABLED, true);
-    addHostShader(material, MAT_ALBEDO_SHADER);
-    addHostShader(material, MAT_BLEND_SHADER);
-    exportMaterial(material);
-    const std::vector<std::string> files = textureFiles();
-    ASSERT_EQ(files.size(), 2u);
-    EXPECT_TRUE(files[0].starts_with("Mix_") && files[0].ends_with("_alpha.jpg")) << files[0];
-    EXPECT_TRUE(files[1].starts_with("Mix_blendA_") && files[1].ends_with("_albedo.jpg")) << files[1];
-}
-
-TEST_F(BakedExport, FallsBackToTheConstantWhenTheFileCantBeWritten) {
-    const std::string textures = context().textureDirectory.GetUtf8();
-    std::filesystem::remove(textures);
-    std::ofstream(textures) << "in the way";
-    BaseMaterial* const material = addMaterial("Unwritten");
-    data(material).SetBool(MAT_BUMP_ENABLED, true);
-    addHostShader(material, MAT_ALBEDO_SHADER);
-    addHostShader(material, MAT_BUMP_SHADER);
-    const std::string text = xml(exportMaterial(material));
-    EXPECT_NE(text.find("<albedo>\n\t\t\t<constant>"), std::string::npos) << text;
-    EXPECT_EQ(text.find("<bump>"), std::string::npos) << text;
-    EXPECT_EQ(text.find("<path>"), std::string::npos) << text;
 }
 
 } // namespace
