@@ -2,7 +2,6 @@
 #include "headless/bake/bake.h"
 
 #include "headless/bake/uv_raster.h"
-#include "headless/shaders/shader_ids.h"
 #include "host/bake.h"
 #include "host/bitmap.h"
 #include "host/plugin_data.h"
@@ -35,21 +34,6 @@ protected:
         material_->InsertShader(shader);
         material_->GetDataInstance()->SetLink(MATERIAL_COLOR_SHADER, shader);
         return shader;
-    }
-    /// Red grows along U and, through a layer, green along V.
-    BaseShader* linkGradients() const {
-        BaseShader* const layers = link(BaseShader::Alloc(Xlayer));
-        for (const int32_t type : {GRADIENT_TYPE_U, GRADIENT_TYPE_V}) {
-            BaseShader* const gradient = BaseShader::Alloc(Xgradient);
-            gradient->GetDataInstance()->SetLong(GRADIENT_TYPE, type);
-            gradient->GetDataInstance()->SetVector(GRADIENT_COLOR2, type == GRADIENT_TYPE_U
-                                                                        ? Vector(1.0f, 0.0f, 0.0f)
-                                                                        : Vector(0.0f, 1.0f, 0.0f));
-            material_->InsertShader(gradient);
-            layers->GetDataInstance()->SetLink(LAYER_1_SHADER + type * LAYER_STEP, gradient);
-            layers->GetDataInstance()->SetLong(LAYER_1_MODE + type * LAYER_STEP, BLEND_ADD);
-        }
-        return layers;
     }
     ::TextureTag* addTexture(BaseObject* object) const {
         auto* const tag = static_cast<::TextureTag*>(object->MakeTag(Ttexture));
@@ -85,33 +69,6 @@ protected:
 };
 
 using Pixel = std::array<int, 3>;
-
-int byteOf(float value) {
-    return static_cast<int>(value * 255.0f + 0.5f);
-}
-
-TEST_F(BakeTest, APlaneShowsTheShaderAtEachPixelsMiddle) {
-    BaseShader* const shader = linkGradients();
-    ::TextureTag* const plane = addTexture(add(Oplane));
-    ::TextureTag* const patch = addTexture(addPatch(0.0f, 0.0f, 1.0f, 1.0f));
-    ASSERT_EQ(shader->InitRender({}), INITRENDERRESULT_OK);
-    for (::TextureTag* const tag : {plane, patch}) {
-        ASSERT_EQ(bake(tag), BAKE_TEX_ERR_NONE);
-        ASSERT_EQ(bitmap_->GetBw(), 16);
-        ASSERT_EQ(bitmap_->GetBh(), 8);
-        ASSERT_EQ(bitmap_->GetBt(), 24);
-        for (int32_t y = 0; y < 8; ++y) {
-            for (int32_t x = 0; x < 16; ++x) {
-                ChannelData channel;
-                channel.p = {(static_cast<float>(x) + 0.5f) / 16.0f, (static_cast<float>(y) + 0.5f) / 8.0f,
-                             0.0f};
-                const Vector value = shader->Sample(channel);
-                ASSERT_EQ(pixel(x, y), (Pixel{byteOf(value.x), byteOf(value.y), 0})) << x << ", " << y;
-            }
-        }
-    }
-    shader->FreeRender();
-}
 
 /// Patches of a jittered grid with turned diagonals, each asked alone: every middle belongs to exactly one.
 TEST_F(BakeTest, NeighboursShareNoMiddleAndLeaveNone) {
@@ -176,42 +133,6 @@ TEST_F(BakeTest, IslandsGetTheirBorderAndTheRestStaysBlack) {
     EXPECT_EQ(coveredAround(1), 24);
     EXPECT_EQ(coveredAround(3), 70);
     coveredAround(1'000'000);
-}
-
-TEST_F(BakeTest, TheRangeChoosesAPartAndSupersamplingTakesTheMean) {
-    BaseShader* const board = link(BaseShader::Alloc(Xcheckerboard));
-    board->GetDataInstance()->SetReal(CHECKERBOARD_FREQUENCY_U, 32.0f);
-    board->GetDataInstance()->SetReal(CHECKERBOARD_FREQUENCY_V, 1.0f);
-    ::TextureTag* const tag = addTexture(addPatch(0.0f, 0.0f, 1.0f, 1.0f));
-    settings_.SetLong(BAKE_TEX_SUPERSAMPLING, 1);
-    ASSERT_EQ(bake(tag), BAKE_TEX_ERR_NONE);
-    EXPECT_EQ(pixel(5, 5), (Pixel{128, 128, 128}));
-    // Half of the texture: each pixel is one field.
-    settings_.SetReal(BAKE_TEX_UV_LEFT, 0.5f);
-    ASSERT_EQ(bake(tag), BAKE_TEX_ERR_NONE);
-    EXPECT_EQ(pixel(4, 5), (Pixel{}));
-    EXPECT_EQ(pixel(5, 5), (Pixel{255, 255, 255}));
-    // A mirrored range mirrors the image.
-    settings_.SetReal(BAKE_TEX_UV_LEFT, 1.0f);
-    settings_.SetReal(BAKE_TEX_UV_RIGHT, 0.5f);
-    ASSERT_EQ(bake(tag), BAKE_TEX_ERR_NONE);
-    EXPECT_EQ(pixel(4, 5), (Pixel{255, 255, 255}));
-}
-
-TEST_F(BakeTest, TheBakeWorksOnACopy) {
-    linkGradients();
-    ::PolygonObject* const patch = addPatch(0.0f, 0.0f, 1.0f, 1.0f);
-    ::TextureTag* const tag = addTexture(patch);
-    int32_t error = -1;
-    BaseDocument* copy = InitBakeTexture(doc(), tag, nullptr, settings_, &error);
-    ASSERT_NE(copy, nullptr);
-    material_->Remove();
-    BaseMaterial::Free(material_);
-    BaseObject* gone = patch;
-    BaseObject::Free(gone);
-    EXPECT_EQ(BakeTexture(copy, settings_, bitmap_), BAKE_TEX_ERR_NONE);
-    EXPECT_EQ(pixel(15, 0), (Pixel{247, 16, 0}));
-    BaseDocument::Free(copy);
 }
 
 TEST_F(BakeTest, ErrorsSayWhatIsMissing) {

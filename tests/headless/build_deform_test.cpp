@@ -41,36 +41,6 @@ TEST_F(BuildDeform, bendsTheCacheOfItsParent) {
     EXPECT_EQ(deformed->GetDown(), nullptr);
 }
 
-TEST_F(BuildDeform, actsOnSiblingsAndWhatIsBelowThem) {
-    BaseObject* const group = add(Onull);
-    BaseObject* const before = addQuad(group);
-    BaseObject* const below = addQuad(before);
-    addBend(group);
-    BaseObject* const behind = addQuad(group);
-    BaseObject* const outside = addQuad();
-    build();
-    for (BaseObject* const mesh : {before, below, behind}) {
-        ASSERT_NE(polygons(mesh->GetDeformCache()), nullptr);
-        EXPECT_EQ(mesh->GetDeformCache()->GetTopOrigin(), mesh);
-    }
-    EXPECT_EQ(outside->GetDeformCache(), nullptr);
-}
-
-TEST_F(BuildDeform, seesThePlacesOfMeshAndDeformer) {
-    // A long twist of the whole group turns the quad at its upper end by a half turn.
-    BaseObject* const group = add(Onull);
-    BaseObject* const twist = add(Otwist, group);
-    twist->GetDataInstance()->SetVector(DEFORM_SIZE, {100, 200, 100});
-    twist->GetDataInstance()->SetReal(DEFORM_STRENGTH, 3.14159265f);
-    move(twist, {0, 100, 0});
-    ::PolygonObject* const quad = addQuad(group);
-    quad->SetMl({{0, 200, 0}, {2, 0, 0}, {0, 1, 0}, {0, 0, 1}});
-    build();
-    const auto* const deformed = polygons(quad->GetDeformCache());
-    ASSERT_NE(deformed, nullptr);
-    EXPECT_TRUE(isNear(deformed->GetPointR()[3], {-1, 0, 0}));
-}
-
 TEST_F(BuildDeform, lowerDeformersActFirst) {
     // Taper to half, then bulge: the other way round gives other points.
     BaseObject* const outer = add(Onull);
@@ -88,47 +58,6 @@ TEST_F(BuildDeform, lowerDeformersActFirst) {
     EXPECT_TRUE(isNear(polygons(quad->GetDeformCache())->GetPointR()[3], {2, 0, 0}));
     // (0, 0, 0) turns by a quarter around x = 1 to (1, 0, -1), doubled around the origin.
     EXPECT_TRUE(isNear(polygons(quad->GetDeformCache())->GetPointR()[0], {2, 0, -2}));
-}
-
-TEST_F(BuildDeform, actsInsideCaches) {
-    BaseObject* const array = add(Oarray);
-    array->GetDataInstance()->SetLong(ARRAY_COPIES, 2);
-    BaseObject* const cube = addCube(array);
-    BaseObject* const bend = addBend(cube);
-    BaseObject* const deformedByBoth = add(Onull);
-    build();
-    BaseObject* const copy = array->GetCache()->GetDown();
-    ASSERT_NE(copy->GetCache()->GetDeformCache(), nullptr);
-    EXPECT_EQ(copy->GetCache()->GetDeformCache()->GetTopOrigin(), array);
-    const float once = reach(copy->GetCache()->GetDeformCache());
-
-    doc()->InsertObject(array, deformedByBoth);
-    addBend(deformedByBoth);
-    build();
-    EXPECT_NE(reach(array->GetCache()->GetDown()->GetCache()->GetDeformCache()), once);
-    fromHost(bend)->enabled = false;
-    fromHost(deformedByBoth->GetDown()->GetNext())->enabled = false;
-    build();
-    EXPECT_EQ(array->GetCache()->GetDown()->GetCache()->GetDeformCache(), nullptr);
-}
-
-TEST_F(BuildDeform, instancesShowWhatTheLinkedObjectLooksLike) {
-    BaseObject* const group = add(Onull);
-    move(group, {0, 1000, 0});
-    ::PolygonObject* const quad = addQuad(group);
-    quad->SetMl({{0, 50, 0}, {30, 0, 0}, {0, 30, 0}, {0, 0, 30}});
-    addBend(group);
-    BaseObject* const instance = addInstance(quad, false);
-    build();
-
-    const auto* const original = polygons(quad->GetDeformCache());
-    const auto* const shown = polygons(instance->GetCache()->GetDeformCache());
-    ASSERT_NE(original, nullptr);
-    ASSERT_NE(shown, nullptr);
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_TRUE(isNear(shown->GetPointR()[i], original->GetPointR()[i]));
-        EXPECT_FALSE(isNear(shown->GetPointR()[i], quad->GetPointR()[i]));
-    }
 }
 
 } // namespace

@@ -129,13 +129,6 @@ TEST_F(BuildRefresh, followsEveryChange) {
     }
 }
 
-TEST_F(BuildRefresh, dropsDeformCachesWithTheDeformer) {
-    BaseObject* freed = bend;
-    BaseObject::Free(freed);
-    build();
-    EXPECT_EQ(mesh->GetDeformCache(), nullptr);
-}
-
 } // namespace
 
 } // namespace headless

@@ -43,12 +43,6 @@ protected:
     }
 };
 
-TEST_F(BuildWalk, neverCallsInAnEmptyDocument) {
-    Recorder walk;
-    EXPECT_TRUE(walk.Run(doc(), true, 1.0f, 20, nullptr, nullptr));
-    EXPECT_EQ(walk.names, "");
-}
-
 TEST_F(BuildWalk, visitsParentsFirstWithDataOfTheirOwn) {
     BaseObject* const a = addNamedCube("A", nullptr);
     BaseObject* const b = addNamedCube("B", a);
@@ -102,56 +96,6 @@ TEST_F(BuildWalk, endsWhenTheThreadIsToEnd) {
     EXPECT_FALSE(walk.Run(doc(), true, 1.0f, 20, nullptr, thread));
     EXPECT_EQ(walk.names, "Array0 A1c ");
     SetHostTables(hostTable());
-}
-
-TEST_F(BuildWalk, makesPlainPolygonsOfAPrimitive) {
-    BaseDocument* temporary = BaseDocument::Alloc();
-    BaseObject* const plane = BaseObject::Alloc(Oplane);
-    plane->GetDataInstance()->SetReal(PRIM_PLANE_WIDTH, 2.0f);
-    plane->GetDataInstance()->SetLong(PRIM_PLANE_SUBW, 1);
-    plane->GetDataInstance()->SetLong(PRIM_PLANE_SUBH, 1);
-    plane->SetMl({{5, 6, 7}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}});
-    plane->MakeTag(Tphong);
-    plane->MakeTag(Ttexture);
-    temporary->InsertObject(plane);
-
-    BaseObject* state = SendModelingCommand(MCOMMAND_CURRENTSTATETOOBJECT, plane, temporary);
-    ASSERT_NE(polygons(state), nullptr);
-    EXPECT_EQ(polygons(state)->GetPolygonCount(), 1);
-    EXPECT_EQ(state->GetName().GetUtf8(), "Plane");
-    EXPECT_EQ(state->GetMl().off, Vector(5, 6, 7));
-    EXPECT_EQ(state->GetDocument(), nullptr);
-    EXPECT_EQ(state->GetTopOrigin(), nullptr);
-    EXPECT_NE(state->GetTag(Ttexture), nullptr);
-    EXPECT_NE(state->GetTag(Tphong), nullptr);
-    EXPECT_EQ(state->GetTag(Tphong, 1), nullptr);
-    BaseDocument::Free(temporary);
-    BaseObject::Free(state);
-}
-
-TEST_F(BuildWalk, makesPlainObjectsOfABranch) {
-    BaseObject* const array = add(Oarray);
-    array->GetDataInstance()->SetLong(ARRAY_COPIES, 2);
-    BaseObject* const cube = addCube(array);
-    addBend(cube);
-    BaseObject* const light = add(Olight, array);
-    BaseObject* const off = addCube(array);
-    fromHost(off)->enabled = false;
-    build();
-    const Vector bent = polygons(array->GetCache()->GetDown()->GetCache()->GetDeformCache())->GetPointR()[0];
-
-    BaseObject* state = SendModelingCommand(MCOMMAND_CURRENTSTATETOOBJECT, array, doc());
-    ASSERT_EQ(state->GetType(), Onull);
-    BaseObject* const copy = state->GetDown();
-    ASSERT_NE(polygons(copy), nullptr);
-    EXPECT_EQ(polygons(copy)->GetPointR()[0], bent);
-    EXPECT_EQ(copy->GetMl(), array->GetCache()->GetDown()->GetMl());
-    EXPECT_EQ(copy->GetDown(), nullptr) << "the deformer is used up";
-    ASSERT_NE(polygons(copy->GetNext()), nullptr);
-    BaseObject* const last = copy->GetNext()->GetNext();
-    EXPECT_EQ(last->GetType(), light->GetType()) << "the input itself is left out";
-    EXPECT_EQ(last->GetNext()->GetType(), Onull);
-    BaseObject::Free(state);
 }
 
 } // namespace

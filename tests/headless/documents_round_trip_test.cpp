@@ -121,22 +121,6 @@ TEST_F(DocumentRoundTripTest, KeepsTracksToTheLastBit) {
     expectKept(document);
 }
 
-TEST_F(DocumentRoundTripTest, KeepsMaterialsLayersAndRenderSetups) {
-    const auto document = load(R"(
-        "fps": 24, "frame": 12.5, "frames": [-5, 1000],
-        "layers": [{"name": "A", "children": [{"name": "A", "id": "inner", "render": false}]}, {"id": "", "name": ""}],
-        "materials": [{"name": "", "layer": "inner", "parameters": {"MATERIAL_COLOR_SHADER": "s"},
-                       "shaders": [{"type": "Bitmap", "id": "s", "name": "s",
-                                    "shaders": [{"type": "Bitmap", "parameters": {"1000": {"file": "a.png"}}}]}]}],
-        "objects": [{"type": "Null", "layer": "A"}, {"type": "Null", "layer": ""},
-                    {"type": "Cone", "render": "off", "editor": "on", "enabled": false}],
-        "renderData": [{"name": "One", "sequence": "all", "from": 2, "to": 2.5, "parameters": {"77": 1}},
-                       {"name": "Two", "active": true, "width": 1, "height": 65536, "fps": 12,
-                        "videoPosts": [{"type": 987654321, "enabled": false, "name": "Unknown",
-                                        "parameters": {"1": 2.0}}]}])");
-    expectKept(*document);
-}
-
 TEST_F(DocumentRoundTripTest, WritesOnlyWhatDiffersAndIdsWhereTheyAreNeeded) {
     const auto document = load(R"("objects": [
         {"type": "cube", "id": "first", "name": "Box", "rotation": [0, 90, 0], "parameters": {"1101": 1, "1102": 5}},

@@ -57,23 +57,6 @@ TEST(PhongNormals, SphereIsSmoothOverQuadsAndPoles) {
     EXPECT_LT(worstError(icosahedron, normalsOf(icosahedron, {true, 80.0 * degree, {}}), round), 1e-3);
 }
 
-TEST(PhongNormals, CylinderCapIsHardAndWallSmooth) {
-    const PolyMesh cylinder = makeCylinder({});
-    const auto expected = [&](std::size_t i, const Vector& p) {
-        const Vector face = faceNormal(cylinder, i);
-        return std::abs(face.y) > 0.5f ? face : Vec3(p.x, 0.0, p.z).normalized().toVector();
-    };
-    EXPECT_LT(worstError(cylinder, normalsOf(cylinder, {true, 80.0 * degree, {}}), expected), 1e-5);
-}
-
-TEST(PhongNormals, WeightsDoNotDependOnTheDivision) {
-    // A cube's corner: one of its three sides as two triangles counts no more than the others.
-    PolyMesh corner{{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 0}, {1, 0, 1}, {0, 1, 1}}, {}, {}};
-    corner.polygons = {{0, 1, 4}, {0, 4, 2}, {0, 3, 5, 1}, {0, 2, 6, 3}};
-    const std::vector<Vector> normals = normalsOf(corner, {false, 0.0, {}});
-    EXPECT_LT(distance(normals[0], Vec3(1, 1, 1).normalized().toVector()), 1e-6);
-}
-
 /// A roof of two quads along the Z axis, and the numbers of the common edge in both.
 PolyMesh roof() {
     return {{{0, 1, 0}, {0, 1, 1}, {1, 0, 1}, {1, 0, 0}, {-1, 0, 0}, {-1, 0, 1}},
@@ -98,20 +81,6 @@ TEST(PhongNormals, BrokenEdgesAreHardFromEitherSide) {
         const std::vector<uint8_t> bytes = brokenEdgeBytes(2, std::vector<int64_t>{edge});
         EXPECT_LT(distance(normalsOf(triangles, {false, 0.0, bytes})[0], faceNormal(triangles, 0)), 1e-6);
     }
-}
-
-TEST(PhongNormals, OneHardEdgeDoesNotSplitAFanThatCloses) {
-    // Around a sphere's pole one broken edge leaves the way round the other side.
-    const PolyMesh sphere = makeSphere({1.0f, 12, SphereType::Standard});
-    const std::vector<uint8_t> bytes = brokenEdgeBytes(sphere.polygons.size(), std::vector<int64_t>{0});
-    EXPECT_LT(distance(normalsOf(sphere, {true, 80.0 * degree, bytes})[0], {0, 1, 0}), 1e-6);
-}
-
-TEST(PhongNormals, SurfacesThatOnlyTouchStayApart) {
-    PolyMesh mesh{{{0, 0, 0}, {1, 0, 0}, {0, 0, 1}, {-1, 0, 0}, {0, -1, 0}}, {{0, 1, 2}, {0, 3, 4}}, {}};
-    const std::vector<Vector> normals = normalsOf(mesh, {false, 0.0, {}});
-    EXPECT_LT(distance(normals[0], faceNormal(mesh, 0)), 1e-6);
-    EXPECT_LT(distance(normals[4], faceNormal(mesh, 1)), 1e-6);
 }
 
 TEST(PhongNormals, BadPolygonsAreZeroAndLeaveTheirNeighboursAlone) {

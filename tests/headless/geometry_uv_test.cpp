@@ -74,17 +74,6 @@ TEST(UVProjection, CornersOnTheAxisLieBetweenTheirNeighbours) {
     EXPECT_TRUE(std::isfinite(line.a.x) && std::isfinite(line.b.y));
 }
 
-TEST(UVProjection, CylindricalFallsWithTheHeight) {
-    expectNear(project(Projection::Cylindrical, face({{1, 1, 0}, {0, 1, 5}, {0, -1, 5}, {1, -3, 0}})),
-               {{0, 0, 0}, {0.25f, 0, 0}, {0.25f, 1, 0}, {0, 2, 0}});
-}
-
-TEST(UVProjection, FlatAndSpatial) {
-    const PolyMesh quad = face({{-1, 1, 0}, {1, 1, 0}, {1, -1, 1}, {-3, -1, 1}});
-    expectNear(project(Projection::Flat, quad), {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {-1, 1, 0}});
-    expectNear(project(Projection::Spatial, quad), {{0, 0, 0}, {1, 0, 0}, {1.5f, 1.5f, 0}, {-0.5f, 1.5f, 0}});
-}
-
 TEST(UVProjection, CubicGivesACubeItsOwnUVs) {
     const PolyMesh cube = makeCube({{2.0f, 2.0f, 2.0f}, 3, 2, 4});
     const auto worst = [&](const PolyMesh& mesh, const Matrix& matrix) {
@@ -103,39 +92,6 @@ TEST(UVProjection, CubicGivesACubeItsOwnUVs) {
     const PolyMesh front = face({{-1, 1, -1}, {0, 1, -1}, {0, -1, -1}, {-1, -1, -1}});
     expectNear(project(Projection::Cubic, front, mirrored),
                {{1, 0, 0}, {0.5f, 0, 0}, {0.5f, 1, 0}, {1, 1, 0}});
-}
-
-TEST(UVProjection, ShrinkWrappingRunsFromTheUpperPoleToTheRim) {
-    expectNear(project(Projection::ShrinkWrapping, face({{0, 2, 0}, {1, 0, 0}, {0, 0, 1}})),
-               {{0.5f, 0.5f, 0}, {0.75f, 0.5f, 0}, {0.5f, 0.25f, 0}});
-    const UVWStruct bottom =
-        project(Projection::ShrinkWrapping, face({{0, -1, 0}, {1e-6f, -1, 0}, {0, -1, -1e-6f}}));
-    expectNear(bottom, {{1, 0.5f, 0}, {1, 0.5f, 0}, {0.5f, 1, 0}});
-}
-
-TEST(UVProjection, CamerasThrowTheirPicture) {
-    // The camera stands 10 in front of the object, which it sees on a picture twice as wide as high.
-    ProjectionCamera camera;
-    camera.fromObject.off = {0, 0, 10};
-    camera.focalLength = 18.0f;
-    camera.apertureWidth = 36.0f;
-    camera.aspect = 2.0f;
-    const PolyMesh picture = face({{-10, 5, 0}, {10, 5, 0}, {10, -5, 0}, {-20, -10, 10}});
-    const std::vector<Vector> corners{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
-    expectNear(project(Projection::Frontal, picture, {}, camera), corners);
-    expectNear(project(Projection::CameraMapping, picture, {}, camera), corners);
-
-    camera.parallel = true;
-    camera.parallelWidth = 40.0f;
-    expectNear(project(Projection::CameraMapping, picture, {}, camera),
-               {{0.25f, 0.25f, 0}, {0.75f, 0.25f, 0}, {0.75f, 0.75f, 0}, {0, 1, 0}});
-
-    camera.parallel = false;
-    const UVWStruct behind =
-        project(Projection::Frontal, face({{0, 0, -10}, {5, 5, -20}, {1, 0, -10}}), {}, camera);
-    for (const Vector& t : {behind.a, behind.b, behind.c}) {
-        EXPECT_TRUE(std::isfinite(t.x) && std::isfinite(t.y));
-    }
 }
 
 TEST(UVProjection, NothingToWorkWithGivesNothing) {

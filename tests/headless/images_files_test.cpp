@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "headless/images/image_files.h"
 
 #include "headless/model/handles.h"
 #include "headless/tables/host_table.h"
@@ -133,55 +132,6 @@ TEST_F(ImageFilesTest, FilesOfOthersStandUpright) {
     }
 }
 
-/// Channels that the frame header of a JPEG file tells, 0 without one.
-int jpegChannels(const std::string& bytes) {
-    for (size_t at = 2; at + 9 < bytes.size() && bytes[at] == '\xff';) {
-        const auto marker = static_cast<unsigned char>(bytes[at + 1]);
-        if (marker >= 0xC0 && marker <= 0xC2) {
-            return bytes[at + 9];
-        }
-        at += 2 + static_cast<size_t>(static_cast<unsigned char>(bytes[at + 2]) * 256 +
-                                      static_cast<unsigned char>(bytes[at + 3]));
-    }
-    return 0;
-}
-
-TEST_F(ImageFilesTest, GreyIsOneChannelWithTheBrightness) {
-    BitmapOwner drawn;
-    drawQuarters(*drawn.bitmap);
-    BaseContainer settings;
-    settings.SetLong(JPGSAVER_QUALITY, 100);
-    ASSERT_EQ(drawn->Save(at("grey.jpg"), FILTER_JPG, &settings, SAVEBIT_GREYSCALE), IMAGERESULT_OK);
-    ASSERT_EQ(drawn->Save(at("colour.jpg"), FILTER_JPG, &settings, SAVEBIT_0), IMAGERESULT_OK);
-    EXPECT_EQ(jpegChannels(fileBytes(dir_ / "grey.jpg")), 1);
-    EXPECT_EQ(jpegChannels(fileBytes(dir_ / "colour.jpg")), 3);
-    BitmapOwner read;
-    ASSERT_EQ(read->Init(at("grey.jpg")), IMAGERESULT_OK);
-    // Red 240, green 10, blue 10: 0.299 * 240 + 0.701 * 10.
-    EXPECT_LE(distance(pixel(*read.bitmap, 3, 3), {79, 79, 79}), 6);
-    settings.SetLong(JPGSAVER_QUALITY, 10);
-    ASSERT_EQ(drawn->Save(at("poor.jpg"), FILTER_JPG, &settings, SAVEBIT_0), IMAGERESULT_OK);
-    EXPECT_LT(fileBytes(dir_ / "poor.jpg").size(), fileBytes(dir_ / "colour.jpg").size());
-}
-
-TEST_F(ImageFilesTest, FloatsKeepWhatBytesCut) {
-    Image image;
-    ASSERT_EQ(image.init(2, 1, 96), IMAGERESULT_OK);
-    image.setPixel(0, 0, {3.5f, -1.0f, 0.25f});
-    for (const int32_t filter : {int32_t{FILTER_EXR}, int32_t{FILTER_TIF}}) {
-        const std::filesystem::path file = (dir_ / "float").toStdString();
-        ASSERT_EQ(writeImage(file, image, {.filter = filter}), IMAGERESULT_OK);
-        Image read;
-        ASSERT_EQ(readImage(file, read), IMAGERESULT_OK);
-        EXPECT_EQ(read.pixel(0, 0), Vector(3.5f, -1.0f, 0.25f)) << filter;
-    }
-    const std::filesystem::path file = (dir_ / "bytes.png").toStdString();
-    ASSERT_EQ(writeImage(file, image, {.filter = FILTER_PNG}), IMAGERESULT_OK);
-    Image read;
-    ASSERT_EQ(readImage(file, read), IMAGERESULT_OK);
-    EXPECT_EQ(read.pixel(0, 0), Vector(1.0f, 0.0f, 64.0f / 255.0f));
-}
-
 std::string bigEndian(uint32_t value) {
     return {static_cast<char>(value >> 24), static_cast<char>(value >> 16), static_cast<char>(value >> 8),
             static_cast<char>(value)};
@@ -255,24 +205,6 @@ TEST_F(ImageFilesTest, AFailedWriteLeavesTheEarlierFile) {
     EXPECT_EQ(drawn->Save(at("a.png"), 77, nullptr, SAVEBIT_0), IMAGERESULT_PARAM_ERROR);
     BitmapOwner empty;
     EXPECT_EQ(empty->Save(at("a.png"), FILTER_PNG, nullptr, SAVEBIT_0), IMAGERESULT_PARAM_ERROR);
-}
-
-TEST_F(ImageFilesTest, PixelsOutsideReadBlackAndRowsAreOfBytes) {
-    BitmapOwner drawn;
-    drawQuarters(*drawn.bitmap);
-    drawn->SetPixel(-1, 0, 255, 255, 255);
-    drawn->SetPixel(0, 16, 255, 255, 255);
-    EXPECT_EQ(pixel(*drawn.bitmap, 32, 0), (std::array<int, 3>{}));
-    ASSERT_NE(drawn->GetRow(1), nullptr);
-    EXPECT_EQ(drawn->GetRow(1)[3 * 31 + 1], 230);
-    EXPECT_EQ(drawn->GetRow(16), nullptr);
-    ASSERT_EQ(drawn->Init(4, 4, 96), IMAGERESULT_OK);
-    EXPECT_EQ(drawn->GetRow(0), nullptr);
-    BaseBitmap* multipass = MultipassBitmap::AllocWrapper(3, 2, COLORMODE_RGB);
-    ASSERT_NE(multipass, nullptr);
-    EXPECT_EQ(multipass->GetBw(), 3);
-    BaseBitmap::Free(multipass);
-    EXPECT_EQ(MultipassBitmap::AllocWrapper(0, 2, COLORMODE_RGB), nullptr);
 }
 
 } // namespace

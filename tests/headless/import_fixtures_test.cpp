@@ -45,92 +45,6 @@ protected:
     }
 };
 
-struct Place {
-    const char* file;
-    int32_t type;
-    const char* name;
-    /// In the host's world: the place in centimetres, where Z points, and where Y does.
-    Vector position;
-    Vector forward;
-    Vector up;
-};
-
-/// By the numbers in the files, by hand: their axes and units, and the way that their format's cameras look.
-TEST_F(PackagedFixtureTest, StandAndLookWhereTheFileTells) {
-    const Place places[] = {
-        // Metres with Z up; the cameras look back along X, along X and down, turned about that axis.
-        {"Collada/cameras.dae", Ocamera, "Camera", {1000, 0, 0}, {-1, 0, 0}, {0, 0, 1}},
-        {"Collada/cameras.dae", Ocamera, "Camera_002", {-1000, 0, 0}, {1, 0, 0}, {0, 0, 1}},
-        {"Collada/cameras.dae", Ocamera, "Camera_003", {0, 0, 500}, {0, 0, -1}, {-1, 0, 0}},
-        {"Collada/lights.dae", Olight, "Lamp", {0, 100, 100}, {0, -1, 0}, {0, 0, 1}},
-        {"Collada/lights.dae", Olight, "Spot", {888.822f, 533.603f, -501.686f}, {0, -1, 0}, {0, 0, 1}},
-        // Centimetres; axes scaled by 100; its cameras look along their X, its lights shine along -Y.
-        {"FBX/spider.fbx",
-         Ocamera,
-         "Camera",
-         {748.113f, 534.367f, -650.764f},
-         {-0.654862f, -0.445245f, 0.610666f},
-         {-0.317370f, 0.895343f, 0.312469f}},
-        {"FBX/spider.fbx",
-         Olight,
-         "Lamp",
-         {407.625f, 590.386f, 100.545f},
-         {-0.566393f, -0.794672f, -0.218391f},
-         {-0.771101f, 0.604525f, -0.199883f}},
-        // Z up, no unit; from the camera to its target, upright.
-        {"3DS/TargetCameraAnim.3ds",
-         Ocamera,
-         "Camera01",
-         {-65.8677f, 0, 16.1213f},
-         {0.997261f, 0.014544f, 0.072538f},
-         {-0.014506f, 0.999894f, -0.001055f}},
-    };
-    for (const Place& place : places) {
-        const auto document = importPackaged(place.file);
-        const Object& object = *find(*document, place.type, place.name);
-        const Matrix world = object.globalMatrix();
-        const std::string what = std::string(place.file) + " " + place.name;
-        EXPECT_LT((world.off - place.position).GetLength(), 1e-2f) << what;
-        EXPECT_LT((world.axisZ - place.forward).GetLength(), 1e-4f) << what;
-        EXPECT_NEAR(world.axisX.GetLength(), 1.0f, 1e-5f) << what << ": the scale above it doesn't act";
-        EXPECT_NEAR(world.GetDeterminant(), 1.0f, 1e-5f) << what;
-        EXPECT_LT((world.axisY - place.up).GetLength(), 1e-4f) << what;
-    }
-}
-
-TEST_F(PackagedFixtureTest, CamerasHaveTheLensOfTheFile) {
-    const auto blender = importPackaged("Collada/cameras.dae");
-    const Object& camera = *find(*blender, Ocamera, "Camera");
-    EXPECT_NEAR(degrees(camera.data.GetReal(CAMERA_FOV)), 49.1343, 1e-3);
-    EXPECT_NEAR(camera.data.GetReal(CAMERA_FOCUS), 39.3767f, 1e-2f) << "the rest of the lens follows";
-    EXPECT_NEAR(degrees(find(*blender, Ocamera, "Camera_002")->data.GetReal(CAMERA_FOV)), 3.0, 1e-3);
-    EXPECT_EQ(blender->view().sceneCamera(blender.get()), &camera) << "the view looks through the first";
-
-    const auto max = importPackaged("3DS/TargetCameraAnim.3ds");
-    const Object& target = *find(*max, Ocamera, "Camera01");
-    EXPECT_NEAR(degrees(target.data.GetReal(CAMERA_FOV)), 45.0, 1e-3) << "a lens of 53.33 millimetres";
-    EXPECT_NEAR(target.data.GetReal(CAMERA_TARGET_DISTANCE), 166.735f, 1e-2f);
-
-    const auto parallel = importPackaged("glTF2/cameras/Cameras.gltf");
-    const Object* second = parallel->view().sceneCamera(parallel.get())->next;
-    ASSERT_NE(second, nullptr);
-    EXPECT_EQ(second->data.GetLong(CAMERA_PROJECTION), CAMERA_PROJECTION_PARALLEL);
-    EXPECT_NEAR(second->data.GetReal(CAMERA_ZOOM), 1024.0f / 200.0f, 1e-4f) << "two metres across";
-}
-
-TEST_F(PackagedFixtureTest, MovingCamerasMoveWithTheirPivot) {
-    const auto document = importPackaged("3DS/TargetCameraAnim.3ds");
-    Object& camera = *find(*document, Ocamera, "Camera01");
-    Object& pivot = *find(*document, Onull, "Camera01 Pivot");
-    ASSERT_EQ(camera.parent(), &pivot);
-    const Vector forward = camera.globalMatrix().axisZ;
-    // Halfway between the keys of the frames 60 and 90, at 25 frames a second.
-    applyTracks(pivot, 75.0 / 25.0);
-    const Matrix world = camera.globalMatrix();
-    EXPECT_LT((world.off - Vector(-65.8677f, -2.42505f, 16.1213f)).GetLength(), 1e-3f);
-    EXPECT_LT((world.axisZ - forward).GetLength(), 1e-5f);
-}
-
 TEST_F(PackagedFixtureTest, LightsBecomeTheHostsKinds) {
     const auto document = importPackaged("Collada/lights.dae");
     EXPECT_EQ(find(*document, Olight, "Lamp")->data.GetLong(LIGHT_TYPE), LIGHT_TYPE_OMNI);
@@ -198,19 +112,6 @@ TEST_F(FixtureImportTest, CandelaComeInALightTag) {
     const Object& moon = *find(*document, Olight, "Moon");
     EXPECT_EQ(moon.tag(LIGHT_TAG), nullptr) << "lux are no candela";
     EXPECT_EQ(moon.data.GetReal(LIGHT_BRIGHTNESS), 1.5f);
-}
-
-TEST_F(FixtureImportTest, NodesWithChildrenKeepTheirAxes) {
-    const auto document = importModel(write("lights.gltf", GLTF_LIGHTS), warnings_);
-    const Object& spot = *find(*document, Olight, "Spot");
-    ASSERT_EQ(spot.parent(), find(*document, Onull, "Spot Pivot"));
-    EXPECT_LT((spot.globalMatrix().off - Vector(100, 100, 0)).GetLength(), 1e-3f);
-    EXPECT_NEAR(spot.globalMatrix().axisZ.GetLength(), 1.0f, 1e-6f);
-    const Object& shade = *find(*document, Oinstance, "Shade");
-    EXPECT_EQ(shade.parent(), spot.parent());
-    EXPECT_NEAR(shade.globalMatrix().axisZ.GetLength(), 2.0f, 1e-6f);
-    const Object& moon = *find(*document, Olight, "Moon");
-    EXPECT_EQ(moon.parent(), find(*document, Onull, "Stand"));
 }
 
 TEST_F(FixtureImportTest, AModelWithoutACameraIsSeenWhole) {

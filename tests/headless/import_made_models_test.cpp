@@ -78,39 +78,6 @@ TEST_F(MadeModelTest, MirrorsPointsTurnsFacesAndTexturesOver) {
     EXPECT_EQ(uvw[1], (UVWStruct{{0, 1, 0}, {1, 0.75f, 0}, {1, 1, 0}, {1, 1, 0}}));
 }
 
-TEST_F(MadeModelTest, SelectsThePolygonsOfEachMaterial) {
-    const auto document = import("a.obj", QUAD_AND_PENTAGON);
-    const PolygonNode& object = polygonsOf(*document);
-    const char* const names[] = {"floor", "flap"};
-    for (int32_t i = 0; i < 2; ++i) {
-        const auto* const selection = static_cast<const SelectionTagNode*>(object.tag(Tpolygonselection, i));
-        const auto* const texture = static_cast<const TextureTagNode*>(object.tag(Ttexture, i));
-        ASSERT_TRUE(selection && texture);
-        EXPECT_EQ(selection->name, names[i]);
-        EXPECT_EQ(selection->selection.GetCount(), 1);
-        EXPECT_TRUE(selection->selection.IsSelected(i));
-        EXPECT_EQ(texture->data.GetString(TEXTURETAG_RESTRICTION).GetUtf8(), names[i]);
-        EXPECT_EQ(texture->material()->name, names[i]);
-    }
-}
-
-TEST_F(MadeModelTest, CutsLargeFacesAlongTheirInside) {
-    // An arrow's head: a fan around its first corner would leave it.
-    const auto document = import("a.obj", "v 0 0 1\nv 4 4 1\nv 0 2 1\nv -4 4 1\nv 0 -4 1\nf 1 2 3 4 5\n");
-    const PolygonNode& object = polygonsOf(*document);
-    ASSERT_EQ(object.polygons.size(), 3u);
-    float area = 0.0f;
-    for (const CPolygon& polygon : object.polygons) {
-        EXPECT_TRUE(polygon.IsTriangle());
-        const auto at = [&object](int32_t index) { return object.points[static_cast<size_t>(index)]; };
-        const Vector normal = Cross(at(polygon.b) - at(polygon.a), at(polygon.c) - at(polygon.a));
-        // Towards the viewer of the front, who in the host's space looks along +Z.
-        EXPECT_LE(normal.z, 0.0f);
-        area += normal.GetLength() / 2.0f;
-    }
-    EXPECT_FLOAT_EQ(area, 16.0f);
-}
-
 TEST_F(MadeModelTest, NormalsBecomeAPhongTagAndBrokenEdges) {
     // Three quads of a strip that is bent twice: the normals are smooth at the first bend and not at the
     // second.
@@ -148,20 +115,6 @@ TEST_F(MadeModelTest, ShowsRepeatedMeshesAsRenderInstances) {
     }
     EXPECT_EQ(polygons->next->name, "Child");
     EXPECT_EQ(polygons->next->matrix.off, Vector(100, 200, -300));
-}
-
-TEST_F(MadeModelTest, TakesUnitsFromTheFileAndKeepsAnyName) {
-    const auto document = import(
-        "a.dae", collada("<node id=\"a\" name=\"W\xC3\xBCrfel &lt;&amp;&quot;&gt; \xF0\x9F\xA6\x86\">" +
-                             std::string(SHOWN) + "</node>",
-                         "0.0254"));
-    const Object& object = *document->objects().first();
-    EXPECT_EQ(object.name, "W\xC3\xBCrfel <&\"> \xF0\x9F\xA6\x86");
-    EXPECT_EQ(object.matrix, Matrix());
-    // Inches; what stands in the file comes out without the noise of a scale.
-    EXPECT_EQ(polygonsOf(*document).points,
-              (std::vector<Vector>{{0, 0, 0}, {0, 7.62f, -10.16f}, {5.08f, 0, 0}}));
-    EXPECT_EQ(describe(*saveAndLoad(*document)), describe(*document));
 }
 
 TEST_F(MadeModelTest, LeavesOutTheMeshThatIsBrokenAndSaysSo) {

@@ -53,16 +53,6 @@ TEST_F(ModelAnimation, givesTheValueBetweenKeys) {
     }
 }
 
-TEST_F(ModelAnimation, countsWholeNumbersFromTheEarlierKey) {
-    Track rising, falling;
-    rising.keys = {{0.0, GeData(0)}, {1.0, GeData(1)}};
-    falling.keys = {{0.0, GeData(4)}, {1.0, GeData(0)}};
-    EXPECT_EQ(valueAt(rising, 0.99).GetLong(), 0);
-    EXPECT_EQ(valueAt(rising, 1.0).GetLong(), 1);
-    EXPECT_EQ(valueAt(falling, 0.24).GetLong(), 4);
-    EXPECT_EQ(valueAt(falling, 0.25).GetLong(), 3);
-}
-
 TEST_F(ModelAnimation, movesABranchToFractionalFrames) {
     BaseObject* const parent = add(Onull);
     BaseObject* const child = addCube(parent);
@@ -88,49 +78,6 @@ TEST_F(ModelAnimation, movesABranchToFractionalFrames) {
     EXPECT_EQ(doc()->GetTime(), BaseTime(0.0)) << "the document's time stays";
     build();
     EXPECT_TRUE(isNear(child->GetRad(), {100, 125, 100}));
-}
-
-TEST_F(ModelAnimation, movesTheWholeDocument) {
-    BaseMaterial* const material = BaseMaterial::Alloc(Mmaterial);
-    doc()->InsertMaterial(material);
-    Track colour = vectorTrack(Channel::parameter, {0, 0, 0}, {1, 1, 1});
-    colour.parameter = MATERIAL_COLOR_COLOR;
-    addTrack(material, colour);
-    BaseObject* const object = add(Onull);
-    addTrack(object, vectorTrack(Channel::position, {0, 0, 0}, {0, 8, 0}));
-
-    doc()->SetTime(BaseTime(1.0, 4.0));
-    doc()->AnimateDocument(nullptr, true);
-    EXPECT_EQ(material->GetDataInstance()->GetVector(MATERIAL_COLOR_COLOR), Vector(0.25f, 0.25f, 0.25f));
-    EXPECT_EQ(object->GetMl().off, Vector(0, 2, 0));
-}
-
-TEST_F(ModelAnimation, keepsWhatIsNotAnimated) {
-    BaseObject* const object = add(Onull);
-    const Matrix sheared({1, 2, 3}, {1, 0.5f, 0}, {0, 1, 0}, {0, 0.25f, 1});
-    object->SetMl(sheared);
-    Track x;
-    x.channel = Channel::position;
-    x.component = 0;
-    x.keys = {{0.0, GeData(0.0)}, {1.0, GeData(1.0)}};
-    addTrack(object, x);
-    doc()->AnimateObject(object, BaseTime(0.5), 0);
-    EXPECT_EQ(object->GetMl(), Matrix({0.5f, 2, 3}, sheared.axisX, sheared.axisY, sheared.axisZ));
-}
-
-/// Angles that the rotation must keep through any scale: zero, mirrored, and back.
-TEST_F(ModelAnimation, keepsTheRotationThroughScales) {
-    BaseObject* const object = add(Onull);
-    const Matrix rotation = rotationFromHPB({0.3f, -0.4f, 0.5f});
-    object->SetMl(rotation);
-    addTrack(object, vectorTrack(Channel::scale, {1, 1, 1}, {1, -1, 1}));
-    for (const double time : {0.0, 0.5, 1.0, 1.0, 0.75, 0.25, 0.0}) {
-        doc()->AnimateObject(object, BaseTime(time), 0);
-        const float scale = 1.0f - 2.0f * static_cast<float>(time);
-        EXPECT_TRUE(isNear(object->GetMl().axisX, rotation.axisX)) << time;
-        EXPECT_TRUE(isNear(object->GetMl().axisY, rotation.axisY * scale)) << time;
-        EXPECT_TRUE(isNear(object->GetMl().axisZ, rotation.axisZ)) << time;
-    }
 }
 
 /// One angle is animated, the others aren't: they must not be worn down by thousands of samples.
@@ -197,23 +144,6 @@ TEST_F(ModelAnimation, turnsByHeadingPitchAndBank) {
             EXPECT_TRUE(isNear(hpbFromRotation(rotationFromHPB(hpb)), hpb, 1e-4f));
         }
     }
-}
-
-TEST_F(ModelAnimation, turnsTheShortestWay) {
-    BaseObject* const object = add(Onull);
-    Track track;
-    track.channel = Channel::orientation;
-    // From 170 degrees to 190: by the numbers of a quaternion's matrix, through 180.
-    track.keys = {{0.0, GeData(rotationFromHPB({pi * 17 / 18, 0, 0}))},
-                  {1.0, GeData(rotationFromHPB({-pi * 17 / 18, 0, 0}))}};
-    addTrack(object, track);
-    doc()->AnimateObject(object, BaseTime(0.5), 0);
-    EXPECT_TRUE(isNear(object->GetMl().axisZ, {0, 0, -1}));
-    doc()->AnimateObject(object, BaseTime(0.25), 0);
-    EXPECT_TRUE(isNear(object->GetMl().axisZ, rotationFromHPB({pi * 35 / 36, 0, 0}).axisZ));
-
-    EXPECT_TRUE(isNear(rotationFromQuaternion(std::cos(0.2), 0, std::sin(0.2), 0).axisZ,
-                       rotationFromHPB({-0.4f, 0, 0}).axisZ));
 }
 
 } // namespace

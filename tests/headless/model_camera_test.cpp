@@ -4,11 +4,9 @@
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 #include "headless/model/primitive_ids.h"
-#include "headless/model/track.h"
 #include "host/object.h"
 
 #include <cmath>
-#include <limits>
 
 // Focal length, film and field of view of a camera are one thing, whoever sets them.
 
@@ -52,25 +50,6 @@ TEST_F(CameraLensTest, SettingAParameterMovesTheOthers) {
     expectLens(*camera, 48, 24, "no part of the lens");
 }
 
-TEST_F(CameraLensTest, ValuesOfNoLensLeaveTheOthers) {
-    const struct {
-        int32_t id;
-        float value;
-    } cases[] = {{CAMERA_FOCUS, 0.0f},    {CAMERA_FOCUS, -3.0f},
-                 {CAMERA_APERTURE, 0.0f}, {CAMERA_FOV, 0.0f},
-                 {CAMERA_FOV, 3.2f},      {CAMERA_FOV, std::numeric_limits<float>::quiet_NaN()}};
-    for (const auto& test : cases) {
-        const std::unique_ptr<Object> camera = createObject(Ocamera);
-        BaseContainer expected = camera->data;
-        camera->setParameter(test.id, GeData(test.value));
-        for (const int32_t id : {CAMERA_FOCUS + 0, CAMERA_APERTURE + 0, CAMERA_FOV + 0}) {
-            if (id != test.id) {
-                EXPECT_EQ(camera->data.GetReal(id), expected.GetReal(id)) << test.id << " = " << test.value;
-            }
-        }
-    }
-}
-
 TEST_F(CameraLensTest, DocumentsTellItInAnyWords) {
     const struct {
         const char* parameters;
@@ -93,19 +72,6 @@ TEST_F(CameraLensTest, DocumentsTellItInAnyWords) {
         EXPECT_EQ(kept.focus, lens.focus) << test.parameters;
         EXPECT_EQ(kept.view, lens.view) << test.parameters;
     }
-}
-
-TEST_F(CameraLensTest, TracksMoveTheWholeLens) {
-    const auto document =
-        loadCamera(R"("tracks": [{"parameter": "CAMERA_FOCUS", "keys": [[0, 30], [10, 90]]}])");
-    Object& camera = *document->objects().first();
-    applyTracks(camera, 0.75);
-    expectLens(camera, 75, 36, "focal length");
-
-    const auto zoom = loadCamera(
-        R"("tracks": [{"parameter": "CAMERA_FOV", "keys": [[0, {"degrees": 30}], [10, {"degrees": 90}]]}])");
-    applyTracks(*zoom->objects().first(), 1.0);
-    expectLens(*zoom->objects().first(), 18, 36, "field of view");
 }
 
 } // namespace

@@ -49,26 +49,6 @@ TEST_F(ModelLinks, goNullWhenTheTargetDies) {
     EXPECT_EQ(from->GetNext(), nullptr);
 }
 
-TEST_F(ModelLinks, areOfTheTargetsDocumentAndType) {
-    BaseObject* const target = addCube();
-    const BaseLink link(target);
-    BaseDocument* other = BaseDocument::Alloc();
-
-    EXPECT_EQ(link.GetLink(doc(), Obase), target);
-    EXPECT_EQ(link.GetLink(doc(), Ocube), target);
-    EXPECT_EQ(link.GetLink(doc(), Osphere), nullptr);
-    EXPECT_EQ(link.GetLink(other), nullptr);
-    target->Remove();
-    EXPECT_EQ(target->GetDocument(), nullptr);
-    EXPECT_EQ(link.GetLink(), target);
-    EXPECT_EQ(link.GetLink(doc()), nullptr);
-
-    other->InsertObject(target);
-    EXPECT_EQ(link.GetLink(other), target);
-    BaseDocument::Free(other);
-    EXPECT_EQ(link.GetLink(), nullptr);
-}
-
 TEST_F(ModelLinks, inCopiesLeadToTheCopiesOfWhatWasCopied) {
     BaseObject* const parent = add(Onull);
     BaseObject* const inside = addCube(parent);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "headless/model_fixture.h"
+#include "host/atomarray.h"
 
 namespace headless {
 
@@ -49,62 +50,6 @@ TEST_F(ModelTree, takesObjectsAtTheNamedPlaces) {
     BaseObject::Free(removed);
 }
 
-TEST_F(ModelTree, keepsTagsInTheirOrder) {
-    BaseObject* const cube = addCube();
-    BaseTag* const first = cube->MakeTag(Ttexture);
-    BaseTag* const phong = cube->MakeTag(Tphong);
-    BaseTag* const second = cube->MakeTag(Ttexture);
-    BaseTag* const front = BaseTag::Alloc(Tmotionblur);
-    cube->InsertTag(front);
-
-    EXPECT_EQ(cube->GetFirstTag(), front);
-    EXPECT_EQ(front->GetNext(), first);
-    EXPECT_EQ(cube->GetLastTag(), second);
-    EXPECT_EQ(cube->GetTag(Ttexture, 1), second);
-    EXPECT_EQ(cube->GetTag(Ttexture, 2), nullptr);
-    EXPECT_EQ(phong->GetObject(), cube);
-    EXPECT_EQ(phong->GetDocument(), doc());
-    phong->Remove();
-    EXPECT_EQ(first->GetNext(), second);
-    EXPECT_EQ(phong->GetObject(), nullptr);
-    BaseTag* freed = phong;
-    BaseTag::Free(freed);
-    EXPECT_EQ(BaseTag::Alloc(Ocube), nullptr) << "an object's number names no tag";
-}
-
-TEST_F(ModelTree, givesLayersWithThoseAboveThem) {
-    Layer& upper = document->appendLayer(std::make_unique<Layer>());
-    Layer& lower = upper.insertChild(std::make_unique<Layer>(), nullptr);
-    BaseObject* const cube = addCube();
-    EXPECT_EQ(cube->GetLayerData(doc()), nullptr);
-
-    fromHost(cube)->setLayer(&lower);
-    upper.setOwnFlags({.view = true, .render = false, .manager = true});
-    EXPECT_TRUE(cube->GetLayerData(doc(), true)->render);
-    EXPECT_FALSE(cube->GetLayerData(doc())->render);
-    build();
-    EXPECT_FALSE(cube->GetCache()->GetLayerData(doc())->render);
-    upper.setOwnFlags({});
-    EXPECT_TRUE(cube->GetLayerData(doc())->render);
-    EXPECT_EQ(addCube(cube)->GetLayerData(doc()), nullptr) << "children have layers of their own";
-
-    removeNode(upper);
-    EXPECT_EQ(cube->GetLayerData(doc()), nullptr);
-}
-
-TEST_F(ModelTree, composesMatrices) {
-    BaseObject* const parent = add(Onull);
-    BaseObject* const child = add(Onull, parent);
-    parent->SetMl({{10, 0, 0}, {0, 2, 0}, {-2, 0, 0}, {0, 0, 2}});
-    child->SetMl({{1, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}});
-    EXPECT_TRUE(isNear(child->GetMg().off, {10, 2, 0}));
-    EXPECT_TRUE(isNear(child->GetMg().axisX, {0, 2, 0}));
-
-    child->SetMg(Matrix({10, 4, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}));
-    EXPECT_TRUE(isNear(child->GetMl().off, {2, 0, 0}));
-    EXPECT_TRUE(isNear(child->GetMg().axisX, {1, 0, 0}));
-}
-
 TEST_F(ModelTree, isDeeperThanTheStack) {
     constexpr int depth = 20000;
     BaseObject* deepest = add(Onull);
@@ -132,37 +77,28 @@ TEST_F(ModelTree, isDeeperThanTheStack) {
     BaseObject::Free(state);
 }
 
-TEST_F(ModelTree, nestsShadersAndLayersDeeperThanTheStack) {
-    Material& material = document->appendMaterial(createMaterial(Mmaterial));
-    Shader* shader = &material.insertShader(createShader(Xbitmap));
-    Layer* layer = &document->appendLayer(std::make_unique<Layer>());
-    for (int i = 0; i < 20000; ++i) {
-        shader = &shader->insertChild(createShader(Xbitmap), nullptr);
-        layer = &layer->insertChild(std::make_unique<Layer>(), nullptr);
+TEST_F(ModelTree, givesSelectionsInTheOrderOfTheDocument) {
+    BaseObject* const parent = addCube();
+    BaseObject* const child = addCube(parent);
+    BaseObject* const last = addCube();
+    BaseTag* const tag = parent->MakeTag(Tphong);
+    BaseMaterial* const material = BaseMaterial::Alloc(Mmaterial);
+    doc()->InsertMaterial(material);
+    doc()->InsertMaterial(BaseMaterial::Alloc(Mmaterial));
+    const std::vector<BaseList2D*> chosen{tag, child, last, material};
+    for (BaseList2D* const node : chosen) {
+        fromHost(node)->info |= BIT_ACTIVE;
     }
-    EXPECT_EQ(shader->material(), &material);
-    std::unique_ptr<Document> copy = clone(*document);
-    EXPECT_NE(copy->materials().first()->shaders().first()->children().first(), nullptr);
-}
-
-TEST_F(ModelTree, makesObjectsWithTheirTypesDefaults) {
-    for (const NodeTypeInfo* const type : NodeTypes::instance().all()) {
-        if (type->kind != NodeKind::object) {
-            continue;
-        }
-        BaseObject* object = BaseObject::Alloc(type->id);
-        EXPECT_EQ(object->GetName().GetUtf8(), type->name);
-        EXPECT_TRUE(object->IsInstanceOf(Obase));
-        EXPECT_EQ(object->GetRenderMode(), MODE_UNDEF);
-        EXPECT_TRUE(object->GetDeformMode());
-        BaseObject::Free(object);
+    AtomArray selection;
+    doc()->GetSelection(selection);
+    ASSERT_EQ(selection.GetCount(), 4);
+    for (int32_t i = 0; i < 4; ++i) {
+        EXPECT_EQ(selection.GetIndex(i), chosen[static_cast<size_t>(i)]) << i;
     }
-    EXPECT_EQ(findParameter(Osphere, "PRIM_SPHERE_RAD")->id, 1110);
-    EXPECT_EQ(findParameter(Osphere, 1110)->name, "PRIM_SPHERE_RAD");
-    EXPECT_FALSE(findParameter(Osphere, "PRIM_CUBE_SIZE"));
-    EXPECT_EQ(NodeTypes::instance().findByName(NodeKind::object, "cUBE")->id, Ocube);
-    EXPECT_EQ(NodeTypes::instance().findByName(NodeKind::object, "5159")->id, Ocube);
-    EXPECT_EQ(NodeTypes::instance().findByName(NodeKind::tag, "Cube"), nullptr);
+    AtomArray materials;
+    doc()->GetActiveMaterials(materials);
+    ASSERT_EQ(materials.GetCount(), 1);
+    EXPECT_EQ(materials.GetIndex(0), material);
 }
 
 } // namespace

@@ -33,16 +33,6 @@ TEST_F(ModelUndo, takesChangesBackInPlace) {
     EXPECT_FALSE(doc()->DoUndo());
 }
 
-TEST_F(ModelUndo, removesWhatIsNew) {
-    addCube();
-    BaseObject* const fresh = addCube();
-    const BaseLink link(fresh);
-    doc()->AddUndo(UNDOTYPE_NEW, fresh);
-    EXPECT_TRUE(doc()->DoUndo());
-    EXPECT_EQ(link.GetLink(), nullptr);
-    EXPECT_EQ(doc()->GetFirstObject()->GetNext(), nullptr);
-}
-
 TEST_F(ModelUndo, bringsDeletedBranchesBackWithLinksToThem) {
     BaseObject* const first = add(Onull);
     BaseObject* const branch = add(Onull);
@@ -71,45 +61,6 @@ TEST_F(ModelUndo, bringsDeletedBranchesBackWithLinksToThem) {
 
     BaseObject::Free(freed = back);
     EXPECT_EQ(last->GetDataInstance()->GetLink(INSTANCEOBJECT_LINK, nullptr), nullptr);
-}
-
-TEST_F(ModelUndo, bringsEveryKindBackToItsPlace) {
-    Material& material = document->appendMaterial(createMaterial(Mmaterial));
-    document->appendMaterial(createMaterial(Mmaterial));
-    Shader& shader = material.insertShader(createShader(Xbitmap));
-    Shader& inner = shader.insertChild(createShader(Xbitmap), nullptr);
-    Layer& layer = document->appendLayer(std::make_unique<Layer>());
-    Layer& subLayer = layer.insertChild(std::make_unique<Layer>(), nullptr);
-    BaseObject* const cube = addCube();
-    Tag& tag = *fromHost(cube->MakeTag(Tphong));
-    Node* const nodes[] = {&inner, &shader, &material, &subLayer, &layer, &tag};
-    for (Node* const node : nodes) {
-        document->undo().start();
-        document->undo().add(UNDOTYPE_DELETE, *node);
-        removeNode(*node);
-        document->undo().end();
-    }
-    EXPECT_EQ(document->undo().groupCount(), std::size(nodes));
-    while (document->undo().undo()) {
-    }
-    Material* const again = document->materials().first();
-    ASSERT_NE(again->next, nullptr);
-    ASSERT_NE(again->shaders().first(), nullptr);
-    EXPECT_NE(again->shaders().first()->children().first(), nullptr);
-    ASSERT_NE(document->layers().first(), nullptr);
-    EXPECT_NE(document->layers().first()->children().first(), nullptr);
-    EXPECT_NE(cube->GetTag(Tphong), nullptr);
-}
-
-TEST_F(ModelUndo, keepsWhatWasOnlyMoved) {
-    BaseObject* const cube = addCube();
-    BaseObject* const parent = add(Onull);
-    doc()->AddUndo(UNDOTYPE_DELETE, cube);
-    cube->InsertUnder(parent);
-    EXPECT_TRUE(doc()->DoUndo());
-    EXPECT_EQ(doc()->GetFirstObject(), parent);
-    EXPECT_EQ(parent->GetDown(), cube);
-    EXPECT_EQ(cube->GetNext(), nullptr);
 }
 
 TEST_F(ModelUndo, forgetsTheOldestGroups) {

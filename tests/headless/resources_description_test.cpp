@@ -108,40 +108,6 @@ TEST(DescriptionFile, ElementsWithAllTheirProperties) {
     EXPECT_EQ(entries[9].defaultValue, Value());
 }
 
-TEST(DescriptionFile, GroupsHostPagesAndIncludes) {
-    const TestFolder files;
-    files.writeDescription("Tpart", "PART_GROUP = 5, PART_A = 6, PART_B = 7",
-                           "GROUP PART_GROUP { BOOL PART_A { } BOOL PART_B { } }",
-                           "PART_GROUP \"Part\"; PART_A \"Part's own\"; PART_B \"B\";");
-    files.writeDescription(
-        "Tx", "A = 10, B = 11",
-        "INCLUDE Texpression; INCLUDE Tpart; HIDE PART_B;\n"
-        "GROUP ID_TAGPROPERTIES { BOOL A { } GROUP { DEFAULT 1; COLUMNS 3; SCALE_H; BOOL B { } } }",
-        "PART_A \"Renamed\";");
-    ResourceFolder folder(files.root());
-    const auto loaded = folder.loadDescription("Tx");
-    ASSERT_TRUE(loaded) << loaded.error;
-
-    const Entry* part = loaded->findSymbol("PART_A");
-    ASSERT_NE(part, nullptr);
-    EXPECT_EQ(part->label, "Renamed");
-    EXPECT_EQ(part->origin, "Tpart");
-    EXPECT_FALSE(part->hidden);
-    EXPECT_TRUE(loaded->findSymbol("PART_B")->hidden);
-
-    const Entry* inner = loaded->find(11);
-    ASSERT_NE(inner, nullptr);
-    EXPECT_EQ(inner->origin, "Tx");
-    const std::vector<const Entry*> path = loaded->groupPath(*inner);
-    ASSERT_EQ(path.size(), 2u);
-    EXPECT_EQ(path[0]->label, "Tag Properties");
-    EXPECT_EQ(path[1]->id, 0);
-    EXPECT_TRUE(path[1]->open);
-    EXPECT_EQ(path[1]->columns, 3);
-    EXPECT_EQ(loaded->find(0), nullptr);
-    EXPECT_EQ(loaded->findSymbol(""), nullptr);
-}
-
 TEST(DescriptionFile, FaultsNamePlaceAndCure) {
     struct Case {
         const char* body;
@@ -205,35 +171,6 @@ TEST(DescriptionFile, IncludeCyclesAndChainsAreBounded) {
         files.writeDescription("Tc" + std::to_string(i), "", "INCLUDE Tc" + std::to_string(i + 1) + ";");
     EXPECT_EQ(files.errorOf("Tc0"),
               "description/Tc16.res:3:1: descriptions include each other more than 16 deep; include fewer");
-}
-
-TEST(ResourceFolder, LoadsOnceAndWithoutRegardToCase) {
-    const TestFolder files;
-    files.writeDescription("Tx", "A = 10", "BOOL A { }", "Tx \"Title\"; A \"a\";");
-    ResourceFolder folder(files.root());
-    const auto first = folder.loadDescription("TX");
-    ASSERT_TRUE(first) << first.error;
-    EXPECT_EQ(first->name, "Tx");
-    EXPECT_EQ(first->label, "Title");
-    files.writeDescription("Tx", "", "");
-    EXPECT_EQ(folder.loadDescription("tx").value, first.value);
-}
-
-TEST(ResourceFolder, IconsWithoutRegardToCase) {
-    const TestFolder files;
-    files.write("About.tif", "");
-    files.write("ABOUT.tif", "");
-    files.write("folder.tif/inside.tif", "");
-    const ResourceFolder folder(files.root());
-    const auto nameOf = [&](const std::string& name) {
-        const auto icon = folder.findIcon(name);
-        return icon ? icon->filename().string() : "none";
-    };
-    EXPECT_EQ(nameOf("About.tif"), "About.tif");
-    EXPECT_EQ(nameOf("about.TIF"), "ABOUT.tif");
-    for (const std::string name : {"", ".", "..", "bout.tif", "folder.tif", "folder.tif/inside.tif",
-                                   "../About.tif", "folder.tif\\inside.tif"})
-        EXPECT_EQ(nameOf(name), "none") << name;
 }
 
 TEST(ResourceFolder, MissingFilesAreTexts) {

@@ -9,13 +9,11 @@
 #include <map>
 #include <string>
 #include <variant>
-#include <vector>
 
 #include "headless/resources/file_lookup.h"
 #include "headless/resources/resource_folder.h"
 #include "headless/resources/symbol_table.h"
 // Plug-in code may include them together, so their names must not collide.
-#include "res/c4d_symbols.h"
 #include "res/description/Mquenzamaterial.h"
 #include "res/description/Oquenzainstance.h"
 #include "res/description/Oquenzasectionplane.h"
@@ -114,25 +112,6 @@ TEST(ShippedResources, EverythingThatShowsHasALabel) {
     }
 }
 
-TEST(ShippedResources, DefaultsLieWithinRangesAndCycles) {
-    ResourceFolder folder = shippedFolder();
-    for (const char* name : descriptionNames) {
-        for (const Entry& entry : folder.loadDescription(name)->entries) {
-            const int32_t* whole = std::get_if<int32_t>(&entry.defaultValue);
-            const double* real = std::get_if<double>(&entry.defaultValue);
-            if (whole == nullptr && real == nullptr)
-                continue;
-            const double value = whole != nullptr ? *whole : *real;
-            EXPECT_GE(value, entry.min.value_or(value)) << name << " " << entry.symbol;
-            EXPECT_LE(value, entry.max.value_or(value)) << name << " " << entry.symbol;
-            bool listed = entry.cycle.empty();
-            for (const CycleItem& item : entry.cycle)
-                listed = listed || item.value == value;
-            EXPECT_TRUE(listed) << name << " " << entry.symbol;
-        }
-    }
-}
-
 TEST(ShippedResources, EveryNameOfAHeaderIsUsedInItsDescription) {
     ResourceFolder folder = shippedFolder();
     for (const char* name : descriptionNames) {
@@ -151,39 +130,6 @@ TEST(ShippedResources, EveryNameOfAHeaderIsUsedInItsDescription) {
                 unused.erase(item.symbol);
         }
         EXPECT_TRUE(unused.empty()) << name << ": " << unused.begin()->first;
-    }
-}
-
-TEST(ShippedResources, NumberedTexts) {
-    ResourceFolder folder = shippedFolder();
-    const auto strings = folder.strings();
-    ASSERT_TRUE(strings) << strings.error;
-    std::vector<int32_t> expected;
-    for (int32_t number = 1; number <= 22; ++number)
-        expected.push_back(number);
-    for (const int32_t number : {10000, 10002, 10005, 10006, 10009, 10010, 10011, 10014, 10016, 10019, 10020,
-                                 10022, 10023, 10024, 10025, 10026, 10028})
-        expected.push_back(number);
-    std::vector<int32_t> numbers;
-    for (const auto& [number, text] : strings->all()) {
-        numbers.push_back(number);
-        EXPECT_NE(text, "") << number;
-    }
-    EXPECT_EQ(numbers, expected);
-    EXPECT_EQ(folder.loadString(IDS_RENDER), "Render with Quenza");
-    EXPECT_EQ(folder.loadString(10001), std::nullopt);
-}
-
-TEST(ShippedResources, IconsOfTheRegistrations) {
-    const ResourceFolder folder = shippedFolder();
-    for (const char* name :
-         {"LightTag.tif", "ExitPortal.tif", "CameraTag.tif", "subdivtag.tif", "animationtag.tif", "About.tif",
-          "ConvertMats.tif", "Export.tif", "instance.tif", "materialhelper.tif", "resume.tif", "pause.tif",
-          "convertmats.tif", "tonemapping.tif"}) {
-        const auto icon = folder.findIcon(name);
-        ASSERT_TRUE(icon) << name;
-        const std::string bytes = readTextFile(*icon);
-        EXPECT_EQ(bytes.substr(0, 4), std::string("II*\0", 4)) << name;
     }
 }
 

@@ -85,26 +85,6 @@ TEST_F(Lifecycle, TellsThePluginOfTheEndAfterItsDocumentsAreGone) {
     EXPECT_EQ(activeDocument(), nullptr);
 }
 
-TEST_F(Lifecycle, KeepsRegistrationsInOrder) {
-    startWorking();
-    std::string rows;
-    for (const auto& registration : host().registrations().all()) {
-        rows += std::string(kindName(registration->kind)) + " " + std::to_string(registration->info.id) +
-                " " + registration->info.name.GetUtf8() + "\n";
-    }
-    EXPECT_EQ(rows, "message 9000001 Show Message\n"
-                    "command 9000002 Work\n"
-                    "command 9000003 Ask\n"
-                    "command 9000004 Throwing Thread\n"
-                    "command 9000011 Throwing\n"
-                    "command 9000005 Disabled\n"
-                    "command 9000006 Unwilling\n"
-                    "command 9000007 Other Thread\n"
-                    "command 9000008 Form\n"
-                    "command 9000009 Leave\n"
-                    "tag 9000010 Test Tag\n");
-}
-
 TEST_F(Lifecycle, RunsCommandsOrTellsWhyNot) {
     startWorking();
     EXPECT_EQ(thrownMessage<HostError>([&] { host().executeCommand(TEST_DISABLED); }),
@@ -113,32 +93,6 @@ TEST_F(Lifecycle, RunsCommandsOrTellsWhyNot) {
               "The command \"Throwing\" ended with an exception: no idea");
     EXPECT_EQ(thrownMessage<HostError>([&] { host().executeCommand(TEST_TAG); }),
               "There is no command 9000010 in " + testPlugin("working").string());
-}
-
-TEST_F(Lifecycle, DescribesANodeAsThePluginWantsIt) {
-    startWorking();
-    const std::unique_ptr<Tag> tag = createTag(TEST_TAG);
-    ASSERT_NE(tag, nullptr);
-    const auto row = [&](size_t index) {
-        const DescribedParameter parameter = describe(toHost(tag.get())).at(index);
-        return parameter.entry->symbol + (parameter.hidden ? " hidden" : "") +
-               (parameter.enabled ? "" : " disabled");
-    };
-    const auto first = describe(toHost(tag.get()));
-    const auto amount = std::ranges::find(first, 1001, &DescribedParameter::id);
-    ASSERT_NE(amount, first.end());
-    const auto at = static_cast<size_t>(amount - first.begin());
-    EXPECT_EQ(amount->properties.GetString(DESC_NAME), String("Amount"));
-    EXPECT_EQ(amount->properties.GetReal(DESC_MAX), 2.0f);
-    EXPECT_EQ(amount->properties.GetReal(DESC_DEFAULT), 0.5f);
-    EXPECT_EQ(row(at), "TEST_AMOUNT disabled");
-    EXPECT_EQ(row(at + 1), "TEST_SECRET hidden");
-    tag->data.SetBool(1003, true);
-    EXPECT_EQ(row(at + 1), "TEST_SECRET");
-    EXPECT_EQ(first.at(at + 3).properties.GetContainer(DESC_CYCLE).GetString(1), String("Second"));
-
-    const std::unique_ptr<Object> cube = createObject(Ocube);
-    EXPECT_TRUE(describe(toHost(cube.get())).empty());
 }
 
 TEST_F(Lifecycle, TakesTheFixedClockFromTheEnvironment) {

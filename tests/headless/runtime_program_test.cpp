@@ -5,7 +5,6 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <sstream>
 
 namespace headless {
 namespace {
@@ -87,53 +86,6 @@ TEST_F(Program, ListsWhatWasRegistered) {
     }
 }
 
-TEST_F(Program, DescribesAClassWithTheValuesOfADocument) {
-    Quenza::writeBytes(temp_ / "metres.json", R"({"format": "quenza-headless-document", "version": 1,
-        "unit": "m", "objects": [{"type": "Cube"}], "renderData": [{"name": "Final", "videoPosts": [
-            {"type": 1020896, "parameters": {"RS_GPU": true}},
-            {"type": 1020896, "parameters": {"1386": "Custom", "RS_CUSTOM_UNIT_SCALE": 0.5}}]}]})");
-    const auto list = [this](Lines more) {
-        Lines words = {"--plugin", QUENZA_BIN_DIR "/cquenza.so", "list", "descriptions"};
-        words.insert(words.end(), more.begin(), more.end());
-        return run(words);
-    };
-    const std::string heading = "oquenzarendersettings (video post 1020896, \"Quenza Render Settings\")";
-    const auto row = [this](const std::string& name, size_t after) {
-        const size_t start = out_.find(name, after);
-        const size_t end = out_.find('\n', start);
-        std::istringstream cells(out_.substr(start, end - start));
-        std::string text;
-        for (std::string cell; cells >> cell;) {
-            text += cell + " ";
-        }
-        return text;
-    };
-    ASSERT_EQ(list({"oquenzarendersettings", "--document", path("metres.json")}), 0) << errors_;
-    EXPECT_EQ(out_.substr(0, out_.find('\n')), heading + " of Final");
-    const size_t second = out_.find("\n\n" + heading + " of Final\n");
-    ASSERT_NE(second, std::string::npos);
-    EXPECT_EQ(row("RS_UNIT ", 0), "RS_UNIT LONG 1388 yes yes Document Unit ") << "the document's unit";
-    EXPECT_EQ(row("RS_CUSTOM_UNIT_SCALE", 0), "RS_CUSTOM_UNIT_SCALE REAL 1 1 no yes Meters per Unit ");
-    EXPECT_EQ(row("RS_MODE ", 0), "RS_MODE LONG 1338 1338 yes no Render Mode ");
-    EXPECT_EQ(row("RS_MODE ", second), "RS_MODE LONG 1338 1338 yes yes Render Mode ");
-    EXPECT_EQ(row("RS_CUSTOM_UNIT_SCALE", second),
-              "RS_CUSTOM_UNIT_SCALE REAL 1 0.5 yes yes Meters per Unit ");
-    EXPECT_EQ(row("RS_TURBIDITY", 0), "RS_TURBIDITY REAL 2.4 2.4 no no Turbidity ") << "in a hidden group";
-
-    ASSERT_EQ(list({"--document", path("metres.json")}), 0);
-    EXPECT_EQ(out_.find("Tag"), std::string::npos) << "the document has no tag";
-    ASSERT_EQ(list({"1021223", "--document", path("metres.json")}), 0);
-    EXPECT_EQ(out_.substr(0, out_.find('\n')),
-              "TMyExitPortal (tag 1021223, \"Quenza Exit Portal\"), a new one");
-    ASSERT_EQ(list({}), 0);
-    EXPECT_NE(out_.find("\nOquenzasectionplane (object 1028908, \"Quenza Section Plane\")\n"),
-              std::string::npos);
-    EXPECT_EQ(list({"TCamera"}), 2);
-    EXPECT_NE(errors_.find("The plug-in describes no class TCamera; is TCameraTag meant?\n"),
-              std::string::npos);
-    EXPECT_EQ(run({"--plugin", QUENZA_BIN_DIR "/cquenza.so", "list", "plugins", "TCameraTag"}), 2);
-}
-
 TEST_F(Program, EndsWithTheStatusOfWhatHappened) {
     const std::string working = testPlugin("working").string();
     const struct {
@@ -162,14 +114,6 @@ TEST_F(Program, EndsWithTheStatusOfWhatHappened) {
         EXPECT_EQ(run(test.words), test.status);
         EXPECT_EQ(errors_, test.reason);
     }
-}
-
-TEST_F(Program, RewritesADocumentToTheSameBytes) {
-    const std::string working = testPlugin("working").string();
-    ASSERT_EQ(run({"--plugin", working, "open", path("cube.json"), "--save", path("a.json")}), 0) << errors_;
-    ASSERT_EQ(run({"--plugin", working, "open", path("a.json"), "--save=" + path("b.json")}), 0) << errors_;
-    EXPECT_EQ(Quenza::fileBytes(path("a.json")), Quenza::fileBytes(path("b.json")));
-    EXPECT_NE(Quenza::fileBytes(path("a.json")).find("\"Cube\""), std::string::npos);
 }
 
 TEST_F(Program, RendersToAFileAndToTheQuickFolder) {

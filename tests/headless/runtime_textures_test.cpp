@@ -53,7 +53,7 @@ protected:
 
 TEST_F(TextureSearchTest, PlacesComeInTheirOrder) {
     const Variable paths("QUENZA_HEADLESS_TEXTURES", at("first") + "::" + at("second"));
-    const char* const places[] = {"document", "document/tex", "extra", "first", "second"};
+    const char* const places[] = {"extra", "document", "document/tex", "first", "second"};
     for (const char* const place : places) {
         makeFile(std::string(place) + "/wood.jpg");
     }
@@ -105,31 +105,6 @@ TEST_F(TextureSearchTest, PresetsLieBelowTheirFolder) {
     EXPECT_TRUE(GeFCopyFile("preset://tex.lib4d/wood/oak.jpg", copy, false));
     EXPECT_EQ(Quenza::fileBytes(dir_ / "copy.jpg"), "oak");
     EXPECT_FALSE(GeFCopyFile("preset://../secret.txt", copy, true));
-}
-
-TEST_F(TextureSearchTest, CopiesAreWholeAndFoldersListed) {
-    const std::string large(3'000'001, 'a');
-    makeFile("folder/large.bin", large);
-    makeFile("folder/Other");
-    makeFile("folder/sub/x");
-    const Filename source(String(at("folder/large.bin")));
-    const Filename target(String(at("target.bin")));
-    EXPECT_TRUE(GeFCopyFile(source, target, false));
-    EXPECT_EQ(Quenza::fileBytes(dir_ / "target.bin"), large);
-    makeFile("folder/large.bin", "new");
-    EXPECT_FALSE(GeFCopyFile(source, target, false));
-    EXPECT_TRUE(GeFCopyFile(source, target, true));
-    EXPECT_EQ(Quenza::fileBytes(dir_ / "target.bin"), "new");
-    EXPECT_FALSE(GeFCopyFile(source, source, true));
-    EXPECT_EQ(Quenza::fileBytes(dir_ / "folder/large.bin"), "new");
-    EXPECT_FALSE(GeFCopyFile(Filename(String(at("folder"))), target, true));
-    EXPECT_FALSE(GeFCopyFile(source, Filename(String(at("none/target.bin"))), true));
-
-    std::vector<Filename> names{"before"};
-    EXPECT_TRUE(GeFListDirectory(Filename(String(at("folder"))), names));
-    EXPECT_EQ(names, (std::vector<Filename>{"before", "Other", "large.bin", "sub"}));
-    EXPECT_FALSE(GeFListDirectory(Filename(String(at("none"))), names));
-    EXPECT_EQ(names.size(), 4u);
 }
 
 } // namespace

@@ -34,41 +34,6 @@ TEST_F(Threading, EndsThreadsThatThePluginLeft) {
     stop();
 }
 
-TEST(MainLoopTest, RunsPostedTasksInOrderAndTimersWhenDue) {
-    MainLoop loop;
-    std::string order;
-    int ticks = 0;
-    const int timer = loop.addTimer(2ms, [&] { ++ticks; });
-    loop.addOneShot(0ms, [&] { order += "once "; });
-    loop.post([&] { order += "a "; });
-    loop.post([&] {
-        order += "b ";
-        loop.post([&] { order += "c "; });
-    });
-    loop.runUntil([&] { return ticks == 3; });
-    EXPECT_EQ(order, "a b c once ");
-    loop.removeTimer(timer);
-    bool late = false;
-    loop.addOneShot(10ms, [&] { late = true; });
-    loop.runUntil([&] { return late; });
-    EXPECT_EQ(ticks, 3);
-}
-
-TEST(MainLoopTest, ATimerMayRemoveItselfAndOpenALoop) {
-    MainLoop loop;
-    int calls = 0;
-    int timer = 0;
-    timer = loop.addTimer(1ms, [&] {
-        ++calls;
-        bool innerDone = false;
-        loop.addOneShot(5ms, [&] { innerDone = true; });
-        loop.removeTimer(timer);
-        loop.runUntil([&] { return innerDone; });
-    });
-    loop.runUntil([&] { return calls == 1; });
-    EXPECT_EQ(calls, 1);
-}
-
 TEST(MainLoopTest, TakesCallsFromManyThreads) {
     constexpr int THREADS = 8;
     constexpr int CALLS = 200;
@@ -95,44 +60,6 @@ TEST(MainLoopTest, TakesCallsFromManyThreads) {
     }
     loop.runPosted();
     EXPECT_EQ(counted, 1 + 2 * THREADS * CALLS);
-}
-
-TEST(MainLoopTest, GivesExceptionsBackToTheCaller) {
-    MainLoop loop;
-    std::atomic<bool> finished{false};
-    std::string got;
-    std::thread thread([&] {
-        try {
-            while (!loop.call([] { throw std::runtime_error("from the main thread"); })) {
-                std::this_thread::yield();
-            }
-        } catch (const std::runtime_error& error) {
-            got = error.what();
-        }
-        finished = true;
-        loop.wake();
-    });
-    loop.serveCallsUntil([&] { return finished.load(); });
-    thread.join();
-    EXPECT_EQ(got, "from the main thread");
-}
-
-TEST(ConsoleTest, KeepsLinesOfManyThreadsWhole) {
-    std::string text;
-    Console console([&](const std::string& line) { text += line + "\n"; });
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&console, i] {
-            for (int j = 0; j < 100; ++j) {
-                console.print(std::string(20, static_cast<char>('a' + i)));
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(console.lines().size(), 400u);
-    EXPECT_EQ(text.size(), 400u * 21u);
 }
 
 } // namespace

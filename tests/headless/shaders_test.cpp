@@ -5,7 +5,6 @@
 #include "headless/model/warnings.h"
 #include "headless/shaders/blend_mode.h"
 #include "headless/shaders/shader_ids.h"
-#include "headless/shaders/surface_light.h"
 #include "host/plugin_data.h"
 #include "model_fixture.h"
 #include "support/temp_dir.h"
@@ -60,64 +59,6 @@ protected:
     BaseMaterial* material_;
     std::vector<std::string> warnings_;
 };
-
-TEST_F(ShadersTest, GradientAndCheckerboardFollowTheirTypes) {
-    const Vector red(1.0f, 0.0f, 0.0f);
-    const Vector blue(0.0f, 0.0f, 1.0f);
-    struct Case {
-        int32_t type;
-        bool isCycle;
-        float u, v, part;
-    };
-    const Case cases[] = {
-        {GRADIENT_TYPE_U, false, 0.25f, 0.9f, 0.25f},       {GRADIENT_TYPE_V, false, 0.25f, 0.75f, 0.75f},
-        {GRADIENT_TYPE_CIRCULAR, false, 0.5f, 0.75f, 0.5f}, {GRADIENT_TYPE_U, false, 1.25f, 0.0f, 1.0f},
-        {GRADIENT_TYPE_U, true, 1.25f, 0.0f, 0.25f},        {GRADIENT_TYPE_U, true, -0.25f, 0.0f, 0.75f},
-    };
-    for (const Case& test : cases) {
-        BaseShader* const shader = addGradient(red, blue, test.type);
-        data(shader).SetBool(GRADIENT_CYCLE, test.isCycle);
-        EXPECT_TRUE(isNear(once(shader, test.u, test.v), mix(red, blue, test.part))) << test.type << test.u;
-    }
-    BaseShader* const board = addShader(Xcheckerboard);
-    data(board).SetReal(CHECKERBOARD_FREQUENCY_V, 4.0f);
-    EXPECT_EQ(once(board, 0.01f, 0.01f), Vector());
-    EXPECT_EQ(once(board, 0.13f, 0.01f), Vector(1.0f, 1.0f, 1.0f));
-    EXPECT_EQ(once(board, 0.13f, 0.26f), Vector());
-    EXPECT_EQ(once(board, -0.01f, 0.01f), Vector(1.0f, 1.0f, 1.0f));
-}
-
-TEST_F(ShadersTest, NoiseIsSmoothFillsItsRangeAndFollowsItsSeed) {
-    BaseShader* const noise = addShader(Xnoise);
-    BaseShader* const other = addShader(Xnoise);
-    data(other).SetLong(NOISE_SEED, 666);
-    ASSERT_EQ(noise->InitRender(init()), INITRENDERRESULT_OK);
-    ASSERT_EQ(other->InitRender(init()), INITRENDERRESULT_OK);
-    float low = 1.0f;
-    float high = 0.0f;
-    float sum = 0.0f;
-    float step = 0.0f;
-    float difference = 0.0f;
-    constexpr int COUNT = 10'000;
-    for (int i = 0; i < COUNT; ++i) {
-        const float u = static_cast<float>(i % 100) * 0.01f;
-        const float v = static_cast<float>(i) * 0.0001f;
-        const float value = at(noise, u, v).x;
-        low = std::min(low, value);
-        high = std::max(high, value);
-        sum += value;
-        step = std::max(step, std::abs(at(noise, u + 0.0001f, v).x - value));
-        difference = std::max(difference, std::abs(at(other, u, v).x - value));
-    }
-    EXPECT_LT(low, 0.25f);
-    EXPECT_GT(high, 0.75f);
-    EXPECT_NEAR(sum / COUNT, 0.5f, 0.05f);
-    EXPECT_LT(step, 0.02f);
-    EXPECT_GT(difference, 0.3f);
-    EXPECT_EQ(at(noise, 1e30f, NAN), Vector(0.5f, 0.5f, 0.5f));
-    noise->FreeRender();
-    other->FreeRender();
-}
 
 TEST_F(ShadersTest, BitmapGoesOverLinearlyAndRepeats) {
     const Quenza::TempDir folder;
@@ -278,24 +219,6 @@ TEST_F(PluginShaderTest, CirclesEnd) {
     EXPECT_EQ(once(self, 0.5f, 0.5f), Vector());
 }
 
-TEST_F(PluginShaderTest, MessagesReachShadersBelowThoseOfTheHost) {
-    BaseShader* const fusion = addShader(Xfusion);
-    BaseShader* const below = BaseShader::Alloc(HALF);
-    fusion->InsertUnder(below);
-    EXPECT_EQ(below->GetMaterial(), material_);
-    EXPECT_TRUE(material_->Message(MSG_UPDATE));
-    EXPECT_EQ(HalfShader::lastMessage, MSG_UPDATE);
-    data(fusion).SetLink(5, below);
-    HandleShaderMessage(fusion, 5, MSG_DESCRIPTION_VALIDATE, nullptr);
-    EXPECT_EQ(HalfShader::lastMessage, MSG_DESCRIPTION_VALIDATE);
-    // A shader can't come below itself.
-    BaseShader* const deeper = BaseShader::Alloc(Xfusion);
-    below->InsertUnder(deeper);
-    deeper->InsertUnder(fusion);
-    EXPECT_EQ(material_->GetFirstShader(), fusion);
-    EXPECT_EQ(deeper->GetDown(), nullptr);
-}
-
 /// Each links the next twice: the samples of one sample double with each.
 TEST_F(ShadersTest, LaddersOfLinksTakeNoTime) {
     BaseShader* next = addGradient({1.0f, 1.0f, 1.0f}, {1.0f, 1.0f, 1.0f});
@@ -314,42 +237,6 @@ TEST_F(ShadersTest, LaddersOfLinksTakeNoTime) {
     for (BaseShader* const shader : ladder) {
         EXPECT_EQ(fromHost(shader)->run, nullptr);
     }
-}
-
-TEST_F(ShadersTest, StandardMaterialsTellTheirChannelsAndDrawTheirColour) {
-    EXPECT_TRUE(material_->GetChannelState(CHANNEL_COLOR));
-    EXPECT_TRUE(material_->GetChannelState(CHANNEL_SPECULAR));
-    EXPECT_FALSE(material_->GetChannelState(CHANNEL_BUMP));
-    material_->GetDataInstance()->SetBool(MATERIAL_USE_BUMP, true);
-    EXPECT_TRUE(material_->GetChannelState(CHANNEL_BUMP));
-    EXPECT_FALSE(material_->GetChannelState(-1));
-    EXPECT_FALSE(material_->GetChannelState(14));
-
-    material_->GetDataInstance()->SetLink(MATERIAL_COLOR_SHADER,
-                                          addGradient({}, {1.0f, 1.0f, 1.0f}, GRADIENT_TYPE_V));
-    BaseBitmap* bitmap = BaseBitmap::Alloc();
-    ASSERT_EQ(bitmap->Init(4, 4), IMAGERESULT_OK);
-    EXPECT_TRUE(material_->InitGLImage(doc(), nullptr, bitmap));
-    EXPECT_EQ(bitmap->GetRow(0)[0], 32);
-    EXPECT_EQ(bitmap->GetRow(3)[9], 223);
-    material_->GetDataInstance()->SetBool(MATERIAL_USE_COLOR, false);
-    EXPECT_TRUE(material_->InitGLImage(doc(), nullptr, bitmap));
-    EXPECT_EQ(bitmap->GetRow(3)[9], 0);
-    BaseBitmap::Free(bitmap);
-}
-
-TEST_F(ShadersTest, SurfacesAreLitFromTheViewer) {
-    const ShadingRay ray{.p = {}, .v = {0.0f, 0.0f, 1.0f}, .ior = 1.0f};
-    VolumeData volume;
-    volume.ray = &ray;
-    volume.n = {0.0f, 0.6f, -0.8f};
-    Vector diffuse;
-    Vector highlights;
-    volume.IllumSurfacePoint(&diffuse, &highlights);
-    EXPECT_TRUE(isNear(diffuse, {0.8f, 0.8f, 0.8f}));
-    EXPECT_GT(highlights.x, 0.0f);
-    EXPECT_LT(highlights.x, 0.01f);
-    EXPECT_EQ(volume.TraceColor(ray, 1e9f), Vector());
 }
 
 } // namespace
