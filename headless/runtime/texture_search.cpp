@@ -65,12 +65,13 @@ std::optional<fs::path> fileOnDisk(const fs::path& folder, const fs::path& relat
 
 std::vector<fs::path> placesOf(const Filename& documentPath, const Filename& extra) {
     std::vector<fs::path> places;
-    if (documentPath.Content()) {
-        const fs::path folder = files::pathOf(documentPath);
-        places = {folder, folder / "tex"};
-    }
     if (extra.Content()) {
         places.push_back(files::pathOf(extra));
+    }
+    if (documentPath.Content()) {
+        const fs::path folder = files::pathOf(documentPath);
+        places.push_back(folder);
+        places.push_back(folder / "tex");
     }
     const char* const variable = std::getenv("QUENZA_HEADLESS_TEXTURES");
     const std::string list = variable ? variable : "";

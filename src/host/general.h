@@ -73,8 +73,8 @@ bool GeFListDirectory(const Filename& folder, std::vector<Filename>& names);
 /// can't be read or is refused; what was unpacked until then is removed.
 bool GeExtractZip(const Filename& archive, const Filename& folder);
 
-/// Looks for a texture by its name as a document stores it: beside the document, in its folder "tex", in
-/// `extra` and in the host's texture paths. False when there is none. An empty `found` means that the name
+/// Looks for a texture by its name as a document stores it: in `extra`, beside the document, in its folder
+/// "tex" and in the host's texture paths. False when there is none. An empty `found` means that the name
 /// stands as it is.
 bool GenerateTexturePath(const Filename& documentPath, const Filename& name, const Filename& extra,
                          Filename* found);
