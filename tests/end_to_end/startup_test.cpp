@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "end_to_end/session.h"
+#include "headless/model/handles.h"
+#include "headless/render/document_render.h"
+#include "headless/runtime/described_parameter.h"
 #include "headless/tables/host_table.h"
+#include "host/description.h"
 #include "host/ids.h"
 #include "host/tables.h"
+#include "support/capturing_library.h"
 
+#include <algorithm>
 #include <dlfcn.h>
 
 namespace {
@@ -60,18 +66,110 @@ TEST_F(Startup, RegistersItsRowsInOrder) {
         "1027562 Quenza Message |  |  |  | 0\n");
 }
 
-TEST_F(Startup, TellsWhichLibraryFolderItTookAndPrintsTheBanner) {
+/// The plug-in in a folder with other libraries beside it than the built ones.
+class StartupOnLibrary : public Session {
+protected:
+    StartupOnLibrary() {
+        for (const char* const entry : {"cquenza.so", "res"}) {
+            fs::create_symlink(fs::path(QUENZA_BIN_DIR) / entry, folder() / entry);
+        }
+    }
+    ~StartupOnLibrary() override { stop(); }
+
+    fs::path libraryFolder() const { return folder() / "quenza_x64"; }
+    fs::path link(const std::string& builtFolder, const std::string& name) const {
+        fs::create_directories(libraryFolder());
+        fs::create_symlink(fs::path(QUENZA_BIN_DIR) / builtFolder / "quenza_sdk.dll", libraryFolder() / name);
+        return libraryFolder() / name;
+    }
+    /// The console of a start, up to the banner.
+    std::vector<std::string> startLines() {
+        startHost().loadPlugin(folder() / "cquenza.so");
+        EXPECT_TRUE(host().isStarted());
+        std::vector<std::string> lines = newLines();
+        lines.erase(std::find(lines.begin(), lines.end(), std::string("\n") + DECORATION), lines.end());
+        return lines;
+    }
+    std::vector<std::string> devices() {
+        std::vector<std::string> names;
+        openDocument("", R"("RS_HALT_SPP": -1)");
+        headless::VideoPost* const post = headless::renderingVideoPost(*host().document(), 0);
+        for (const auto& parameter :
+             headless::describe(headless::toHost(static_cast<headless::Node*>(post)))) {
+            const BaseContainer choices = parameter.properties.GetContainer(DESC_CYCLE);
+            for (int32_t i = 0; parameter.id == RS_GPU_DEVICE && i < choices.GetCount(); ++i) {
+                names.push_back(choices.GetIndexData(i).GetString().GetUtf8());
+            }
+        }
+        return names;
+    }
+
+    static constexpr int32_t RS_GPU_DEVICE = 1436;
+};
+
+TEST_F(StartupOnLibrary, TellsHowLoadingWent) {
+    using Lines = std::vector<std::string>;
+    const std::string failed20 = "Failed initialising Quenza sdk (error code:20):";
+    const std::string failed22 = "Failed initialising Quenza sdk (error code:22):";
+    const auto noLibrary = [](const fs::path& path) {
+        return "Failed to load DLL from '" + path.string() + "' (Error code: 2)";
+    };
+    // Without a folder of its own the plug-in looks into the installed renderer.
+    const fs::path installed = QUENZA_RENDERER_DIR;
+    EXPECT_EQ(startLines(),
+              (Lines{"Loading quenza from: " + installed.string(), failed20, noLibrary(installed)}));
+    stop();
+
+    const std::string loading = "Loading quenza from: " + libraryFolder().string();
+    fs::create_directory(libraryFolder());
+    EXPECT_EQ(startLines(), (Lines{loading, failed20, noLibrary(libraryFolder())}));
+    EXPECT_EQ(devices(), Lines{});
+    stop();
+
+    fs::path library = link("half_x64", "quenza_sdk.dll");
+    EXPECT_EQ(startLines(),
+              (Lines{loading, failed22, "unable to get address of procedure 'quenzaGlobalLibraryInit'"}));
+    stop();
+    fs::remove(library);
+
+    library = link("capturing_x64", "quenza_rt_sdk.dll");
+    const capture::CapturingLibrary captured(library);
+    captured->setDevices({{"Left card", 1}, {"Right card", 0}});
+    EXPECT_EQ(startLines(), (Lines{loading, "Successfully initialised Quenza RT."}));
+    EXPECT_EQ(devices(), (Lines{"Left card CUDA", "Right card OpenCL"}));
+    stop();
+    link("capturing_x64", "quenza_sdk.dll");
+    captured->fail("HardwareInfoDLLAPI.getGPUInfo", 1);
+    EXPECT_EQ(startLines(), (Lines{loading, "Successfully initialised Quenza Renderer."}));
+    EXPECT_EQ(devices(), Lines{}) << "those of the last start are gone";
+    stop();
+    captured->fail("quenzaCreateInstance:HardwareInfoDLLAPI", 1);
+    EXPECT_EQ(startLines(), (Lines{loading, "Failed to create Instance of 'HardwareInfoDLLAPI'",
+                                   "Successfully initialised Quenza Renderer."}));
+    stop();
+
+    const Lines look{"quenzaGlobalLibraryInit", "quenzaCreateInstance:HardwareInfoDLLAPI",
+                     "HardwareInfoDLLAPI.getGPUInfo", "HardwareInfoDLLAPI.destroy",
+                     "quenzaGlobalLibraryShutdown"};
+    Lines all = look;
+    all.insert(all.end(), look.begin(), look.end());
+    all.insert(all.end(), {look[0], look[1], look[4]});
+    EXPECT_EQ(captured->actions(), all);
+    EXPECT_EQ(captured->liveObjects(), 0);
+    EXPECT_EQ(captured->violations(), Lines{});
+}
+
+TEST_F(Startup, LoadsTheLibraryBesideItAndPrintsTheBanner) {
     start();
     const std::vector<std::string> lines = newLines();
-    ASSERT_EQ(lines.size(), 8u);
-    EXPECT_EQ(lines[0], std::string("Loading quenza from: ") + QUENZA_RENDERER_DIR);
-    EXPECT_EQ(lines[1], "Failed initialising Quenza sdk (error code:20):");
-    EXPECT_EQ(lines[2], std::string("Failed to load DLL from '") + QUENZA_RENDERER_DIR + "' (Error code: 2)");
-    EXPECT_EQ(lines[3], std::string("\n") + DECORATION);
-    EXPECT_EQ(lines[4], "._.-. Quenza for Cinema 4D 3.6.24");
-    EXPECT_EQ(lines[5].rfind("._.-. Developed by: ", 0), 0u);
-    EXPECT_EQ(lines[6].rfind("._.-. For more information go to: ", 0), 0u);
-    EXPECT_EQ(lines[7], std::string(DECORATION) + "\n");
+    ASSERT_EQ(lines.size(), 7u);
+    EXPECT_EQ(lines[0], "Loading quenza from: " + (fs::path(QUENZA_BIN_DIR) / "quenza_x64").string());
+    EXPECT_EQ(lines[1], "Successfully initialised Quenza Renderer.");
+    EXPECT_EQ(lines[2], std::string("\n") + DECORATION);
+    EXPECT_EQ(lines[3], "._.-. Quenza for Cinema 4D 3.6.24");
+    EXPECT_EQ(lines[4].rfind("._.-. Developed by: ", 0), 0u);
+    EXPECT_EQ(lines[5].rfind("._.-. For more information go to: ", 0), 0u);
+    EXPECT_EQ(lines[6], std::string(DECORATION) + "\n");
 }
 
 TEST_F(Startup, CountsInitsAndRefusesOldHosts) {
