@@ -187,6 +187,7 @@ void PictureRender::endRun() {
         GePrint(toHostString(error));
     }
     StatusClear();
+    pausedText_ = String();
 }
 
 bool PictureRender::isHaltReached() {

@@ -186,6 +186,7 @@ void startTonemapping(InterfaceBase* object) {
                                                 : "a tone mapping run without a set-up");
         return;
     }
+    mapper->updateError.clear();
     mapper->start();
 }
 

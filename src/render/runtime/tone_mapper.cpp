@@ -42,6 +42,7 @@ bool ToneMapper::update(Quenza::SceneNodeRoot& root) {
 void ToneMapper::start() {
     Quenza::Lock lock(mutex_);
     if (Binding::isFinished(object_.get())) {
+        error_.clear();
         Binding::startTonemapping(object_.get());
     }
 }

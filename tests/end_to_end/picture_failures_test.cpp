@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+#include "end_to_end/picture_fixture.h"
+
+#include "headless/model/handles.h"
+#include "headless/model/render_data.h"
+#include "host/plugin_data.h"
+#include "shared/plugin_ids.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+class PictureFailuresTest : public PictureFixture {
+protected:
+    /// Nothing of the render is left.
+    void expectClean() {
+        EXPECT_EQ(tempFiles(), Lines());
+        EXPECT_EQ(lastStatus(), "");
+        EXPECT_FALSE(isEnabled(PLUGINID_PAUSE_COMMAND));
+        EXPECT_FALSE(isEnabled(PLUGINID_UPDATE_IMAGE_COMMAND));
+        EXPECT_EQ(library()->liveObjects(), 0);
+        EXPECT_EQ(library()->liveThreads(), 0);
+        EXPECT_EQ(library()->violations(), Lines());
+    }
+    headless::VideoPost* videoPost() { return headless::renderingVideoPost(*host().document(), 0); }
+};
+
+TEST_F(PictureFailuresTest, AreToldAndLeaveNothingBehind) {
+    using Order = std::function<void(capture::Control&)>;
+    const struct {
+        const char* name;
+        Order order;
+        Lines printed;
+        Lines messages;
+        uint64_t images;
+    } cases[] = {
+        {"no renderer",
+         [](auto& library) { library.fail("quenzaCreateInstance:QuenzaInterface", 1); },
+         {"Failed to create Instance of 'QuenzaInterface'"},
+         {},
+         0},
+        {"renderer not initialised",
+         [](auto& library) { library.fail("QuenzaInterface.initialise", 1); },
+         {"Failed to initialise 'QuenzaInterface'"},
+         {},
+         0},
+        {"tone mapper not set up",
+         [](auto& library) { library.fail("ToneMapperDLLAPI.setUp", 1, "no memory"); },
+         {"Error while creating tonemapper: no memory"},
+         {},
+         0},
+        {"tone mapper refuses the nodes",
+         [](auto& library) { library.fail("ToneMapperDLLAPI.update", 1, "no response"); },
+         {"Error while creating tonemapper: no response"},
+         {},
+         0},
+        {"scene refused",
+         [](auto& library) { library.fail("QuenzaInterface.initialiseWithScene", 3, "The mesh is torn."); },
+         {},
+         {"Error build scene failed.", "ERROR: The mesh is torn."},
+         0},
+        {"error while rendering",
+         [](auto& library) {
+             library.logOn("QuenzaInterface.startRendering", 0, "By the way");
+             library.logOn("QuenzaInterface.startRendering", 1, "A shader fails.");
+         },
+         {},
+         {"ERROR: A shader fails."},
+         1},
+        {"thread dies", [](auto& library) { library.dieInThread("bad luck"); }, {}, {"ERROR: bad luck"}, 1},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        stop();
+        startPlugin();
+        library()->reset();
+        row.order(*library());
+        const auto picture = begin();
+        awaitEnd(*picture);
+        EXPECT_EQ(picture->result, RENDERRESULT_FAILED);
+        EXPECT_EQ(picture->image.changes(), row.images);
+        Lines lines = newLines();
+        // The width of the film, which each export tells.
+        std::erase(lines, "0.036000");
+        EXPECT_EQ(lines, row.printed);
+        EXPECT_EQ(host().messages(), row.messages);
+        expectClean();
+    }
+}
+
+/// The files of the export go with the render, and not before.
+TEST_F(PictureFailuresTest, TemporaryFilesLastAsLongAsTheRender) {
+    startPlugin();
+    for (int i = 0; i < 3; ++i) {
+        const auto picture = begin();
+        EXPECT_EQ(tempFiles().size(), 1u);
+        host().advance(std::chrono::milliseconds(70 * i));
+        EXPECT_EQ(tempFiles().size(), 1u);
+        end(*picture);
+        expectClean();
+    }
+    // A host that gives the render up between two phases.
+    auto* const data = static_cast<VideoPostData*>(videoPost()->pluginData());
+    headless::RenderImage image(4, 4);
+    headless::RenderCall call{&image, {}};
+    VideoPostStruct vps;
+    vps.doc = headless::toHost(host().document());
+    vps.render = headless::toHost(&call);
+    vps.vp = VIDEOPOSTCALL_TILE;
+    vps.open = true;
+    EXPECT_EQ(data->Execute(nullptr, nullptr, &vps), RENDERRESULT_OK);
+    EXPECT_EQ(tempFiles().size(), 1u);
+    host().open(nullptr);
+    EXPECT_EQ(tempFiles(), Lines());
+}
+
+/// A tone mapping run that fails costs its image and nothing else; one that hangs doesn't hold up the end of
+/// a render whose library is in trouble.
+TEST_F(PictureFailuresTest, OfToneMappingCostOneImage) {
+    startPlugin();
+    auto picture = begin();
+    library()->failToneMapping("No response function.");
+    round(3.5, 1.0);
+    while (!printed("No response function.")) {
+        host().advance(50ms);
+    }
+    EXPECT_EQ(picture->image.changes(), 0u);
+    library()->failToneMapping("");
+    round(8.0, 1.0);
+    awaitImage(*picture, 1);
+
+    library()->holdToneMapping(true);
+    picture->End(false);
+    host().advance(5s);
+    EXPECT_TRUE(picture->IsRunning());
+    library()->log(1, "The tone mapper's thread has ended.");
+    host().advance(100ms);
+    // The library waits for the run when its objects go.
+    library()->holdToneMapping(false);
+    awaitEnd(*picture);
+    EXPECT_EQ(picture->result, RENDERRESULT_FAILED);
+    EXPECT_EQ(host().messages(), Lines{"ERROR: The tone mapper's thread has ended."});
+    expectClean();
+}
+
+TEST_F(PictureFailuresTest, WithoutALibraryNothingHappens) {
+    removeLibrary();
+    startPlugin();
+    const auto picture = begin();
+    EXPECT_FALSE(picture->IsRunning());
+    EXPECT_EQ(picture->result, RENDERRESULT_OK);
+    EXPECT_EQ(picture->image.changes(), 0u);
+    EXPECT_EQ(host().status().history(), Lines());
+    EXPECT_EQ(newLines(), Lines());
+}
+
+TEST_F(PictureFailuresTest, ACallWithoutAStructureIsTold) {
+    startPlugin();
+    auto* const data = static_cast<VideoPostData*>(videoPost()->pluginData());
+    EXPECT_EQ(data->Execute(nullptr, nullptr, nullptr), RENDERRESULT_OK);
+    EXPECT_EQ(newLines(), Lines{"*vps is null."});
+    // A host without a buffer, and phases out of order.
+    VideoPostStruct vps;
+    vps.doc = headless::toHost(host().document());
+    const struct {
+        int32_t phase;
+        bool open;
+        int32_t result;
+    } calls[] = {
+        {VIDEOPOSTCALL_INNER, false, RENDERRESULT_FAILED}, {VIDEOPOSTCALL_TILE, true, RENDERRESULT_FAILED},
+        {VIDEOPOSTCALL_TILE, false, RENDERRESULT_OK},      {VIDEOPOSTCALL_INNER, true, RENDERRESULT_OK},
+        {VIDEOPOSTCALL_INNER, false, RENDERRESULT_FAILED}, {VIDEOPOSTCALL_RENDER, true, RENDERRESULT_OK},
+        {VIDEOPOSTCALL_RENDER, false, RENDERRESULT_OK},    {7, true, RENDERRESULT_OK}};
+    for (const auto& call : calls) {
+        vps.vp = call.phase;
+        vps.open = call.open;
+        EXPECT_EQ(data->Execute(nullptr, nullptr, &vps), call.result) << call.phase << call.open;
+    }
+    expectClean();
+}
+
+} // namespace

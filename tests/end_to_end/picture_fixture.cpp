@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+#include "end_to_end/picture_fixture.h"
+
+#include "headless/documents/load_document.h"
+#include "headless/model/handles.h"
+#include "host/plugin_data.h"
+
+#include <cstdlib>
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto ROUND = 50ms;
+constexpr auto LIMIT = 60s;
+
+} // namespace
+
+void Picture::Main() {
+    headless::VideoPost* const videoPost = headless::renderingVideoPost(document_, 0);
+    result = headless::renderDocument(document_, *videoPost, image, region_, flags_, Get());
+}
+
+std::vector<int> Picture::pixel(int32_t x, int32_t y) const {
+    headless::Image copy;
+    image.copyTo(copy);
+    const uint8_t* const bytes = copy.bytes() + static_cast<size_t>(y * WIDTH + x) * 3;
+    return {bytes, bytes + 3};
+}
+
+PictureFixture::PictureFixture() {
+    const fs::path bin = QUENZA_BIN_DIR;
+    fs::create_symlink(bin / "cquenza.so", folder() / "cquenza.so");
+    fs::create_symlink(bin / "res", folder() / "res");
+    fs::create_directory(folder() / "quenza_x64");
+    const fs::path library = folder() / "quenza_x64" / "quenza_sdk.dll";
+    fs::create_symlink(capture::CapturingLibrary::folder() / "quenza_sdk.dll", library);
+    library_ = std::make_unique<capture::CapturingLibrary>(library);
+    install(folder() / "nowhere");
+    const char* const temp = std::getenv("TMPDIR");
+    oldTemp_ = temp ? temp : "";
+    fs::create_directory(folder() / "temp");
+    setenv("TMPDIR", (folder() / "temp").c_str(), 1);
+}
+
+PictureFixture::~PictureFixture() {
+    stop();
+    if (oldTemp_.empty()) {
+        unsetenv("TMPDIR");
+    } else {
+        setenv("TMPDIR", oldTemp_.c_str(), 1);
+    }
+}
+
+void PictureFixture::removeLibrary() {
+    fs::remove(folder() / "quenza_x64" / "quenza_sdk.dll");
+}
+
+fs::path PictureFixture::writeDocumentFile(const std::string& name, const std::string& settings) {
+    writeFile(folder() / name,
+              R"({"format": "quenza-headless-document", "version": 1,
+        "objects": [{"type": "Cube", "name": "Cube", "tags": [{"type": "Texture", "material": "a"}]}],
+        "materials": [{"id": "a", "name": "Bricks", "parameters": {"MATERIAL_COLOR_SHADER": "checks"},
+                       "shaders": [{"type": "Checkerboard", "id": "checks"}]}],
+        "renderData": [{"videoPosts": [{"type": 1020896, "parameters": {)" +
+                  settings + "}}]}]}\n");
+    return folder() / name;
+}
+
+void PictureFixture::startPlugin(const std::string& settings) {
+    startHost(true).loadPlugin(folder() / "cquenza.so");
+    openFile(writeDocumentFile("document.json", settings));
+    newLines();
+}
+
+std::unique_ptr<Picture> PictureFixture::begin(int32_t flags, std::optional<headless::RenderRegion> region) {
+    auto picture = std::make_unique<Picture>(*host().document(), flags, region);
+    EXPECT_TRUE(picture->Start());
+    host().advance(0ms);
+    return picture;
+}
+
+std::unique_ptr<Picture> PictureFixture::beginOn(headless::Document& document, int32_t flags) {
+    auto picture = std::make_unique<Picture>(document, flags, std::nullopt);
+    EXPECT_TRUE(picture->Start());
+    host().advance(0ms);
+    return picture;
+}
+
+void PictureFixture::round(double elapsedSeconds, double samplesPerPixel) {
+    library()->setProgress(elapsedSeconds, samplesPerPixel);
+    host().advance(ROUND);
+}
+
+void PictureFixture::awaitImage(const Picture& picture, uint64_t changes) {
+    // The library's own thread makes the image, while the clock goes on.
+    const auto limit = std::chrono::steady_clock::now() + LIMIT;
+    while (picture.image.changes() < changes) {
+        ASSERT_LT(std::chrono::steady_clock::now(), limit) << "no image comes";
+        host().advance(ROUND);
+    }
+    EXPECT_EQ(picture.image.changes(), changes);
+}
+
+void PictureFixture::awaitEnd(const Picture& picture) {
+    const auto limit = std::chrono::steady_clock::now() + LIMIT;
+    while (picture.IsRunning()) {
+        ASSERT_LT(std::chrono::steady_clock::now(), limit) << "the render doesn't end";
+        host().advance(ROUND);
+    }
+    host().loop().runPosted();
+}
+
+void PictureFixture::end(Picture& picture) {
+    picture.End(false);
+    awaitEnd(picture);
+}
+
+bool PictureFixture::isEnabled(int32_t command) {
+    const auto& data = host().registrations().find(command)->command;
+    return (data->GetState(headless::toHost(host().document())) & CMD_ENABLED) != 0;
+}
+
+PictureFixture::Lines PictureFixture::statusTexts() {
+    Lines texts;
+    for (const std::string& shown : host().status().history()) {
+        const size_t blank = shown.rfind(' ');
+        const bool hasPercent = shown.ends_with('%') && blank != std::string::npos;
+        const std::string text = hasPercent ? shown.substr(0, blank) : shown;
+        if (texts.empty() || texts.back() != text) {
+            texts.push_back(text);
+        }
+    }
+    return texts;
+}
