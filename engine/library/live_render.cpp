@@ -100,8 +100,12 @@ void LiveRender::resume() {
 
 void LiveRender::stop() {
     const std::lock_guard lock(control_mutex_);
+    if (stopped_) {
+        return;
+    }
     stopped_ = true;
     settle();
+    publish();
 }
 
 /// Starts or ends the threads, as the flags want it.
@@ -116,9 +120,8 @@ void LiveRender::settle() {
                 watch_.stop();
                 log_.fail("The render has failed: " + textOf(failure));
             });
-    } else if (!wanted && threads_) {
+    } else if (!wanted) {
         rest();
-        publish();
     }
 }
 

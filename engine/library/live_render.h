@@ -22,7 +22,7 @@ namespace engine::library {
 /// A render on threads of its own, which goes on until somebody ends it. Any thread may call anything at any
 /// time.
 ///
-/// The image goes into the buffer when a tone mapper asks for it, and whenever the threads have come to rest.
+/// The image goes into the buffer when a tone mapper asks for it, and at the end.
 class LiveRender {
 public:
     /// Reads the scene under the root's mutex, and binds its references as the reader of a scene file does,
