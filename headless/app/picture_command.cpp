@@ -6,6 +6,7 @@
 #include "headless/app/export_settings.h"
 #include "headless/app/picture_arguments.h"
 #include "headless/app/picture_session.h"
+#include "headless/app/picture_watch.h"
 #include "headless/app/texture_report.h"
 #include "headless/model/warnings.h"
 
@@ -75,6 +76,7 @@ public:
             host_.errors().print("p pauses, r resumes, u updates the image, q stops");
         }
         host_.status().setWork(host_.document()->fileName.GetUtf8());
+        startWatch();
         session_.start();
         startTimers();
         host_.loop().runUntil([this] {
@@ -87,6 +89,14 @@ public:
         // What the render's last moments sent to the main thread.
         host_.loop().runPosted();
         order_.file.update(session_);
+        host_.status().setWork("");
+    }
+
+    /// After the end: the page gets to know it.
+    void tellEnd() {
+        if (watch_) {
+            watch_->tellEnd(failure());
+        }
     }
 
     /// After the end: why it wasn't as it should be.
@@ -102,6 +112,14 @@ public:
     }
 
 private:
+    void startWatch() {
+        if (order_.watchPort) {
+            watch_.emplace(host_, session_, *order_.watchPort);
+            std::puts(("Watch at " + watch_->address()).c_str());
+            std::fflush(stdout);
+        }
+    }
+
     void startTimers() {
         timers_.push_back(host_.loop().addTimer(STATUS_INTERVAL, [this] { host_.status().refresh(); }));
         if (order_.stopAfter) {
@@ -145,6 +163,7 @@ private:
     std::vector<int> timers_;
     std::vector<const PictureOrder::TimedAction*> waiting_;
     std::optional<std::string> failedAction_;
+    std::optional<PictureWatch> watch_;
 };
 
 } // namespace
@@ -161,6 +180,7 @@ ExitStatus pictureCommand(Host& host, const Arguments& arguments) {
     const std::string path = order.file.path();
     PictureRun picture(host, std::move(order));
     picture.run();
+    picture.tellEnd();
     if (host.wasInterrupted()) {
         return ExitStatus::interrupted;
     }

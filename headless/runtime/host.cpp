@@ -189,6 +189,7 @@ void Host::advance(std::chrono::milliseconds length) {
     if (!clock) {
         throw HostError("The clock of this host can't be moved");
     }
+    const MainLoop::Serving serving(loop_); // A thread may ask as soon as the clock has woken it.
     const DrivenClock::Time target = clock->now() + length;
     while (true) {
         settle();

@@ -64,8 +64,7 @@ public:
     /// By the loop's clock.
     SteadyClock::time_point now() const;
 
-private:
-    /// While one lives, other threads' calls are answered.
+    /// While one lives, other threads' calls wait for the loop's next turn instead of being refused.
     class Serving {
     public:
         explicit Serving(MainLoop& loop);
@@ -76,6 +75,8 @@ private:
     private:
         MainLoop& loop_;
     };
+
+private:
     struct Call {
         const Task* task;
         std::exception_ptr error;

@@ -62,19 +62,24 @@ void Thread::run() {
 }
 
 void Thread::end(bool wait) {
-    if (wait && clock_) {
-        clock_->release(this);
-    }
     if (wait && loop_.isMainThread()) {
         // The thread hears of its end when its calls are answered, so that it may still ask the user.
         loop_.serveCallsUntil([this] {
-            breakRequested_ = true;
+            requestEnd(true);
             return !running_;
         });
     }
-    breakRequested_ = true;
+    requestEnd(wait);
     if (wait) {
         join();
+    }
+}
+
+/// Whoever waits for the thread won't move the clock that it may sleep by.
+void Thread::requestEnd(bool wait) {
+    breakRequested_ = true;
+    if (wait && clock_) {
+        clock_->release(this);
     }
 }
 

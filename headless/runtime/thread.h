@@ -41,6 +41,7 @@ public:
 
 private:
     void run();
+    void requestEnd(bool wait);
     void join();
 
     C4DThread& plugin_;
