@@ -19,11 +19,13 @@ find_library(MINIZIP_LIBRARY minizip)
 find_path(OPENIMAGEIO_INCLUDE_DIR OpenImageIO/imageio.h)
 find_library(OPENIMAGEIO_LIBRARY OpenImageIO)
 find_library(OPENIMAGEIO_UTIL_LIBRARY OpenImageIO_Util)
+find_path(HTTPLIB_INCLUDE_DIR httplib.h)
+find_library(HTTPLIB_LIBRARY cpp-httplib)
 if(NOT (ZLIB_FOUND AND double-conversion_FOUND AND nlohmann_json_FOUND AND assimp_FOUND AND TINYXML_INCLUDE_DIR
         AND TINYXML_LIBRARY AND embree_FOUND AND OpenEXR_FOUND AND PNG_FOUND AND TIFF_FOUND
         AND STB_INCLUDE_DIR
         AND MINIZIP_INCLUDE_DIR AND MINIZIP_LIBRARY AND OPENIMAGEIO_INCLUDE_DIR AND OPENIMAGEIO_LIBRARY
-        AND OPENIMAGEIO_UTIL_LIBRARY))
+        AND OPENIMAGEIO_UTIL_LIBRARY AND HTTPLIB_INCLUDE_DIR AND HTTPLIB_LIBRARY))
   message(FATAL_ERROR "A library is missing (see the lines above). ${QUENZA_SETUP_HINT}")
 endif()
 
@@ -39,6 +41,12 @@ target_link_libraries(minizip INTERFACE ${MINIZIP_LIBRARY})
 add_library(openimageio INTERFACE)
 target_include_directories(openimageio SYSTEM INTERFACE ${OPENIMAGEIO_INCLUDE_DIR})
 target_link_libraries(openimageio INTERFACE ${OPENIMAGEIO_LIBRARY} ${OPENIMAGEIO_UTIL_LIBRARY})
+
+# Built by Debian with all of its options, which change the layout of its classes.
+add_library(httplib INTERFACE)
+target_include_directories(httplib SYSTEM INTERFACE ${HTTPLIB_INCLUDE_DIR})
+target_link_libraries(httplib INTERFACE ${HTTPLIB_LIBRARY})
+target_compile_definitions(httplib INTERFACE CPPHTTPLIB_OPENSSL_SUPPORT CPPHTTPLIB_ZLIB_SUPPORT CPPHTTPLIB_BROTLI_SUPPORT)
 
 # Headers that stand alone; one source of the engine holds the implementation.
 add_library(stb INTERFACE)

@@ -28,7 +28,7 @@ Ends with 0 when the render ended as it should, also by a stop; with 1 and the r
 when it failed, gave no image, or an action could not be done; and with 130 after Ctrl-C, which stops
 the render.)";
 
-std::optional<int32_t> readPixels(std::string_view text) {
+std::optional<int32_t> readWhole(std::string_view text) {
     int32_t number = 0;
     const char* const end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
@@ -41,8 +41,8 @@ std::optional<std::pair<int32_t, int32_t>> readTwo(std::string_view text, char b
     if (middle == std::string_view::npos) {
         return std::nullopt;
     }
-    const std::optional<int32_t> first = readPixels(text.substr(0, middle));
-    const std::optional<int32_t> second = readPixels(text.substr(middle + 1));
+    const std::optional<int32_t> first = readWhole(text.substr(0, middle));
+    const std::optional<int32_t> second = readWhole(text.substr(middle + 1));
     return first && second ? std::optional(std::pair(*first, *second)) : std::nullopt;
 }
 
@@ -75,6 +75,15 @@ std::optional<RenderRegion> regionOf(const Arguments& arguments) {
     return columns ? std::optional(parseRegion(RENDERREGION_COLUMNS, "--columns", *columns)) : std::nullopt;
 }
 
+int parsePort(const std::string& text) {
+    const std::optional<int32_t> port = readWhole(text);
+    if (!port || *port > 65535) {
+        throw UsageError("--watch can't be \"" + text +
+                         "\": it takes a port from 1 to 65535, or 0 for a free one");
+    }
+    return *port;
+}
+
 PictureOrder::TimedAction parseTimedAction(const std::string& text) {
     const size_t space = std::min(text.find(' '), text.size());
     return {parseTime(std::string_view(text).substr(0, space)),
@@ -99,6 +108,10 @@ CommandSpec pictureCommandSpec(const OperandSpec& document) {
              "Set a render setting by name or number, such as RS_HALT_SPP=16;\ncan be given again", true},
             {"--interactive", "", "Render as the interactive render region does"},
             {"--stop-after", "TIME", "Stop that long after the start: 20, 1.5s or 500ms"},
+            {"--watch", "PORT",
+             "Show the render on a web page of this machine, http://127.0.0.1:PORT/,\nwhere it can be "
+             "paused, "
+             "stopped and tone-mapped; 0 takes a free port"},
             {"--at", "TIME ACTION...",
              "Act on the render that long after its start: --at 2s pause;\ncan be given again", true, true},
         },
@@ -121,6 +134,9 @@ PictureOrder readPictureOrder(const Arguments& arguments) {
     order.settings.isInteractive = arguments.has("--interactive");
     if (const std::optional<std::string> time = arguments.value("--stop-after")) {
         order.stopAfter = parseTime(*time);
+    }
+    if (const std::optional<std::string> port = arguments.value("--watch")) {
+        order.watchPort = parsePort(*port);
     }
     for (const std::string& text : arguments.values("--at")) {
         order.actions.push_back(parseTimedAction(text));

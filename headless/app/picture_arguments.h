@@ -33,6 +33,8 @@ struct PictureOrder {
     std::optional<std::pair<int32_t, int32_t>> size;
     PictureSettings settings;
     std::optional<std::chrono::milliseconds> stopAfter;
+    /// Where the page is to watch; 0 for a free port, nothing for no page.
+    std::optional<int> watchPort;
     std::vector<TimedAction> actions;
 };
 

@@ -4,6 +4,7 @@
 #include "headless/images/image.h"
 
 #include <filesystem>
+#include <string>
 
 namespace headless {
 
@@ -29,5 +30,8 @@ struct ImageSaving {
 /// Writes an image file whole or not at all. TIFF, OpenEXR and HDR keep floats, the others take 0 to 1 as 8
 /// bits. An ImageResult. Any thread.
 int32_t writeImage(const std::filesystem::path& file, const Image& image, const ImageSaving& saving);
+
+/// A PNG file in memory; "" when there is no image or no memory. Any thread.
+std::string encodePng(const Image& image);
 
 } // namespace headless

@@ -3,6 +3,7 @@
 
 #include "headless/runtime/platform.h"
 
+#include <OpenImageIO/filesystem.h>
 #include <OpenImageIO/imageio.h>
 #include <algorithm>
 
@@ -61,9 +62,11 @@ bool writePixels(OIIO::ImageOutput& output, const Component* pixels, size_t coun
                      : output.write_image(type, pixels);
 }
 
-bool writeTo(const fs::path& file, const Image& image, const Writer& writer, const ImageSaving& saving) {
+/// `memory` may be null; with it the file goes there, and its path counts for nothing.
+bool writeTo(const fs::path& file, const Image& image, const Writer& writer, const ImageSaving& saving,
+             OIIO::Filesystem::IOProxy* memory = nullptr) {
     const std::unique_ptr<OIIO::ImageOutput> output = OIIO::ImageOutput::create(writer.name);
-    if (!output) {
+    if (!output || (memory && !output->set_ioproxy(memory))) {
         return false;
     }
     const int channels = saving.greyscale && writer.knowsGrey ? 1 : 3;
@@ -112,6 +115,20 @@ int32_t writeImage(const fs::path& file, const Image& image, const ImageSaving& 
         fs::remove(partial, error);
     }
     return result;
+}
+
+std::string encodePng(const Image& image) {
+    const Writer* const writer = std::ranges::find(WRITERS, FILTER_PNG, &Writer::filter);
+    std::vector<unsigned char> bytes;
+    OIIO::Filesystem::IOVecOutput memory(bytes);
+    try {
+        if (image.depth() != 0 && writeTo("memory.png", image, *writer, ImageSaving(), &memory)) {
+            return {bytes.begin(), bytes.end()};
+        }
+    } catch (const std::bad_alloc&) {
+        // No image is shown then.
+    }
+    return "";
 }
 
 } // namespace headless

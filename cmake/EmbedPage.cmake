@@ -1,0 +1,10 @@
+# Writes the files of the web page as strings of a source: cmake -DPAGE=folder -DOUTPUT=file.cpp -P EmbedPage.cmake
+set(names HTML index.html STYLE page.css SCRIPT page.js)
+set(text "// SPDX-License-Identifier: MIT\n#include \"headless/watch/watch_page.h\"\n\nnamespace headless {\n")
+while(names)
+  list(POP_FRONT names name file)
+  file(READ ${PAGE}/${file} content)
+  string(APPEND text "\nconst std::string_view WATCH_PAGE_${name} = R\"page(${content})page\";\n")
+endwhile()
+string(APPEND text "\n} // namespace headless\n")
+file(WRITE ${OUTPUT} "${text}")
