@@ -21,7 +21,8 @@ constexpr const char* DEVELOPMENT_FOLDER = "D:/Work/Exporters/Cquenza/QuenzaSDK/
 /// renderer.
 Filename libraryFolder() {
     const Filename development(DEVELOPMENT_FOLDER);
-    if (GeFExist(development, true)) {
+    // Away from Windows it would be a place below the current folder.
+    if (Quenza::PlatformUtils::isAbsolutePath(DEVELOPMENT_FOLDER) && GeFExist(development, true)) {
         return development + "binaries" + "vs2012_64";
     }
     const Filename shipped =
