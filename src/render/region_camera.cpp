@@ -46,13 +46,22 @@ void aimAtRegion(SceneNodeCamera& camera, const PictureJob& job) {
     const auto middle = [](int64_t start, int64_t length) {
         return static_cast<double>(start) + 0.5 * static_cast<double>(length);
     };
+    const auto aspect = [](int64_t width, int64_t height) {
+        return static_cast<double>(width) / static_cast<double>(height);
+    };
     const double pixel = camera.sensor_width / static_cast<double>(job.bufferWidth);
     const double right = (middle(job.regionX, job.regionWidth) - middle(0, job.bufferWidth)) * pixel;
     const double up = (middle(0, job.bufferHeight) - middle(job.regionY, job.regionHeight)) * pixel;
+    // The export took the region's height for that of the film, of which the camera's own shift is a part.
+    const double wholeShiftUp = camera.lens_shift_up_distance * aspect(job.regionWidth, job.regionHeight) /
+                                aspect(job.bufferWidth, job.bufferHeight);
+    const double correction = wholeShiftUp - camera.lens_shift_up_distance;
     camera.sensor_width = static_cast<double>(job.regionWidth) * pixel;
     camera.lens_shift_right_distance += right;
-    camera.lens_shift_up_distance += up;
+    camera.lens_shift_up_distance = wholeShiftUp + up;
     if (camera.camera_type == SceneNodeCamera::THIN_LENS_PERSPECTIVE) {
-        moveBack(camera, right, up);
+        moveBack(camera, right, up + correction);
+    } else {
+        moveBack(camera, 0.0, correction);
     }
 }
