@@ -164,6 +164,30 @@ std::string failureOf(int32_t result, const Image& image) {
     return isBlack(image) ? "nothing was rendered: the renderer's library is missing" : "";
 }
 
+/// Renders a preview into a file. False, with an error line, when the material has none. Nothing after
+/// Ctrl-C.
+std::optional<bool> makeImage(Host& host, Material& material, PreviewScene& scene, const PreviewSize& size,
+                              const std::filesystem::path& file) {
+    if (!makesPreviews(material)) {
+        throw HostError("The material \"" + material.name + "\" makes no previews");
+    }
+    Image image;
+    const int32_t result = renderPreview(host, material, scene, size, image);
+    if (result == RENDERRESULT_USERBREAK) {
+        return std::nullopt;
+    }
+    const std::string failure = failureOf(result, image);
+    if (!failure.empty()) {
+        host.errors().print("No preview of \"" + material.name + "\": " + failure);
+        return false;
+    }
+    if (writeImage(file, image, {}) != IMAGERESULT_OK) {
+        throw HostError(platform::utf8FromPath(file) + " can't be written");
+    }
+    std::puts(("Image: " + platform::utf8FromPath(file)).c_str());
+    return true;
+}
+
 } // namespace
 
 ExitStatus previewMaterialsCommand(Host& host, const Arguments& arguments) {
@@ -177,31 +201,14 @@ ExitStatus previewMaterialsCommand(Host& host, const Arguments& arguments) {
     std::filesystem::create_directories(target.parent_path());
     ExitStatus status = ExitStatus::done;
     for (size_t i = 0; i < materials.size(); ++i) {
-        Material& material = *materials[i];
-        if (host.wasInterrupted()) {
-            return ExitStatus::interrupted;
-        }
         if (wantedQuality) {
-            material.setParameter(DescID(QUALITY_PARAMETER), GeData(*wantedQuality));
+            materials[i]->setParameter(DescID(QUALITY_PARAMETER), GeData(*wantedQuality));
         }
-        if (!makesPreviews(material)) {
-            throw HostError("The material \"" + material.name + "\" makes no previews");
-        }
-        Image image;
-        const int32_t result = renderPreview(host, material, scene, size, image);
-        if (result == RENDERRESULT_USERBREAK) {
+        const std::optional<bool> isMade = makeImage(host, *materials[i], scene, size, files[i]);
+        if (!isMade) {
             return ExitStatus::interrupted;
         }
-        const std::string failure = failureOf(result, image);
-        if (!failure.empty()) {
-            host.errors().print("No preview of \"" + material.name + "\": " + failure);
-            status = ExitStatus::failed;
-            continue;
-        }
-        if (writeImage(files[i], image, {}) != IMAGERESULT_OK) {
-            throw HostError(platform::utf8FromPath(files[i]) + " can't be written");
-        }
-        std::puts(("Image: " + platform::utf8FromPath(files[i])).c_str());
+        status = *isMade ? status : ExitStatus::failed;
     }
     return status;
 }
