@@ -10,6 +10,7 @@
 #include <fstream>
 #include <sstream>
 #include <thread>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -39,12 +40,13 @@ headless::Host& Session::start() {
     return *host_;
 }
 
-headless::Host& Session::startHost(bool hasDrivenClock) {
+headless::Host& Session::startHost(bool hasDrivenClock, headless::LineSink statusTextSink) {
     headless::HostOptions options;
     const auto silent = [](const std::string&) {};
     options.consoleSink = silent;
     options.errorSink = silent;
     options.statusSink = silent;
+    options.statusTextSink = std::move(statusTextSink);
     options.fixedClock = DateTime{2026, 11, 24, 9, 5, 7};
     options.drivenClock = hasDrivenClock;
     host_ = std::make_unique<headless::Host>(options);

@@ -23,8 +23,9 @@ protected:
 
     /// Starts the host and the plug-in; without it tests can first prepare the folder.
     headless::Host& start();
-    /// Starts the host alone; with a driven clock timers and sleeps follow Host::advance.
-    headless::Host& startHost(bool hasDrivenClock = false);
+    /// Starts the host alone; with a driven clock timers and sleeps follow Host::advance. `statusTextSink`
+    /// gets each new text of the status bar.
+    headless::Host& startHost(bool hasDrivenClock = false, headless::LineSink statusTextSink = {});
     headless::Host& host() { return *host_; }
     void stop() { host_.reset(); }
 
