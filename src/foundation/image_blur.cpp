@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <new>
 
 namespace Quenza {
 
@@ -43,10 +44,16 @@ struct Neighbours {
 template <class Pass>
 void runPass(const Image& from, Image& to, const std::vector<f32>& weights, u32 lines, TaskManager& manager) {
     const auto pieces = u32(std::min<std::size_t>(manager.getNumThreads() * PIECES_PER_THREAD, lines));
-    for (u32 piece = 0; piece < pieces; ++piece) {
-        const u32 begin = u32(u64(lines) * piece / pieces);
-        const u32 end = u32(u64(lines) * (piece + 1) / pieces);
-        manager.addTask(std::make_unique<Pass>(from, to, weights, begin, end));
+    try {
+        for (u32 piece = 0; piece < pieces; ++piece) {
+            const u32 begin = u32(u64(lines) * piece / pieces);
+            const u32 end = u32(u64(lines) * (piece + 1) / pieces);
+            manager.addTask(std::make_unique<Pass>(from, to, weights, begin, end));
+        }
+    } catch (const std::bad_alloc&) {
+        // The tasks that are on their way write to the caller's images.
+        manager.waitForTasks();
+        throw;
     }
     manager.waitForTasks();
 }

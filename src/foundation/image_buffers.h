@@ -162,11 +162,11 @@ public:
 
     /// All bytes are zero then.
     void resize(u32 width, u32 height, u32 bytes_per_pixel) {
+        Vector<unsigned char> bytes(u64(width) * height * bytes_per_pixel, 0);
         width_ = width;
         height_ = height;
         bytes_per_pixel_ = bytes_per_pixel;
-        bytes_.clear();
-        bytes_.resize(u64(width) * height * bytes_per_pixel, 0);
+        bytes_ = std::move(bytes);
     }
 
     u32 getWidth() const { return width_; }
