@@ -10,7 +10,8 @@
 
 /// The one render in the Picture Viewer that commands and the tone mapping dialog act on. All fields are
 /// guarded by `renderStateMutex`, which is never held across a wait, a tone mapping run or a call of the
-/// host. Nodes of `activeRoot` are changed under it and under the root's own mutex, in this order.
+/// host. Nodes of `activeRoot` are changed under it and under the root's own mutex, in this order; it alone
+/// is enough to read them, so that nobody need wait while the library builds the scene under the other.
 struct RenderState {
     /// Null when no render is on.
     Quenza::Ref<Renderer> activeRenderer;

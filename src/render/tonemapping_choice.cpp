@@ -72,7 +72,6 @@ TonemappingChoice readTonemappingChoice() {
     if (!root) {
         return choice;
     }
-    Lock treeLock(root->getMutex());
     if (const SceneNode* const node = root->getToneMappingPointer()) {
         takeOver(choice, static_cast<const SceneNodeTonemapping&>(*node));
     }
@@ -91,7 +90,6 @@ std::vector<LayerWeight> takeLayerWeights() {
     if (!settings) {
         return layers;
     }
-    Lock treeLock(renderState().activeRoot->getMutex());
     for (const Ref<LayerSetting>& layer : settings->layer_settings) {
         layers.push_back(layer ? LayerWeight{layer->name, layer->xyz} : LayerWeight{});
     }

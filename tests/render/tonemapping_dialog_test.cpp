@@ -7,9 +7,12 @@
 #include "shared/plugin_state.h"
 #include "support/temp_dir.h"
 
+#include <chrono>
 #include <cstdlib>
+#include <future>
 #include <gtest/gtest.h>
 #include <memory>
+#include <thread>
 #include <tuple>
 
 namespace {
@@ -103,6 +106,23 @@ protected:
     Ref<SceneNodeRenderSettings> settings_;
     Ref<SceneNodeTonemapping> tonemapping_;
 };
+
+/// The library holds the scene for as long as it takes to build it.
+TEST_F(TonemappingDialogTest, OpensWhileTheSceneIsBeingBuilt) {
+    startRender({"Sun", "Lamp"});
+    std::promise<void> held;
+    std::promise<void> isOpen;
+    std::thread library([&] {
+        Quenza::Lock lock(renderState().activeRoot->getMutex());
+        held.set_value();
+        EXPECT_EQ(isOpen.get_future().wait_for(std::chrono::seconds(60)), std::future_status::ready);
+    });
+    held.get_future().wait();
+    open();
+    isOpen.set_value();
+    library.join();
+    EXPECT_EQ(shownLayers(), (std::vector<std::string>{"Sun", "Lamp"}));
+}
 
 TEST_F(TonemappingDialogTest, WritesTheValuesOfAllMethodsWithEachChange) {
     startRender({});
