@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The pages of the plug-in's own types, as it registered them.
+#include "end_to_end/plugin_folder.h"
 #include "end_to_end/session.h"
 #include "headless/app/description_list.h"
 #include "headless/model/handles.h"
@@ -68,6 +69,21 @@ std::string plain(const GeData& value) {
     default:
         return std::to_string(value.GetReal());
     }
+}
+
+/// Numbers of the parameters that are hidden, and of those that take no value.
+std::pair<std::set<int32_t>, std::set<int32_t>> hiddenAndDisabled(headless::Node& node) {
+    std::set<int32_t> hidden;
+    std::set<int32_t> disabled;
+    for (const headless::DescribedParameter& parameter : headless::describe(headless::toHost(&node))) {
+        if (parameter.properties.GetBool(DESC_HIDE)) {
+            hidden.insert(parameter.id);
+        }
+        if (!parameter.enabled) {
+            disabled.insert(parameter.id);
+        }
+    }
+    return {hidden, disabled};
 }
 
 class Descriptions : public Session {
@@ -201,11 +217,10 @@ TEST_F(Descriptions, HideAndDisableWhatDoesNotApply) {
         std::set<int32_t> hidden;
         std::set<int32_t> disabled;
     } cases[] = {
-        // Without the renderer's library this is the realtime edition, which has no light layers.
-        {1020892, {}, {1220, 1222, 1223, 1236, 1313}, {1300, 1301, 1308}},
-        {1020892, {{1215, 1216}, {1307, 1}}, {1221, 1222, 1223, 1236, 1313}, {1300, 1301}},
-        {1020892, {{1215, 1218}, {1312, 1}}, {1220, 1221, 1223, 1236, 1313}, {1308}},
-        {1020892, {{1215, 1219}}, {1220, 1221, 1222, 1236, 1313}, {1300, 1301, 1308}},
+        {1020892, {}, {1220, 1222, 1223}, {1300, 1301, 1308}},
+        {1020892, {{1215, 1216}, {1307, 1}}, {1221, 1222, 1223}, {1300, 1301}},
+        {1020892, {{1215, 1218}, {1312, 1}}, {1220, 1221, 1223}, {1308}},
+        {1020892, {{1215, 1219}}, {1220, 1221, 1222}, {1300, 1301, 1308}},
         {1022083, {}, {}, {1980}},
         {1022083, {{1979, 1}}, {}, {}},
         {1022667, {}, {}, {1502}},
@@ -221,20 +236,19 @@ TEST_F(Descriptions, HideAndDisableWhatDoesNotApply) {
         for (const auto& [id, value] : test.values) {
             node->data.SetLong(id, value);
         }
-        std::set<int32_t> hidden;
-        std::set<int32_t> disabled;
-        for (const headless::DescribedParameter& parameter :
-             headless::describe(headless::toHost(node.get()))) {
-            if (parameter.properties.GetBool(DESC_HIDE)) {
-                hidden.insert(parameter.id);
-            }
-            if (!parameter.enabled) {
-                disabled.insert(parameter.id);
-            }
-        }
+        const auto [hidden, disabled] = hiddenAndDisabled(*node);
         EXPECT_EQ(hidden, test.hidden) << test.type;
         EXPECT_EQ(disabled, test.disabled) << test.type;
     }
+}
+
+using RealtimeDescriptions = Session;
+
+TEST_F(RealtimeDescriptions, HideLightLayers) {
+    placeLibrary(folder(), "capturing_x64", "quenza_rt_sdk.dll");
+    startHost().loadPlugin(placePlugin(folder()));
+    const std::unique_ptr<headless::Node> light = makeNode(*host().registrations().find(1020892));
+    EXPECT_EQ(hiddenAndDisabled(*light).first, (std::set<int32_t>{1220, 1222, 1223, 1236, 1313}));
 }
 
 TEST_F(Descriptions, BackgroundsThatDontShineAreWarnedOfAndTaken) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The page of the plug-in's material, which follows its kind and its channels.
+#include "end_to_end/plugin_folder.h"
 #include "end_to_end/session.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
@@ -20,11 +21,12 @@ constexpr int32_t FLAGS[] = {6002, 6003, 6004, 6005, 6006, 6007, 6008, 6009, 601
 class MaterialPage : public Session {
 protected:
     void SetUp() override {
-        start();
+        startPlugin();
         host().open(std::make_unique<headless::Document>());
         material_ = &host().document()->appendMaterial(headless::createMaterial(MATERIAL));
     }
 
+    virtual void startPlugin() { start(); }
     BaseContainer& data() { return material_->data; }
     void setKind(int32_t kind) {
         data().SetLong(6024, kind);
@@ -231,10 +233,25 @@ TEST_F(MaterialPage, CorrectsTheMetal) {
     }
 }
 
-/// Without the renderer's library this is the realtime edition.
-TEST_F(MaterialPage, OffersNoScatteringAndNoLayersInTheRealtimeEdition) {
+/// Scattering below the surface, layers and emission profiles.
+constexpr int32_t FULL_EDITION_ONLY[] = {6048, 6090, 6136, 6217, 6281, 6282};
+
+TEST_F(MaterialPage, OffersScatteringAndLayers) {
     setKind(6029);
-    EXPECT_EQ(shown(std::set<int32_t>{6048, 6217, 6136, 6090, 6281, 6282}), std::set<int32_t>());
+    EXPECT_EQ(shown(FULL_EDITION_ONLY),
+              std::set<int32_t>(std::begin(FULL_EDITION_ONLY), std::end(FULL_EDITION_ONLY)));
+}
+
+class RealtimeMaterialPage : public MaterialPage {
+    void startPlugin() override {
+        placeLibrary(folder(), "capturing_x64", "quenza_rt_sdk.dll");
+        startHost().loadPlugin(placePlugin(folder()));
+    }
+};
+
+TEST_F(RealtimeMaterialPage, OffersNoScatteringAndNoLayers) {
+    setKind(6029);
+    EXPECT_EQ(shown(FULL_EDITION_ONLY), std::set<int32_t>());
 }
 
 TEST_F(MaterialPage, OfAnUnknownKindStaysAsItIs) {

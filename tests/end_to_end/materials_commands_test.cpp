@@ -151,7 +151,7 @@ TEST_F(MaterialsCommands, SayWhatTheyCanNotDo) {
         int status;
         const char* text;
     } cases[] = {
-        {"materials", 2, "materials needs convert, bake or import"},
+        {"materials", 2, "materials needs convert, bake, import or preview"},
         {"materials paint set.json", 2, "There is no command materials paint"},
         {"materials convert set.json", 2, "materials convert needs --save FILE.json"},
         {"materials convert set.json --material Plane --save o.json", 2,

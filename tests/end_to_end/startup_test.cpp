@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "end_to_end/plugin_folder.h"
 #include "end_to_end/session.h"
 #include "headless/model/handles.h"
 #include "headless/render/document_render.h"
@@ -69,22 +70,13 @@ TEST_F(Startup, RegistersItsRowsInOrder) {
 /// The plug-in in a folder with other libraries beside it than the built ones.
 class StartupOnLibrary : public Session {
 protected:
-    StartupOnLibrary() {
-        for (const char* const entry : {"cquenza.so", "res"}) {
-            fs::create_symlink(fs::path(QUENZA_BIN_DIR) / entry, folder() / entry);
-        }
-    }
+    StartupOnLibrary() : plugin_(placePlugin(folder())) {}
     ~StartupOnLibrary() override { stop(); }
 
     fs::path libraryFolder() const { return folder() / "quenza_x64"; }
-    fs::path link(const std::string& builtFolder, const std::string& name) const {
-        fs::create_directories(libraryFolder());
-        fs::create_symlink(fs::path(QUENZA_BIN_DIR) / builtFolder / "quenza_sdk.dll", libraryFolder() / name);
-        return libraryFolder() / name;
-    }
     /// The console of a start, up to the banner.
     std::vector<std::string> startLines() {
-        startHost().loadPlugin(folder() / "cquenza.so");
+        startHost().loadPlugin(plugin_);
         EXPECT_TRUE(host().isStarted());
         std::vector<std::string> lines = newLines();
         lines.erase(std::find(lines.begin(), lines.end(), std::string("\n") + DECORATION), lines.end());
@@ -105,6 +97,9 @@ protected:
     }
 
     static constexpr int32_t RS_GPU_DEVICE = 1436;
+
+private:
+    fs::path plugin_;
 };
 
 TEST_F(StartupOnLibrary, TellsHowLoadingWent) {
@@ -126,19 +121,19 @@ TEST_F(StartupOnLibrary, TellsHowLoadingWent) {
     EXPECT_EQ(devices(), Lines{});
     stop();
 
-    fs::path library = link("half_x64", "quenza_sdk.dll");
+    fs::path library = placeLibrary(folder(), "half_x64", "quenza_sdk.dll");
     EXPECT_EQ(startLines(),
               (Lines{loading, failed22, "unable to get address of procedure 'quenzaGlobalLibraryInit'"}));
     stop();
     fs::remove(library);
 
-    library = link("capturing_x64", "quenza_rt_sdk.dll");
+    library = placeLibrary(folder(), "capturing_x64", "quenza_rt_sdk.dll");
     const capture::CapturingLibrary captured(library);
     captured->setDevices({{"Left card", 1}, {"Right card", 0}});
     EXPECT_EQ(startLines(), (Lines{loading, "Successfully initialised Quenza RT."}));
     EXPECT_EQ(devices(), (Lines{"Left card CUDA", "Right card OpenCL"}));
     stop();
-    link("capturing_x64", "quenza_sdk.dll");
+    placeLibrary(folder(), "capturing_x64", "quenza_sdk.dll");
     captured->fail("HardwareInfoDLLAPI.getGPUInfo", 1);
     EXPECT_EQ(startLines(), (Lines{loading, "Successfully initialised Quenza Renderer."}));
     EXPECT_EQ(devices(), Lines{}) << "those of the last start are gone";
