@@ -158,7 +158,7 @@ TEST_F(RealtimePreviewTest, GoesOnBehindAClosedWindowAndEndsWithThePlugin) {
     ASSERT_TRUE(host().dialogs().requestClose(dialog_));
     host().advance(3000ms);
     EXPECT_EQ(count("QuenzaInterface.stop"), 0u);
-    openPreview();
+    ASSERT_TRUE(host().restoreLayout(REALTIME_COMMAND, 300, 200));
     advanceToImage();
     EXPECT_EQ(pixel(0, 0), (std::vector<int>{128, 0, 0}));
     stop();
