@@ -93,7 +93,7 @@ TEST_F(Library, ListsTheProcessorAsTheOnlyDevice) {
 
 TEST(LibraryPicture, IsThatOfTheProgram) {
     const TempDir temp;
-    SceneBuilder builder(48, 32);
+    SceneBuilder builder(24, 16);
     builder.settings->ensureLayers(2);
     builder.setUniformBackground(1);
     builder.addSphere({-0.6, 4, 0}, 1, builder.diffuse(0.5));
@@ -125,7 +125,7 @@ TEST(LibraryPicture, IsThatOfTheProgram) {
             ASSERT_TRUE(renderer.renderTo(100));
             renderer.call(RenderCall::stop);
             EXPECT_EQ(comparePictures(tone_mapper.run(*root), *expected), "") << path;
-            const bool lamp_apart = buffer->layers[1].pixelComponent(43, 8, 1) > 0;
+            const bool lamp_apart = buffer->layers[1].pixelComponent(21, 4, 1) > 0;
             EXPECT_EQ(lamp_apart, path == FULL);
             EXPECT_GT(tone_mapper.floats->pixel(0, 0)[1], 0.0f);
         }
