@@ -112,12 +112,18 @@ void PictureRender::loop() {
             hadError_ = true;
             return;
         }
-        takeSceneChanges();
+        // During a run a refusal would pass for the run's own failure.
+        if (!isRunOn_) {
+            takeSceneChanges();
+        }
         startDueRun(renderer_->getElapsedTime());
         if (isRunOn_ && toneMapper_->isFinished()) {
             endRun();
         }
-        if (isHaltReached()) {
+        const double elapsed = renderer_->getElapsedTime();
+        const double samplesPerPixel = renderer_->getSamplesPerPixel();
+        showState(elapsed, samplesPerPixel);
+        if (isHaltReached(elapsed, samplesPerPixel)) {
             return;
         }
         GeSleep(POLL_PERIOD);
@@ -190,14 +196,15 @@ void PictureRender::endRun() {
     pausedText_ = String();
 }
 
-bool PictureRender::isHaltReached() {
-    const double elapsed = renderer_->getElapsedTime();
-    const double samplesPerPixel = renderer_->getSamplesPerPixel();
+void PictureRender::showState(double elapsed, double samplesPerPixel) {
     if (job_.isPictureViewer && isPaused()) {
         showPaused(samplesPerPixel);
     } else if (!isRunOn_) {
         showProgress(elapsed, samplesPerPixel);
     }
+}
+
+bool PictureRender::isHaltReached(double elapsed, double samplesPerPixel) const {
     if (job_.haltSpp != NO_LIMIT) {
         return samplesPerPixel > job_.haltSpp;
     }

@@ -29,7 +29,8 @@ private:
     void startRun(const char* status);
     void waitForRun();
     void endRun();
-    bool isHaltReached();
+    void showState(double elapsed, double samplesPerPixel);
+    bool isHaltReached(double elapsed, double samplesPerPixel) const;
     void showProgress(double elapsed, double samplesPerPixel);
     void showPaused(double samplesPerPixel);
     void makeFinalImage();

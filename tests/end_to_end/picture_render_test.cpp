@@ -261,6 +261,19 @@ TEST_F(PictureRenderTest, TakesOverWhatTheDialogChanges) {
     ASSERT_TRUE(host().executeCommand(PLUGINID_UPDATE_IMAGE_COMMAND));
     awaitImage(*picture, 2);
     EXPECT_EQ(picture->pixel(0, 0), (std::vector<int>{64, 0, 0}));
+
+    // Nor does it cost the image that is being made.
+    library()->holdToneMapping(true);
+    ASSERT_TRUE(host().executeCommand(PLUGINID_UPDATE_IMAGE_COMMAND));
+    round(1.0, 1.0);
+    EXPECT_EQ(runs(), 3u);
+    library()->fail("ToneMapperDLLAPI.update", 1, "No such paper.");
+    ASSERT_TRUE(host().dialogs().enter(dialog, SCALE, GeData(0.25f)));
+    round(1.0, 1.0);
+    library()->holdToneMapping(false);
+    awaitImage(*picture, 3);
+    host().advance(50ms);
+    EXPECT_TRUE(printed("No such paper."));
     end(*picture);
     EXPECT_EQ(library()->violations(), Lines());
 }
