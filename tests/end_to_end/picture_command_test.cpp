@@ -178,8 +178,8 @@ TEST_F(PictureCommand, TakesKeysAndLeavesTheTerminalAsItWas) {
         int status;
     } cases[] = {{"q", 0}, {"\x03", 130}};
     for (const auto& test : cases) {
-        TerminalRun run({QUENZA_BIN_DIR "/quenza-headless", "picture", SCENE.string(), "--size", "36x24",
-                         "--set", "RS_HALT_SPP=-1", "--image", imagePath()});
+        TerminalRun run({std::string(QUENZA_BIN_DIR) + "/quenza-headless", "picture", SCENE.string(),
+                         "--size", "36x24", "--set", "RS_HALT_SPP=-1", "--image", imagePath()});
         ASSERT_TRUE(run.awaitText("Rendering: "));
         EXPECT_TRUE(run.hasChanged());
         run.type("xp");
