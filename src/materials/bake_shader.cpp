@@ -9,7 +9,6 @@
 #include "materials/bake_memory.h"
 #include "shared/export_context.h"
 #include "shared/parameter_ids.h"
-#include "shared/text.h"
 
 #include <cmath>
 
@@ -112,9 +111,5 @@ bool bakeShaderToFile(BaseShader* shader, const Filename& file, const BaseContai
     if (!image || !renderShader(*shader, *context.document, size, *image)) {
         return false;
     }
-    const bool isSaved = saveAsJpeg(*image, file, saveFlags);
-    if (isSaved && context.extraFiles) {
-        context.extraFiles->push_back(toSceneString(file));
-    }
-    return isSaved;
+    return saveAsJpeg(*image, file, saveFlags);
 }

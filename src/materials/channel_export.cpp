@@ -16,6 +16,7 @@
 #include "scene/wavelength_independent_param.h"
 #include "shared/export_context.h"
 #include "shared/spectra.h"
+#include "shared/temporary_file.h"
 
 #include <algorithm>
 #include <cassert>
@@ -85,14 +86,16 @@ TextureMapping textureMapping(const Channel& channel, const BaseContainer& data)
 
 } // namespace
 
-/// A name that no bake of this export has, and no file of an earlier one.
+/// A name that no bake of this export has, and no file of another one.
 Filename ChannelExporter::nextBakedFile(const Channel& channel) {
     Filename file;
     uint32_t number = std::max(GeGetMilliSeconds(), context_.lastBakeNumber + 1);
     for (;; ++number) {
         const ::String tail = ::String("_") + LongToString(number) + channel.bakeSuffix;
         file = context_.textureDirectory + Filename(legalFileName(name_, tail));
-        if (!GeFExist(file)) {
+        const bool isTaken =
+            context_.extraFiles ? claimTemporaryFile(file, context_) == Claim::TAKEN : GeFExist(file);
+        if (!isTaken) {
             break;
         }
     }

@@ -9,6 +9,7 @@
 #include "scene/tex_coord_generator.h"
 #include "shared/export_context.h"
 #include "shared/plugin_state.h"
+#include "shared/temporary_file.h"
 #include "shared/text.h"
 
 #include <cstdio>
@@ -53,11 +54,37 @@ Filename presetTarget(const Filename& preset, ExportContext& context) {
     return context.textureDirectory + file;
 }
 
+/// In the folder that all exports share there may be a copy already that another export will delete.
+Filename copyToTemporaryFile(const Filename& preset, ExportContext& context) {
+    for (const auto& [file, copied] : context.presetTextures) {
+        if (copied == preset) {
+            return context.textureDirectory + Filename(file);
+        }
+    }
+    Filename file = presetFile(preset, "");
+    Claim claim = claimTemporaryFile(context.textureDirectory + file, context);
+    for (int32_t number = 2; claim == Claim::TAKEN; ++number) {
+        file = presetFile(preset, String("_") + LongToString(number));
+        claim = claimTemporaryFile(context.textureDirectory + file, context);
+    }
+    const Filename target = context.textureDirectory + file;
+    if (!GeFCopyFile(preset, target, true) && claim == Claim::MADE) {
+        // The renderer shall say that there is no file, and not that it's damaged.
+        GeFKill(target);
+        context.extraFiles->pop_back();
+    }
+    context.presetTextures.emplace(file.GetString(), preset);
+    return target;
+}
+
 /// Copies a preset to the scene's textures unless it's there. A failure is found by the renderer.
 Filename copyPreset(const Filename& preset, ExportContext& context) {
+    if (context.extraFiles) {
+        return copyToTemporaryFile(preset, context);
+    }
     const Filename target = presetTarget(preset, context);
-    if (!GeFExist(target) && GeFCopyFile(preset, target, false) && context.extraFiles) {
-        context.extraFiles->push_back(toSceneString(target));
+    if (!GeFExist(target)) {
+        GeFCopyFile(preset, target, false);
     }
     return target;
 }

@@ -42,23 +42,29 @@ TEST_F(BakeShader, KeepsPreviewsSmall) {
     }
 }
 
-TEST_F(BakeShader, ListsTheFileOnlyWhenItIsThere) {
-    Quenza::Vector<Quenza::String> files;
-    extraFiles = &files;
-    EXPECT_TRUE(bake(8, 8));
-    ASSERT_EQ(files.size(), 1u);
-    EXPECT_EQ(files[0], Quenza::String(file()));
-
+TEST_F(BakeShader, RefusesWhatItCannotBake) {
     for (const auto& [width, height] : {std::pair{0, 8}, {8, -1}, {1 << 20, 1 << 20}}) {
         EXPECT_FALSE(bake(width, height));
     }
     const Filename target{String(file())};
     EXPECT_FALSE(bakeShaderToFile(nullptr, target, &data(material_), SAVEBIT_0, context()));
     EXPECT_FALSE(bakeShaderToFile(noise_, target, nullptr, SAVEBIT_0, context()));
-    std::filesystem::remove(file());
     std::filesystem::create_directories(file() + "/taken");
     EXPECT_FALSE(bake(8, 8));
-    EXPECT_EQ(files.size(), 1u);
+}
+
+/// A bake that fails, on a full disk say, may leave a part of its file.
+TEST_F(BakeShader, ListsTemporaryFilesBeforeTheyAreWritten) {
+    for (const int32_t width : {8, 0}) {
+        endExport();
+        Quenza::Vector<Quenza::String> files;
+        extraFiles = &files;
+        data(material_).SetLong(MAT_BAKE_WIDTH, width);
+        exportMaterial(material_);
+        ASSERT_EQ(files.size(), 1u) << width;
+        EXPECT_EQ(Quenza::fileBytes(files[0]).empty(), width == 0);
+        EXPECT_TRUE(std::filesystem::remove(files[0].toStdString()));
+    }
 }
 
 } // namespace

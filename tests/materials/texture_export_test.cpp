@@ -86,18 +86,24 @@ TEST_F(PresetExport, CopiesAPresetOnceUnderAFlatName) {
               context().textureDirectory.GetUtf8() + "/preset_tex.lib4d_missing.jpg");
 }
 
-TEST_F(PresetExport, ListsTheCopyAmongTheFilesOfTheExport) {
+/// Two renders at once: what the first deletes at its end isn't what the second looks at.
+TEST_F(PresetExport, GivesEachExportTemporaryCopiesOfItsOwn) {
     addPreset("a.jpg");
     Quenza::Vector<Quenza::String> files;
     extraFiles = &files;
-    const std::string target = context().textureDirectory.GetUtf8() + "/preset_a.jpg";
-    std::filesystem::remove(target);
-    pathOf("preset://a.jpg", context());
-    pathOf("preset://a.jpg", context());
+    const std::string first = pathOf("preset://a.jpg", context());
+    EXPECT_EQ(pathOf("preset://a.jpg", context()), first);
     pathOf("preset://missing.jpg", context());
-    ASSERT_EQ(files.size(), 1u);
-    EXPECT_EQ(files[0].toStdString(), target);
-    std::filesystem::remove(target);
+    endExport();
+    const std::string second = pathOf("preset://a.jpg", context());
+    EXPECT_NE(second, first);
+    ASSERT_EQ(files.size(), 2u) << "without the one that is missing";
+    EXPECT_EQ(files[0].toStdString(), first);
+    EXPECT_EQ(files[1].toStdString(), second);
+    for (const Quenza::String& file : files) {
+        EXPECT_EQ(contentOf(file.toStdString()), "a.jpg");
+        std::filesystem::remove(file.toStdString());
+    }
 }
 
 TEST_F(PresetExport, KeepsPresetsApartWhoseFlatNamesAreOne) {
