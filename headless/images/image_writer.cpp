@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "headless/images/image_files.h"
 
-#include "headless/runtime/platform.h"
-
 #include <OpenImageIO/filesystem.h>
 #include <OpenImageIO/imageio.h>
 #include <algorithm>
+#include <fstream>
+#include <vector>
 
 namespace headless {
 
@@ -62,11 +62,13 @@ bool writePixels(OIIO::ImageOutput& output, const Component* pixels, size_t coun
                      : output.write_image(type, pixels);
 }
 
-/// `memory` may be null; with it the file goes there, and its path counts for nothing.
-bool writeTo(const fs::path& file, const Image& image, const Writer& writer, const ImageSaving& saving,
-             OIIO::Filesystem::IOProxy* memory = nullptr) {
+/// The bytes of the file, made in memory: the JPEG library would end the process at a full disk. False when
+/// the format can't hold the image.
+bool encode(const Image& image, const Writer& writer, const ImageSaving& saving,
+            std::vector<unsigned char>& bytes) {
+    OIIO::Filesystem::IOVecOutput memory(bytes);
     const std::unique_ptr<OIIO::ImageOutput> output = OIIO::ImageOutput::create(writer.name);
-    if (!output || (memory && !output->set_ioproxy(memory))) {
+    if (!output || !output->set_ioproxy(&memory)) {
         return false;
     }
     const int channels = saving.greyscale && writer.knowsGrey ? 1 : 3;
@@ -76,7 +78,7 @@ bool writeTo(const fs::path& file, const Image& image, const Writer& writer, con
     // Colours as sharp as the brightness: textures are looked at from near.
     layout.attribute("jpeg:subsampling", "4:4:4");
     const size_t count = static_cast<size_t>(image.width()) * static_cast<size_t>(image.height());
-    const bool isWritten = output->open(platform::utf8FromPath(file), layout) &&
+    const bool isWritten = output->open("memory", layout) &&
                            (image.bytes() ? writePixels(*output, image.bytes(), count,
                                                         static_cast<size_t>(channels), saving.greyscale)
                                           : writePixels(*output, image.floats(), count,
@@ -84,6 +86,13 @@ bool writeTo(const fs::path& file, const Image& image, const Writer& writer, con
                            output->close();
     static_cast<void>(output->geterror()); // Else it would be printed.
     return isWritten;
+}
+
+bool writeBytes(const fs::path& file, const std::vector<unsigned char>& bytes) {
+    std::ofstream stream(file, std::ios::binary);
+    stream.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    stream.close();
+    return stream.good();
 }
 
 } // namespace
@@ -102,7 +111,8 @@ int32_t writeImage(const fs::path& file, const Image& image, const ImageSaving& 
     partial += ".partial";
     int32_t result = IMAGERESULT_FILEERROR;
     try {
-        if (writeTo(partial, image, *writer, saving)) {
+        std::vector<unsigned char> bytes;
+        if (encode(image, *writer, saving, bytes) && writeBytes(partial, bytes)) {
             fs::rename(partial, file, error);
             result = error ? IMAGERESULT_FILEERROR : IMAGERESULT_OK;
         }
@@ -120,9 +130,8 @@ int32_t writeImage(const fs::path& file, const Image& image, const ImageSaving& 
 std::string encodePng(const Image& image) {
     const Writer* const writer = std::ranges::find(WRITERS, FILTER_PNG, &Writer::filter);
     std::vector<unsigned char> bytes;
-    OIIO::Filesystem::IOVecOutput memory(bytes);
     try {
-        if (image.depth() != 0 && writeTo("memory.png", image, *writer, ImageSaving(), &memory)) {
+        if (image.depth() != 0 && encode(image, *writer, ImageSaving(), bytes)) {
             return {bytes.begin(), bytes.end()};
         }
     } catch (const std::bad_alloc&) {

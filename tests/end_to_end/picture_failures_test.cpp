@@ -7,8 +7,11 @@
 #include "shared/plugin_ids.h"
 
 #include <algorithm>
+#include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <sys/resource.h>
 
 namespace {
 
@@ -148,15 +151,76 @@ TEST_F(PictureFailuresTest, OfToneMappingCostOneImage) {
     expectClean();
 }
 
-TEST_F(PictureFailuresTest, WithoutALibraryNothingHappens) {
-    removeLibrary();
+/// A run that comes to its end only after the artist has stopped the render still gives its image, and the
+/// last one after it.
+TEST_F(PictureFailuresTest, WaitForAToneMapperThatIsLate) {
     startPlugin();
     const auto picture = begin();
-    EXPECT_FALSE(picture->IsRunning());
-    EXPECT_EQ(picture->result, RENDERRESULT_OK);
-    EXPECT_EQ(picture->image.changes(), 0u);
-    EXPECT_EQ(host().status().history(), Lines());
-    EXPECT_EQ(newLines(), Lines());
+    library()->holdToneMapping(true);
+    ASSERT_TRUE(host().executeCommand(PLUGINID_UPDATE_IMAGE_COMMAND));
+    round(1.0, 1.0);
+    EXPECT_EQ(runs(), 1u);
+    picture->End(false);
+    host().advance(5s);
+    EXPECT_TRUE(picture->IsRunning());
+    EXPECT_EQ(runs(), 1u);
+    library()->holdToneMapping(false);
+    awaitEnd(*picture);
+    EXPECT_EQ(picture->result, RENDERRESULT_USERBREAK);
+    EXPECT_EQ(picture->image.changes(), 2u);
+    expectClean();
+}
+
+/// What can't be baked takes its constant form.
+TEST_F(PictureFailuresTest, OfTemporaryFilesCostTheirTexturesAlone) {
+    startPlugin();
+    signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const fs::path temp = folder() / "temp";
+    const struct {
+        const char* name;
+        fs::path folder;
+        rlim_t longestFile;
+    } cases[] = {{"full disk", temp, 0},
+                 {"disk full in the middle", temp, 1000},
+                 {"no folder", folder() / "nowhere", before.rlim_cur},
+                 {"a file in its place", folder() / "document.json", before.rlim_cur}};
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        setenv("TMPDIR", row.folder.c_str(), 1);
+        rlimit limit = before;
+        limit.rlim_cur = row.longestFile;
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const auto picture = begin();
+        setrlimit(RLIMIT_FSIZE, &before);
+        end(*picture);
+        EXPECT_EQ(picture->result, RENDERRESULT_USERBREAK);
+        EXPECT_EQ(picture->image.changes(), 1u);
+        EXPECT_EQ(host().messages(), Lines());
+        expectClean();
+    }
+    signal(SIGXFSZ, SIG_DFL);
+}
+
+TEST_F(PictureFailuresTest, WithoutAWholeLibraryNothingHappens) {
+    for (const bool isHalfThere : {false, true}) {
+        SCOPED_TRACE(isHalfThere);
+        stop();
+        removeLibrary();
+        if (isHalfThere) {
+            // Under the other name: the loader knows the whole library, which is open, by this one.
+            fs::create_symlink(fs::path(QUENZA_BIN_DIR) / "half_x64" / "quenza_sdk.dll",
+                               folder() / "quenza_x64" / "quenza_rt_sdk.dll");
+        }
+        startPlugin();
+        const auto picture = begin();
+        EXPECT_FALSE(picture->IsRunning());
+        EXPECT_EQ(picture->result, RENDERRESULT_OK);
+        EXPECT_EQ(picture->image.changes(), 0u);
+        EXPECT_EQ(host().status().history(), Lines());
+        EXPECT_EQ(newLines(), Lines());
+    }
 }
 
 TEST_F(PictureFailuresTest, ACallWithoutAStructureIsTold) {
