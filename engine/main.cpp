@@ -44,12 +44,14 @@ bool renderAll(const engine::Options& options) {
     return all;
 }
 
-int run(int argc, char** argv) {
-    const std::string program = argc > 0 ? argv[0] : "quenza.exe";
+int run(std::vector<std::string> words) {
+    const std::string program = words.empty() ? "quenza.exe" : words.front();
     engine::Options options;
     std::string fault;
-    if (!engine::parseOptions(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc), options,
-                              fault)) {
+    if (!words.empty()) {
+        words.erase(words.begin());
+    }
+    if (!engine::parseOptions(words, options, fault)) {
         std::fprintf(stderr, "%s: %s\n\n%s", program.c_str(), fault.c_str(), engine::usage(program).c_str());
         return 2;
     }
@@ -80,7 +82,7 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     try {
-        return run(argc, argv);
+        return run(Quenza::PlatformUtils::commandLineWords(argc, argv));
     } catch (const std::exception& exception) {
         std::fprintf(stderr, "quenza: %s\n", exception.what());
         return 1;

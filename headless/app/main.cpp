@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "foundation/platform.h"
 #include "headless/app/program.h"
-#include "headless/runtime/platform.h"
+
+#include <span>
+#include <string>
+#include <vector>
 
 int main(int count, char** words) {
-    const std::vector<std::string> arguments = headless::platform::commandLineWords(count, words);
+    const std::vector<std::string> arguments = Quenza::PlatformUtils::commandLineWords(count, words);
     return headless::runProgram(std::span(arguments).subspan(arguments.empty() ? 0 : 1));
 }

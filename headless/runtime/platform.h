@@ -15,9 +15,6 @@ namespace headless::platform {
 std::filesystem::path pathFromUtf8(std::string_view text);
 std::string utf8FromPath(const std::filesystem::path& path);
 
-/// The words of the command line, the program's name first, from what `main` got.
-std::vector<std::string> commandLineWords(int count, char** words);
-
 /// Full path of the running program.
 std::filesystem::path executablePath();
 

@@ -80,10 +80,6 @@ std::string utf8FromPath(const std::filesystem::path& path) {
     return path.string();
 }
 
-std::vector<std::string> commandLineWords(int count, char** words) {
-    return std::vector<std::string>(words, words + count);
-}
-
 std::filesystem::path executablePath() {
     std::error_code error;
     std::filesystem::path path = std::filesystem::read_symlink("/proc/self/exe", error);

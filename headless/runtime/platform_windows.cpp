@@ -14,8 +14,6 @@
 #endif
 #include <windows.h>
 
-#include <shellapi.h>
-
 namespace headless::platform {
 
 namespace {
@@ -63,18 +61,6 @@ std::filesystem::path pathFromUtf8(std::string_view text) {
 std::string utf8FromPath(const std::filesystem::path& path) {
     const std::u8string text = path.u8string();
     return std::string(text.begin(), text.end());
-}
-
-std::vector<std::string> commandLineWords(int /*count*/, char** /*words*/) {
-    // Those of `main` are in the code page of the system, which can't hold every path.
-    int count = 0;
-    wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-    std::vector<std::string> result;
-    for (int i = 0; i < count; ++i) {
-        result.push_back(utf8FromPath(std::filesystem::path(words[i])));
-    }
-    LocalFree(words);
-    return result;
 }
 
 std::filesystem::path executablePath() {

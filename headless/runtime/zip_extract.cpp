@@ -12,6 +12,10 @@
 #include <stdexcept>
 #include <vector>
 
+#ifdef _WIN32
+#include <minizip/iowin32.h>
+#endif
+
 namespace headless {
 
 namespace {
@@ -57,6 +61,16 @@ private:
     fs::path path_;
 };
 
+unzFile openArchive(const fs::path& file) {
+#ifdef _WIN32
+    zlib_filefunc64_def functions;
+    fill_win32_filefunc64W(&functions);
+    return unzOpen2_64(file.c_str(), &functions);
+#else
+    return unzOpen64(file.c_str());
+#endif
+}
+
 class Archive {
 public:
     explicit Archive(const fs::path& file) {
@@ -66,7 +80,7 @@ public:
             throw Refusal("there is no such file");
         }
         byteCount_ = fs::file_size(file, error);
-        handle_ = unzOpen64(platform::utf8FromPath(file).c_str());
+        handle_ = openArchive(file);
         if (!handle_) {
             throw Refusal("it is no zip archive");
         }

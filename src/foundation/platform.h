@@ -7,8 +7,10 @@
 #include "foundation/vector.h"
 
 #include <cstdio>
+#include <string>
 #include <string_view>
 #include <thread>
+#include <vector>
 
 /// What the operating system gives. All paths and texts are UTF-8; on Windows they pass through the wide
 /// form.
@@ -48,6 +50,9 @@ String getTempDirectory();
 /// `executablePath` is the whole path; `commandLine` begins with the program's name (its argv[0]) and is
 /// split at blanks outside of double quotes. Returns false when the program couldn't be started.
 bool createProcess(const String& executablePath, const String& commandLine, bool lowPriority);
+
+/// The words of the command line, the program's name first, from what `main` got.
+std::vector<std::string> commandLineWords(int count, char** words);
 
 /// Folder of the running program, or "" when the system doesn't tell.
 String getProgramDirectory();

@@ -135,6 +135,10 @@ bool createProcess(const String& executablePath, const String& commandLine, bool
     return started;
 }
 
+std::vector<std::string> commandLineWords(int count, char** words) {
+    return std::vector<std::string>(words, words + count);
+}
+
 String getProgramDirectory() {
     std::error_code error;
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);

@@ -4,22 +4,21 @@
 #include "foundation/platform.h"
 
 #include "foundation/platform_memory.h"
+#include "foundation/platform_wide.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cwchar>
-#include <cwctype>
+#include <fcntl.h>
 #include <io.h>
 #include <malloc.h>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
 #include <windows.h>
-
-#include <shlobj.h>
 
 namespace Quenza {
 
@@ -35,24 +34,38 @@ namespace PlatformUtils {
 
 namespace {
 
-constexpr REGSAM REGISTRY_ACCESS = 983103; // all access
-constexpr DWORD REGISTRY_BUFFER_BYTES = 1024;
 constexpr i64 FILETIME_TICKS_PER_SECOND = 10000000;
 constexpr i64 FILETIME_OF_1970 = 116444736000000000;
+/// Others may do with an open file what they may do elsewhere.
+constexpr DWORD SHARE_ALL = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-std::wstring toWide(const String& text) {
-    const int size = int(text.size());
-    std::wstring wide(std::size_t(MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0)), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.data(), int(wide.size()));
-    return wide;
-}
+/// What a mode of fopen asks for. The C library's own opening would pass the file on to child processes, take
+/// no long paths, and know no "x".
+struct Opening {
+    DWORD access = GENERIC_READ;
+    DWORD disposition = OPEN_EXISTING;
+    int flags = _O_RDONLY | _O_NOINHERIT;
+    std::string mode;
+};
 
-String toUtf8(const std::wstring& wide) {
-    const int size = int(wide.size());
-    std::string text(
-        std::size_t(WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, nullptr, 0, nullptr, nullptr)), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, text.data(), int(text.size()), nullptr, nullptr);
-    return text;
+Opening openingOf(const char* mode) {
+    Opening opening;
+    const std::string_view wanted = mode;
+    const auto has = [wanted](char c) { return wanted.find(c) != std::string_view::npos; };
+    const bool updates = has('+');
+    if (wanted[0] == 'w')
+        opening.disposition = has('x') ? CREATE_NEW : CREATE_ALWAYS;
+    else if (wanted[0] == 'a')
+        opening.disposition = OPEN_ALWAYS;
+    if (wanted[0] != 'r' || updates) {
+        opening.access = updates ? GENERIC_READ | GENERIC_WRITE : GENERIC_WRITE;
+        opening.flags = (updates ? _O_RDWR : _O_WRONLY) | _O_NOINHERIT;
+    }
+    if (wanted[0] == 'a')
+        opening.flags |= _O_APPEND;
+    opening.flags |= has('b') ? _O_BINARY : _O_TEXT;
+    opening.mode = std::string(1, wanted[0]) + (updates ? "+" : "") + (has('b') ? "b" : "t");
+    return opening;
 }
 
 } // namespace
@@ -65,139 +78,38 @@ bool isAbsolutePath(const String& path) {
     return (path.size() >= 1 && isSeparator(path[0])) || (path.size() >= 2 && path[1] == ':');
 }
 
-String readRegistryText(const String& key, const String& value) {
-    HKEY handle;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, toWide(key).c_str(), 0, REGISTRY_ACCESS, &handle) != ERROR_SUCCESS)
-        return "";
-    wchar_t buffer[REGISTRY_BUFFER_BYTES / sizeof(wchar_t) + 1] = {};
-    DWORD bytes = REGISTRY_BUFFER_BYTES;
-    const LSTATUS result = RegQueryValueExW(handle, toWide(value).c_str(), nullptr, nullptr,
-                                            reinterpret_cast<BYTE*>(buffer), &bytes);
-    RegCloseKey(handle);
-    return result == ERROR_SUCCESS ? toUtf8(buffer) : String();
-}
-
-String getAppDataDirectory() {
-    wchar_t path[MAX_PATH] = {};
-    const HRESULT result = SHGetFolderPathW(nullptr, CSIDL_APPDATA, nullptr, 0, path);
-    if (result != S_OK)
-        throw PlatformUtilsExcep("SHGetFolderPath() failed, Error code: " + std::to_string(result));
-    return toUtf8(path);
-}
-
-String getTempDirectory() {
-    wchar_t path[MAX_PATH + 1] = {};
-    if (GetTempPathW(MAX_PATH + 1, path) == 0)
-        throw PlatformUtilsExcep("GetTempPath() failed, Error code: " + std::to_string(GetLastError()));
-    std::wstring directory = path;
-    while (!directory.empty() && directory.back() == L'\\')
-        directory.pop_back();
-    return toUtf8(directory);
-}
-
-bool createProcess(const String& executablePath, const String& commandLine, bool lowPriority) {
-    const std::wstring line = toWide(commandLine);
-    std::vector<wchar_t> writable_line(line.begin(), line.end()); // CreateProcessW may change it
-    writable_line.push_back(L'\0');
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    const DWORD flags = CREATE_DEFAULT_ERROR_MODE | (lowPriority ? BELOW_NORMAL_PRIORITY_CLASS : 0);
-    if (!CreateProcessW(toWide(executablePath).c_str(), writable_line.data(), nullptr, nullptr, FALSE, flags,
-                        nullptr, nullptr, &startup, &process))
-        return false;
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-    return true;
-}
-
-String getProgramDirectory() {
-    std::vector<wchar_t> path(32768); // no path is longer
-    const DWORD length = GetModuleFileNameW(nullptr, path.data(), DWORD(path.size()));
-    const std::wstring program(path.data(), length);
-    const std::size_t end = program.find_last_of(L'\\');
-    return end == std::wstring::npos ? String() : toUtf8(program.substr(0, end));
-}
-
-bool lowerPriority() {
-    return SetPriorityClass(GetCurrentProcess(), BELOW_NORMAL_PRIORITY_CLASS) != 0;
-}
-
-int setThreadPriority(std::thread& thread, int value) {
-    return SetThreadPriority(thread.native_handle(), value) ? 0 : lastErrorCode();
-}
-
-String errorText(int code) {
-    wchar_t* buffer = nullptr;
-    const DWORD length = FormatMessageW(
-        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-        DWORD(code), 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
-    std::wstring text(buffer ? buffer : L"", length);
-    LocalFree(buffer);
-    while (!text.empty() && std::iswspace(text.back()))
-        text.pop_back();
-    return toUtf8(text);
-}
-
-String lastErrorText() {
-    return errorText(int(GetLastError()));
-}
-
-int lastErrorCode() {
-    return int(GetLastError());
-}
-
-void setLibraryDirectory(const String& directory) {
-    SetDllDirectoryW(toWide(directory).c_str());
-}
-
-void* loadLibrary(const String& path, String& error) {
-    const HMODULE library = LoadLibraryW(toWide(path).c_str());
-    if (!library)
-        error = lastErrorText();
-    return library;
-}
-
-void* librarySymbol(void* library, const char* name) {
-    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), name));
-}
-
-void freeLibrary(void* library) {
-    FreeLibrary(static_cast<HMODULE>(library));
-}
-
 PathKind pathKind(const String& path) {
-    const DWORD attributes = GetFileAttributesW(toWide(path).c_str());
+    const DWORD attributes = GetFileAttributesW(toWidePath(path).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES)
         return PathKind::MISSING;
     return attributes & FILE_ATTRIBUTE_DIRECTORY ? PathKind::DIRECTORY : PathKind::FILE;
 }
 
 bool makeDirectory(const String& path) {
-    return CreateDirectoryW(toWide(path).c_str(), nullptr) != 0;
+    return CreateDirectoryW(toWidePath(path).c_str(), nullptr) != 0;
 }
 
 bool isSpecialFile(const String& path) {
-    const DWORD attributes = GetFileAttributesW(toWide(path).c_str());
+    const DWORD attributes = GetFileAttributesW(toWidePath(path).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES &&
            (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) != 0;
 }
 
 bool removeFile(const String& path) {
-    return DeleteFileW(toWide(path).c_str()) != 0;
+    return DeleteFileW(toWidePath(path).c_str()) != 0;
 }
 
 bool removeDirectory(const String& path) {
-    return RemoveDirectoryW(toWide(path).c_str()) != 0;
+    return RemoveDirectoryW(toWidePath(path).c_str()) != 0;
 }
 
 bool replaceFile(const String& from, const String& to) {
-    return MoveFileExW(toWide(from).c_str(), toWide(to).c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+    return MoveFileExW(toWidePath(from).c_str(), toWidePath(to).c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
 }
 
 bool listDirectory(const String& path, Vector<String>& names) {
     WIN32_FIND_DATAW entry;
-    const HANDLE search = FindFirstFileW((toWide(path) + L"\\*").c_str(), &entry);
+    const HANDLE search = FindFirstFileW((toWidePath(path) + L"\\*").c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE)
         return false;
     do {
@@ -211,7 +123,7 @@ bool listDirectory(const String& path, Vector<String>& names) {
 
 bool fileTime(const String& path, i64& seconds) {
     WIN32_FILE_ATTRIBUTE_DATA data;
-    if (!GetFileAttributesExW(toWide(path).c_str(), GetFileExInfoStandard, &data))
+    if (!GetFileAttributesExW(toWidePath(path).c_str(), GetFileExInfoStandard, &data))
         return false;
     const i64 ticks = i64(data.ftLastWriteTime.dwHighDateTime) << 32 | data.ftLastWriteTime.dwLowDateTime;
     seconds = (ticks - FILETIME_OF_1970) / FILETIME_TICKS_PER_SECOND;
@@ -219,9 +131,20 @@ bool fileTime(const String& path, i64& seconds) {
 }
 
 std::FILE* openFile(const String& path, const char* mode) {
-    std::FILE* file = nullptr;
-    const std::wstring wide_mode = toWide(String(mode) + "N"); // N: not inherited by child processes
-    return _wfopen_s(&file, toWide(path).c_str(), wide_mode.c_str()) == 0 ? file : nullptr;
+    const Opening opening = openingOf(mode);
+    const HANDLE handle = CreateFileW(toWidePath(path).c_str(), opening.access, SHARE_ALL, nullptr,
+                                      opening.disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return nullptr;
+    const int descriptor = _open_osfhandle(reinterpret_cast<std::intptr_t>(handle), opening.flags);
+    if (descriptor < 0) {
+        CloseHandle(handle);
+        return nullptr;
+    }
+    std::FILE* const file = _fdopen(descriptor, opening.mode.c_str());
+    if (!file)
+        _close(descriptor);
+    return file;
 }
 
 i64 openFileSize(std::FILE* file) {
@@ -251,8 +174,8 @@ bool readFileAt(std::FILE* file, i64 offset, void* out, u64 size) {
 }
 
 bool mapFile(const String& path, std::string_view& bytes) {
-    const HANDLE file = CreateFileW(toWide(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                    OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    const HANDLE file = CreateFileW(toWidePath(path).c_str(), GENERIC_READ, SHARE_ALL, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return false;
     LARGE_INTEGER size = {};

@@ -2,6 +2,7 @@
 #include "reading/include_stack.h"
 
 #include "foundation/file_utils.h"
+#include "foundation/native_path.h"
 #include "reading/parser_state.h"
 #include "reading/xml_values.h"
 
@@ -18,22 +19,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-fs::path nativePath(const String& path) {
-    return fs::path(std::u8string(path.begin(), path.end()));
-}
-
 /// The same text for all paths that lead to one file, as far as the system tells.
 std::string identityOf(const String& path) {
     std::error_code error;
-    const fs::path whole = fs::weakly_canonical(nativePath(path), error);
-    const std::u8string text = (error ? nativePath(path).lexically_normal() : whole).u8string();
-    return std::string(text.begin(), text.end());
+    const fs::path whole = fs::weakly_canonical(nativePath(path.view()), error);
+    return utf8Path(error ? nativePath(path.view()).lexically_normal() : whole);
 }
 
 /// A pipe or a device would block, or never end.
 void checkIsNoDevice(const String& path, const TiXmlElement& include) {
     std::error_code ignored;
-    const fs::file_status status = fs::status(nativePath(path), ignored);
+    const fs::file_status status = fs::status(nativePath(path.view()), ignored);
     if (fs::exists(status) && !fs::is_regular_file(status))
         throwParserError("Failed to open XML doc from path '" + path.toStdString() + "': not a file",
                          include);
@@ -41,7 +37,7 @@ void checkIsNoDevice(const String& path, const TiXmlElement& include) {
 
 u64 sizeOf(const String& path) {
     std::error_code error;
-    const std::uintmax_t size = fs::file_size(nativePath(path), error);
+    const std::uintmax_t size = fs::file_size(nativePath(path.view()), error);
     return error ? 0 : u64(size);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/native_path.h"
 #include "foundation/platform.h"
 #include "foundation/string.h"
 
@@ -16,7 +17,7 @@ class TempDir {
 public:
     TempDir() {
         static int count = 0;
-        const std::filesystem::path base = PlatformUtils::getTempDirectory().toStdString();
+        const std::filesystem::path base = nativePath(PlatformUtils::getTempDirectory().view());
         do
             path_ = base / ("quenza_test_" + std::to_string(++count));
         while (!std::filesystem::create_directory(path_));
@@ -28,25 +29,25 @@ public:
     TempDir(const TempDir&) = delete;
     TempDir& operator=(const TempDir&) = delete;
 
-    String path() const { return path_.string(); }
+    String path() const { return utf8Path(path_); }
     /// Path of an entry.
-    String operator/(const std::string& name) const { return (path_ / name).string(); }
+    String operator/(const std::string& name) const { return utf8Path(path_ / nativePath(name)); }
 
 private:
     std::filesystem::path path_;
 };
 
 inline std::string fileBytes(const String& path) {
-    std::ifstream file(path.toStdString(), std::ios::binary);
+    std::ifstream file(nativePath(path.view()), std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
 inline void writeBytes(const String& path, const std::string& bytes) {
-    std::ofstream(path.toStdString(), std::ios::binary) << bytes;
+    std::ofstream(nativePath(path.view()), std::ios::binary) << bytes;
 }
 
 inline bool exists(const String& path) {
-    return std::filesystem::exists(path.toStdString());
+    return std::filesystem::exists(nativePath(path.view()));
 }
 
 } // namespace Quenza

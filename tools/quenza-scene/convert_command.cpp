@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "foundation/file_utils.h"
+#include "foundation/native_path.h"
 #include "foundation/string_utils.h"
 #include "scene/mesh_loader.h"
 #include "tools/quenza-scene/commands.h"
@@ -37,7 +38,7 @@ void writeMeshFile(const std::string& path, const Mesh& mesh) {
         Mesh::writeToFile(path, mesh);
     } catch (...) {
         std::error_code ignored;
-        std::filesystem::remove(path + ".partial", ignored);
+        std::filesystem::remove(Quenza::nativePath(path + ".partial"), ignored);
         throw;
     }
 }
@@ -55,7 +56,7 @@ const MeshFormat* meshFormatOf(const std::string& extension) {
 }
 
 std::string extensionOf(const std::string& path) {
-    return Quenza::toLowerCase(std::filesystem::path(path).extension().string());
+    return Quenza::toLowerCase(Quenza::utf8Path(Quenza::nativePath(path).extension()));
 }
 
 void convertMesh(const std::string& in, const std::string& out, const MeshFormat& format) {

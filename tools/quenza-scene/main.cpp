@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "foundation/platform.h"
 #include "reading/model_loader.h"
 #include "tools/quenza-scene/command_line.h"
 #include "tools/quenza-scene/commands.h"
@@ -46,7 +47,8 @@ ExitStatus failureOf(std::span<const std::string> words) {
 } // namespace
 
 int main(int count, char** arguments) {
-    const std::vector<std::string> words(arguments + (count > 0 ? 1 : 0), arguments + count);
+    const std::vector<std::string> all = Quenza::PlatformUtils::commandLineWords(count, arguments);
+    const std::span<const std::string> words = std::span(all).subspan(all.empty() ? 0 : 1);
     ExitStatus status = failureOf(words);
     try {
         status = run(words);

@@ -2,6 +2,7 @@
 #include "tools/quenza-scene/scene_files.h"
 
 #include "foundation/file_utils.h"
+#include "foundation/native_path.h"
 #include "reading/scene_parser.h"
 #include "scene/mesh_loader.h"
 #include "scene/scene_node_mesh.h"
@@ -64,7 +65,7 @@ private:
 };
 
 fs::path folderOf(const std::string& file) {
-    return fs::weakly_canonical(fs::absolute(file)).parent_path();
+    return fs::weakly_canonical(fs::absolute(nativePath(file))).parent_path();
 }
 
 } // namespace
@@ -130,9 +131,10 @@ void moveScene(SceneNodeRoot& root, const std::string& from, const std::string& 
         return;
     const fs::path way = old_folder.lexically_relative(new_folder);
     renameFiles(root, [&](const std::string& file) {
-        if (fs::path(file).is_absolute())
+        const fs::path name = nativePath(file);
+        if (name.is_absolute())
             return file;
-        return ((way.empty() ? old_folder : way) / file).lexically_normal().generic_string();
+        return genericUtf8Path(((way.empty() ? old_folder : way) / name).lexically_normal());
     });
 }
 

@@ -2,6 +2,7 @@
 #include "tools/quenza-scene/scene_pack.h"
 
 #include "foundation/file_utils.h"
+#include "foundation/native_path.h"
 #include "foundation/platform.h"
 #include "foundation/string_utils.h"
 #include "scene/mesh_file.h"
@@ -26,14 +27,14 @@ class StagingFolder {
 public:
     explicit StagingFolder(const std::string& zip_path) {
         for (u32 i = 0; i < MAX_TRIES; ++i) {
-            path_ = zip_path + ".partial" + (i == 0 ? "" : toString(i));
+            path_ = nativePath(zip_path + ".partial" + (i == 0 ? "" : toString(i)));
             std::error_code fault;
             if (fs::create_directory(path_, fault))
                 return;
             if (fault)
                 throw std::runtime_error("can't write beside '" + zip_path + "': " + fault.message());
         }
-        throw std::runtime_error("can't write beside '" + zip_path + "': '" + path_.string() +
+        throw std::runtime_error("can't write beside '" + zip_path + "': '" + utf8Path(path_) +
                                  "' and its like are in the way");
     }
     ~StagingFolder() {
@@ -43,7 +44,7 @@ public:
     StagingFolder(const StagingFolder&) = delete;
     StagingFolder& operator=(const StagingFolder&) = delete;
 
-    std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+    std::string operator/(const std::string& name) const { return utf8Path(path_ / nativePath(name)); }
 
 private:
     static constexpr u32 MAX_TRIES = 100;
@@ -57,9 +58,9 @@ bool isUnsafe(char c) {
 }
 
 std::string numbered(const std::string& name, u32 number) {
-    const fs::path path(name);
-    return (path.parent_path() / (path.stem().string() + "_" + toString(number) + path.extension().string()))
-        .generic_string();
+    const fs::path path = nativePath(name);
+    const std::string file = utf8Path(path.stem()) + "_" + toString(number) + utf8Path(path.extension());
+    return genericUtf8Path(path.parent_path() / nativePath(file));
 }
 
 void requireFiles(const std::string& scene_path, const std::vector<std::string>& files) {
@@ -95,7 +96,7 @@ private:
     /// The entry of a file; one for all paths that lead to it.
     std::string nameOf(const std::string& file) {
         const std::string path = resolvedPath(scene_path_, file);
-        const auto [known, is_new] = name_of_file_.try_emplace(fs::canonical(path).string());
+        const auto [known, is_new] = name_of_file_.try_emplace(utf8Path(fs::canonical(nativePath(path))));
         if (is_new) {
             known->second = names_.add(file);
             sources_[known->second] = path;
@@ -142,9 +143,9 @@ private:
 } // namespace
 
 std::string ArchiveNames::add(const std::string& path) {
-    const fs::path way = fs::path(path).lexically_normal();
+    const fs::path way = nativePath(path).lexically_normal();
     const bool inside = way.is_relative() && !way.has_root_name() && *way.begin() != ".." && way != ".";
-    std::string name = inside ? way.generic_string() : "external/" + way.filename().string();
+    std::string name = inside ? genericUtf8Path(way) : "external/" + utf8Path(way.filename());
     std::replace_if(name.begin(), name.end(), isUnsafe, '_');
     const std::string wanted = name;
     for (u32 number = 2; !taken_.insert(toLowerCase(name)).second; ++number)

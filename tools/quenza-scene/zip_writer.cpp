@@ -11,6 +11,12 @@
 #include <utility>
 #include <vector>
 
+#ifdef _WIN32
+#include "foundation/native_path.h"
+
+#include <minizip/iowin32.h>
+#endif
+
 namespace scene_tool {
 
 namespace {
@@ -34,10 +40,19 @@ struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
+zipFile createArchive(const std::string& path) {
+#ifdef _WIN32
+    zlib_filefunc64_def functions;
+    fill_win32_filefunc64W(&functions);
+    return zipOpen2_64(Quenza::nativePath(path).c_str(), APPEND_STATUS_CREATE, nullptr, &functions);
+#else
+    return zipOpen64(path.c_str(), APPEND_STATUS_CREATE);
+#endif
+}
+
 } // namespace
 
-ZipWriter::ZipWriter(const std::string& path)
-    : path_(path), zip_(zipOpen64(path.c_str(), APPEND_STATUS_CREATE)) {
+ZipWriter::ZipWriter(const std::string& path) : path_(path), zip_(createArchive(path)) {
     if (!zip_)
         throw std::runtime_error("can't write '" + path_ + "'");
 }

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifdef _WIN32
+
+#include "foundation/string.h"
+
+#include <string>
+
+/// Between the texts of this code and those of the system's functions. Windows alone.
+namespace Quenza::PlatformUtils {
+
+/// UTF-8 as UTF-16; what is no UTF-8 becomes the replacement character.
+std::wstring toWide(const String& text);
+String toUtf8(const std::wstring& wide);
+
+/// A path as the system's functions take it: a long one is made absolute and gets the prefix that lifts the
+/// limit of 260 characters.
+std::wstring toWidePath(const String& path);
+
+} // namespace Quenza::PlatformUtils
+
+#endif
