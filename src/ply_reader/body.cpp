@@ -5,6 +5,8 @@
 #include "ply_reader/binary_values.h"
 #include "ply_reader/header.h"
 
+#include <limits>
+
 namespace Quenza::Ply {
 
 namespace {
@@ -20,6 +22,9 @@ void readList(Values& values, t_ply_argument_& argument) {
     const double length = values.read(property.length_type);
     if (length < 0)
         throw Error("a list has a negative length");
+    // On Windows a long has 32 bits.
+    if (length >= double(std::numeric_limits<long>::max()))
+        throw Error("a list is too long");
     argument.length = long(length);
     if (!property.read_cb) {
         values.skip(property.type, argument.length);
