@@ -31,6 +31,17 @@ constexpr uint32_t IMAGE_MILLISECONDS = 1000;
 constexpr float GAMMA = 2.2f;
 constexpr u32 BYTES_PER_PIXEL = 3;
 
+/// What the export adds to or leaves alone is as in a new node, so that nothing stays of the motion blur or
+/// the obstacle map that the camera had before.
+void forgetCamera(SceneNodeCamera& node) {
+    const Ref<SceneNodeCamera> fresh = new SceneNodeCamera;
+    node.obstacle_map_path = fresh->obstacle_map_path;
+    node.aperture_shape = fresh->aperture_shape;
+    node.keyframes = fresh->keyframes;
+    node.up = fresh->up;
+    node.forwards = fresh->forwards;
+}
+
 } // namespace
 
 RealtimeUserArea::~RealtimeUserArea() {
@@ -239,8 +250,7 @@ void RealtimeUserArea::exportCameraAgain(BaseDocument* document) {
     {
         Lock lock(root_->getMutex());
         const Ref<SceneNodeCamera> cameraNode = static_cast<SceneNodeCamera*>(camera.getPointer());
-        // The export adds the keys of motion blur to those that it finds.
-        cameraNode->keyframes.clear();
+        forgetCamera(*cameraNode);
         exportCamera(cameraNode, nullptr, context);
         markAsChanged(*camera);
         exportTonemapping(static_cast<SceneNodeTonemapping*>(tonemapping.getPointer()),

@@ -42,7 +42,8 @@ struct TakenState {
     double whiteY = -1;
     /// Of each layer, its colour times its gain.
     std::vector<std::array<double, 3>> gains;
-    bool hasCamera = false;
+    /// As a scene file tells it; empty without a node.
+    std::string camera;
 };
 
 /// What ToneMapperDLLAPI.setUp was given.

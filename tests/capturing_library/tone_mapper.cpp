@@ -174,7 +174,7 @@ i32 update(InterfaceBase* object, SceneNode* tonemapping, SceneNode* camera, Sce
         return code;
     }
     mapper->state = stateOf(dynamic_cast<const SceneNodeTonemapping*>(tonemapping), *renderSettings);
-    mapper->state.hasCamera = camera != nullptr;
+    mapper->state.camera = camera ? camera->toXMLString().toStdString() : "";
     captureState().took(mapper->state);
     return 0;
 }

@@ -151,6 +151,46 @@ TEST_F(RealtimePreviewTest, FollowsTheCameraAndNothingElse) {
     EXPECT_EQ(control().violations(), Lines());
 }
 
+/// Whatever the camera was before: with motion blur its turn is in the keys, without it in the axes.
+TEST_F(RealtimePreviewTest, ShowsAChangedCameraAsANewRenderWould) {
+    addLibrary();
+    open();
+    BaseContainer& tag = *camera()->MakeTag(PLUGINID_CAMERA_TAG)->GetDataInstance();
+    tag.SetFilename(CAM_OBSTACLE_MAP_FILE, Filename("dust.png"));
+    camera()->SetMl(Matrix({0, 100, -500}, {0, 0, -1}, {0, 1, 0}, {1, 0, 0}));
+    const auto shownCamera = [this] {
+        host().advance(1100ms);
+        const std::string shown = control().takenStates().back().camera;
+        advanceToImage();
+        return shown;
+    };
+    for (const bool isBlurred : {false, true}) {
+        const auto blur = [this](bool on) {
+            BaseTag* motionBlur = camera()->GetTag(Tmotionblur);
+            if (on) {
+                camera()->MakeTag(Tmotionblur);
+            } else if (motionBlur) {
+                motionBlur->Remove();
+                BaseTag::Free(motionBlur);
+            }
+        };
+        blur(!isBlurred);
+        tag.SetBool(CAM_OBSTACLE_MAP, !isBlurred);
+        press();
+        const std::string before = shownCamera();
+        blur(isBlurred);
+        tag.SetBool(CAM_OBSTACLE_MAP, isBlurred);
+        move(camera());
+        const std::string changed = shownCamera();
+        EXPECT_NE(changed, before);
+        press();
+        press();
+        EXPECT_EQ(changed, shownCamera()) << isBlurred;
+        press();
+    }
+    EXPECT_EQ(control().violations(), Lines());
+}
+
 TEST_F(RealtimePreviewTest, GoesOnBehindAClosedWindowAndEndsWithThePlugin) {
     addLibrary();
     open();
