@@ -8,7 +8,9 @@
 #include "headless/images/image_files.h"
 
 #include <algorithm>
+#include <csignal>
 #include <cstring>
+#include <poll.h>
 #include <pty.h>
 #include <sstream>
 #include <sys/wait.h>
@@ -132,14 +134,20 @@ public:
         terminal_ = terminal;
     }
     ~TerminalRun() {
+        if (process_ > 0) {
+            kill(process_, SIGKILL);
+            waitpid(process_, nullptr, 0);
+        }
         close(master_);
         close(terminal_);
     }
-    /// Reads until the program has shown a text.
+    /// Reads until the program has shown a text. False when nothing came for long.
     bool awaitText(const std::string& text) {
         char buffer[4096];
+        pollfd source{master_, POLLIN, 0};
+        const int limit = static_cast<int>(std::chrono::milliseconds(LIMIT).count());
         while (shown_.find(text) == std::string::npos) {
-            const ssize_t got = read(master_, buffer, sizeof buffer);
+            const ssize_t got = poll(&source, 1, limit) == 1 ? read(master_, buffer, sizeof buffer) : 0;
             if (got <= 0) {
                 return false;
             }
@@ -159,6 +167,7 @@ public:
     int awaitEnd() {
         int status = 0;
         waitpid(process_, &status, 0);
+        process_ = -1;
         return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
     }
 
