@@ -22,7 +22,8 @@ Actions, done by the plug-in's own commands and tone mapping dialog:
   whitepoint NAME             A choice of the dialog, such as D65
   whitepoint X,Y
   layer INDEX [gain=N] [color=R,G,B] [on] [off]
-They take all words up to the next option. What they change is seen in the next image.
+They take all words up to the next option, and wait until the scene is exported. What they change is
+seen in the next image. An interactive render takes none but stop.
 
 Ends with 0 when the render ended as it should, also by a stop; with 1 and the reason on standard error
 when it failed, gave no image, or an action could not be done; and with 130 after Ctrl-C, which stops

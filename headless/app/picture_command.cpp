@@ -15,6 +15,8 @@ namespace headless {
 namespace {
 
 constexpr std::chrono::milliseconds STATUS_INTERVAL{500};
+/// How often a render is asked whether it takes the actions that wait for it.
+constexpr std::chrono::milliseconds DUE_INTERVAL{20};
 
 struct Key {
     char key;
@@ -81,6 +83,7 @@ public:
         startTimers();
         host_.loop().runUntil([this] {
             order_.file.update(session_);
+            performDue();
             if (host_.wasInterrupted()) {
                 session_.stop();
             }
@@ -90,6 +93,9 @@ public:
         host_.loop().runPosted();
         order_.file.update(session_);
         host_.status().setWork("");
+        for (const PictureOrder::TimedAction* const timed : due_) {
+            tellFailed(*timed, "the render took no commands until its end");
+        }
     }
 
     /// After the end: the page gets to know it.
@@ -105,6 +111,7 @@ public:
         return failure ? failure : failedAction_;
     }
 
+    /// An action that is written for a time after the end is no fault.
     void tellWhatCameTooLate() const {
         for (const PictureOrder::TimedAction* const action : waiting_) {
             host_.errors().print("--at " + action->text + ": the render had ended before");
@@ -129,8 +136,25 @@ private:
             waiting_.push_back(&timed);
             timers_.push_back(host_.loop().addOneShot(timed.time, [this, &timed] {
                 std::erase(waiting_, &timed);
-                perform(timed);
+                due_.push_back(&timed);
             }));
+        }
+        if (!order_.actions.empty()) {
+            timers_.push_back(host_.loop().addTimer(DUE_INTERVAL, [] {}));
+        }
+    }
+
+    /// Actions whose time has come, in their order, as soon as the render takes them: made before, they would
+    /// be lost without a word. A stop needs no plug-in.
+    void performDue() {
+        for (size_t i = 0; i < due_.size();) {
+            const PictureOrder::TimedAction& timed = *due_[i];
+            if (timed.action.kind == PictureAction::Kind::stop || session_.takesCommands()) {
+                due_.erase(due_.begin() + static_cast<std::ptrdiff_t>(i));
+                perform(timed);
+            } else {
+                ++i;
+            }
         }
     }
 
@@ -138,10 +162,14 @@ private:
         try {
             session_.act(timed.action);
         } catch (const HostError& error) {
-            const std::string reason = "--at " + timed.text + ": " + error.what();
-            host_.errors().print(reason);
-            failedAction_ = failedAction_ ? failedAction_ : "Not everything was done: " + reason;
+            tellFailed(timed, error.what());
         }
+    }
+
+    void tellFailed(const PictureOrder::TimedAction& timed, const std::string& why) {
+        const std::string reason = "--at " + timed.text + ": " + why;
+        host_.errors().print(reason);
+        failedAction_ = failedAction_ ? failedAction_ : "Not everything was done: " + reason;
     }
 
     void press(char key) {
@@ -161,7 +189,10 @@ private:
     PictureSession session_;
     platform::KeyWatch keys_;
     std::vector<int> timers_;
+    /// Whose time hasn't come.
     std::vector<const PictureOrder::TimedAction*> waiting_;
+    /// Whose time has come, but the render doesn't take them yet.
+    std::vector<const PictureOrder::TimedAction*> due_;
     std::optional<std::string> failedAction_;
     std::optional<PictureWatch> watch_;
 };

@@ -2,7 +2,6 @@
 #include "headless/app/picture_session.h"
 
 #include "headless/app/picture_dialog.h"
-#include "headless/app/plugin_numbers.h"
 
 namespace headless {
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "headless/app/picture_action.h"
+#include "headless/app/plugin_numbers.h"
 #include "headless/render/picture_render.h"
 #include "headless/runtime/host.h"
 
@@ -47,6 +48,9 @@ public:
     /// Any thread.
     uint64_t changes() const { return render_.image().changes(); }
 
+    /// Whether the plug-in's commands and dialog act on this render: not before it has exported its scene,
+    /// and never on an interactive one.
+    bool takesCommands() const { return host_.isCommandEnabled(UPDATE_IMAGE); }
     /// Acts through the plug-in's own commands and dialog. Throws HostError when that can't be.
     void act(const PictureAction& action);
 

@@ -4,7 +4,6 @@
 #include "headless/app/arguments.h"
 #include "headless/app/plugin_numbers.h"
 #include "headless/images/image_files.h"
-#include "headless/model/handles.h"
 
 #include <algorithm>
 #include <charconv>
@@ -38,7 +37,10 @@ struct Method {
 constexpr Method METHODS[] = {
     {"reinhard", TONEMAP_REINHARD}, {"linear", TONEMAP_LINEAR}, {"camera", TONEMAP_CAMERA}};
 
-constexpr std::chrono::seconds TIME_TO_TELL{2};
+constexpr std::chrono::seconds TIME_TO_TELL{4};
+/// A page asks twice a second, in a hidden window once, until it knows of the end.
+constexpr std::chrono::milliseconds QUIET{1300};
+constexpr std::chrono::milliseconds QUIET_CHECK{100};
 
 /// The choices of a combo box, called by their texts, and the chosen one.
 std::string choicesOf(const DialogState& dialog, int32_t gadget, std::vector<WatchedChoice>& choices) {
@@ -67,11 +69,6 @@ double samplesIn(std::string_view status) {
     return samples;
 }
 
-bool isEnabled(Host& host, int32_t command) {
-    const Registration* const found = host.registrations().find(command);
-    return found && found->command && (found->command->GetState(toHost(host.document())) & CMD_ENABLED) != 0;
-}
-
 } // namespace
 
 PictureWatch::PictureWatch(Host& host, PictureSession& session, int port)
@@ -89,7 +86,7 @@ WatchedState PictureWatch::state() {
     WatchedState seen;
     const bool isSeen = host_.loop().call([&] {
         fillFromDialog(seen);
-        isPaused = isEnabled(host_, RESUME_RENDERING);
+        isPaused = host_.isCommandEnabled(RESUME_RENDERING);
     });
     std::lock_guard lock(mutex_);
     if (isSeen) {
@@ -107,14 +104,14 @@ WatchedState PictureWatch::state() {
     state.image = shown.changes;
     state.width = session_.width();
     state.height = session_.height();
-    isEndKnown_ = hasEnded_;
+    lastAsked_ = std::chrono::steady_clock::now();
     return state;
 }
 
 void PictureWatch::fillFromDialog(WatchedState& state) const {
     GeDialog* dialog = host_.dialogs().openDialogWith(TONEMAP_METHOD);
     // Opened earlier it would show, and apply, what it opens with instead of what the scene has.
-    if (!dialog && (isEnabled(host_, PAUSE_RENDERING) || isEnabled(host_, RESUME_RENDERING))) {
+    if (!dialog && session_.takesCommands()) {
         host_.executeCommand(TONEMAPPING_DIALOG);
         dialog = host_.dialogs().openDialogWith(TONEMAP_METHOD);
     }
@@ -149,6 +146,7 @@ std::string PictureWatch::png() {
         pngChanges_ = session_.copyImage(image);
         png_ = encodePng(image);
     }
+    lastAsked_ = std::chrono::steady_clock::now();
     return png_;
 }
 
@@ -174,12 +172,14 @@ void PictureWatch::tellEnd(const std::optional<std::string>& failure) {
         lastSeen_.failure = failure.value_or("");
         hasEnded_ = true;
     }
+    const int timer = host_.loop().addTimer(QUIET_CHECK, [] {});
     host_.runUntil(
         [this] {
             std::lock_guard lock(mutex_);
-            return isEndKnown_;
+            return !lastAsked_ || std::chrono::steady_clock::now() - *lastAsked_ > QUIET;
         },
         TIME_TO_TELL);
+    host_.loop().removeTimer(timer);
 }
 
 } // namespace headless

@@ -20,7 +20,8 @@ public:
 
     /// "http://127.0.0.1:8080/".
     std::string address() const;
-    /// The render has ended: the page gets to know it. Returns when it has asked, or has had time to.
+    /// The render has ended: all pages that are open get to know it, and its last image. Returns when they
+    /// ask no more, or have had time to.
     void tellEnd(const std::optional<std::string>& failure);
 
     WatchedState state() override;
@@ -40,7 +41,8 @@ private:
     std::string png_;
     uint64_t pngChanges_ = 0;
     bool hasEnded_ = false;
-    bool isEndKnown_ = false;
+    /// When a page asked last.
+    std::optional<std::chrono::steady_clock::time_point> lastAsked_;
     /// Last, as it uses all else from its own threads.
     WatchServer server_;
 };

@@ -155,6 +155,11 @@ const Registration& Host::requireCommand(int32_t id) const {
     return *found;
 }
 
+bool Host::isCommandEnabled(int32_t id) {
+    const Registration* const found = registrations_.find(id);
+    return found && found->command && (found->command->GetState(toHost(document_.get())) & CMD_ENABLED) != 0;
+}
+
 bool Host::executeCommand(int32_t id) {
     const Registration& found = requireCommand(id);
     const std::string name = "The command \"" + found.info.name.GetUtf8() + "\"";

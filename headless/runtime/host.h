@@ -60,6 +60,8 @@ public:
     /// result. Throws HostError for an unknown number, a command that is disabled, or one that ends with an
     /// exception.
     bool executeCommand(int32_t id);
+    /// Whether `executeCommand` would run it now; false for an unknown number.
+    bool isCommandEnabled(int32_t id);
     /// As at the host's next start, when the command's dialog stood open at its end: the command opens it
     /// again at this size. False when it doesn't. Throws HostError for an unknown number.
     bool restoreLayout(int32_t commandId, int32_t width, int32_t height);

@@ -152,12 +152,20 @@ test('other origins get nothing', async () => {
     }
 });
 
-test('stop ends the render with its image', async () => {
-    // Later the browser complains that nobody answers.
-    assert.deepEqual(faults, []);
+test('stop ends the render, and every page keeps its last image', async () => {
+    const other = await browser.newPage();
+    await other.goto(address);
+    await other.waitForFunction(() => document.getElementById('image').naturalWidth > 0, null, PATIENCE);
     await page.click('#stop');
-    await page.waitForFunction(() => document.getElementById('status').textContent === 'Ended', null, PATIENCE);
-    assert.equal(await page.textContent('#fault'), '');
     assert.equal(await ended, 0);
     assert.ok(existsSync(image));
+    for (const shown of [page, other]) {
+        await shown.waitForFunction(() => document.getElementById('status').textContent === 'Ended', null, PATIENCE);
+        assert.equal(await shown.textContent('#fault'), '');
+        const [address, width] = await shown.evaluate(() => [document.getElementById('image').src, document.getElementById('image').naturalWidth]);
+        assert.equal(address.split('?')[1], await shown.textContent('#images'));
+        assert.equal(width, 96);
+    }
+    // Pages of a render that has ended ask no more.
+    assert.deepEqual(faults, []);
 });

@@ -121,13 +121,20 @@ function showImage(state) {
     if (state.image === shownImage) {
         return;
     }
+    // Loaded aside: should the program end meanwhile, the last image stays.
+    const loaded = part('image').cloneNode();
+    loaded.onload = () => {
+        part('image').replaceWith(loaded);
+        part('waiting').hidden = true;
+    };
+    loaded.onerror = () => {
+        shownImage = 0;
+    };
     shownImage = state.image;
-    const image = part('image');
-    image.src = `image.png?${state.image}`;
-    image.width = state.width;
-    image.height = state.height;
-    image.hidden = false;
-    part('waiting').hidden = true;
+    loaded.width = state.width;
+    loaded.height = state.height;
+    loaded.hidden = false;
+    loaded.src = `image.png?${state.image}`;
 }
 
 function show(state) {
@@ -156,11 +163,11 @@ async function poll() {
     try {
         show(await (await fetch('state')).json());
     } catch (error) {
-        if (!ended) {
-            showFault('The renderer does not answer: it may have ended.');
-        }
+        showFault('The renderer does not answer: it may have ended.');
     }
-    setTimeout(poll, POLL_MILLISECONDS);
+    if (!ended) {
+        setTimeout(poll, POLL_MILLISECONDS);
+    }
 }
 
 for (const button of document.querySelectorAll('button[data-action]')) {
