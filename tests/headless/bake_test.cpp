@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "headless/bake/bake.h"
 
-#include "headless/bake/uv_raster.h"
 #include "host/bake.h"
 #include "host/bitmap.h"
 #include "host/plugin_data.h"
 #include "host/tag.h"
 #include "model_fixture.h"
 
-#include <algorithm>
 #include <array>
 #include <atomic>
-#include <random>
 
 // The texture baker, through the host's interface.
 
@@ -69,48 +66,6 @@ protected:
 };
 
 using Pixel = std::array<int, 3>;
-
-/// Patches of a jittered grid with turned diagonals, each asked alone: every middle belongs to exactly one.
-TEST_F(BakeTest, NeighboursShareNoMiddleAndLeaveNone) {
-    constexpr int32_t CELLS = 64;
-    constexpr int GRID = 9;
-    std::mt19937 random(5);
-    // Steps that often put a corner or an edge on a middle.
-    std::uniform_int_distribution<int> jitter(-3, 3);
-    Vector points[GRID + 1][GRID + 1];
-    for (int y = 0; y <= GRID; ++y) {
-        for (int x = 0; x <= GRID; ++x) {
-            const bool isInner = x > 0 && y > 0 && x < GRID && y < GRID;
-            const int shiftX = isInner ? jitter(random) : 0;
-            const int shiftY = isInner ? jitter(random) : 0;
-            const auto place = [](int at, int shift) {
-                const float even = std::round(static_cast<float>(at) / GRID * CELLS * 2.0f);
-                return (even + static_cast<float>(shift)) / (CELLS * 2.0f);
-            };
-            points[y][x] = {place(x, shiftX), place(y, shiftY), 0.0f};
-        }
-    }
-    std::vector<int> counts(CELLS * CELLS);
-    const CPolygon quad(0, 1, 2, 3);
-    for (int y = 0; y < GRID; ++y) {
-        for (int x = 0; x < GRID; ++x) {
-            UVWStruct record{points[y][x], points[y][x + 1], points[y + 1][x + 1], points[y + 1][x]};
-            if (jitter(random) > 0) {
-                record = {record.d, record.c, record.b, record.a};
-            }
-            const UVRaster raster({&quad, 1}, {&record, 1}, {}, CELLS, CELLS);
-            UVRaster::Scratch scratch;
-            std::vector<UVSample> samples;
-            for (int32_t row = 0; row < CELLS; ++row) {
-                raster.coveredOf(row, scratch, samples);
-                for (const UVSample& sample : samples) {
-                    ++counts[static_cast<size_t>(row * CELLS + sample.column)];
-                }
-            }
-        }
-    }
-    EXPECT_EQ(std::ranges::count(counts, 1), CELLS * CELLS);
-}
 
 TEST_F(BakeTest, IslandsGetTheirBorderAndTheRestStaysBlack) {
     material_->GetDataInstance()->SetVector(MATERIAL_COLOR_COLOR, {1.0f, 0.5f, 0.25f});

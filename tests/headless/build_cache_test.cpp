@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "headless/model/warnings.h"
 #include "headless/model_fixture.h"
-#include "host/plugin_data.h"
 
 namespace headless {
 
@@ -54,23 +53,6 @@ TEST_F(BuildCache, arraysCopiesOfTheirInput) {
     EXPECT_FALSE(isControl(child->GetCache()));
 }
 
-TEST_F(BuildCache, endsCyclesOfInstances) {
-    BaseObject* const a = add(Onull);
-    BaseObject* const b = add(Onull);
-    BaseObject* const toB = addInstance(b, false, a);
-    addCube(a);
-    addInstance(a, false, b);
-    addCube(b);
-    BaseObject* const toParent = addInstance(a, false, a);
-    BaseObject* const outside = addInstance(a, false);
-    build();
-
-    EXPECT_EQ(toParent->GetCache(), nullptr);
-    ASSERT_NE(toB->GetCache(), nullptr);
-    EXPECT_EQ(toB->GetCache()->GetDown()->GetCache(), nullptr) << "it would show what it is part of";
-    EXPECT_NE(outside->GetCache(), nullptr);
-}
-
 /// Notes what the user is told.
 class BuildLimits : public ModelTest {
 protected:
@@ -107,61 +89,6 @@ TEST_F(BuildLimits, boundTheNumberOfGeneratedObjects) {
     build();
     EXPECT_NE(array->GetCache(), nullptr);
     EXPECT_EQ(warnings.size(), 1u);
-}
-
-/// Shows a clone of what parameter 1 links to.
-class LinkShower : public ObjectData {
-public:
-    static constexpr int32_t typeId = 1000001;
-    static constexpr int32_t link = 1;
-    static NodeData* allocate() { return new LinkShower; }
-
-    BaseObject* GetVirtualObjects(BaseObject* object, HierarchyHelp* help) override {
-        BaseList2D* const target = object->GetDataInstance()->GetLink(link, help->document);
-        return target ? static_cast<BaseObject*>(target->GetClone()) : nullptr;
-    }
-    void GetDimension(BaseObject*, Vector* centre, Vector* radius) override {
-        *centre = {1, 2, 3};
-        *radius = {4, 5, 6};
-    }
-};
-
-class BuildPlugin : public ModelTest {
-protected:
-    BuildPlugin() {
-        NodeTypeInfo type;
-        type.id = LinkShower::typeId;
-        type.name = "Link Shower";
-        type.allocator = LinkShower::allocate;
-        NodeTypes::instance().add(type);
-    }
-    ~BuildPlugin() override {
-        document.reset();
-        NodeTypes::instance().removePluginTypes();
-    }
-};
-
-TEST_F(BuildPlugin, givesItsVirtualObjects) {
-    BaseObject* const array = add(Oarray);
-    addCube(array);
-    BaseObject* const shower = add(LinkShower::typeId);
-    EXPECT_NE(shower->GetNodeData(), nullptr);
-    build();
-    EXPECT_EQ(shower->GetCache(), nullptr);
-    EXPECT_EQ(shower->GetMp(), Vector(1, 2, 3));
-
-    shower->GetDataInstance()->SetLink(LinkShower::link, array);
-    build();
-    BaseObject* const cache = shower->GetCache();
-    ASSERT_NE(cache, nullptr);
-    EXPECT_EQ(cache->GetType(), Oarray);
-    EXPECT_EQ(cache->GetCacheParent(), shower);
-    EXPECT_EQ(cache->GetCache()->GetDown()->GetCache()->GetTopOrigin(), shower);
-    EXPECT_EQ(cache->GetDocument(), doc());
-
-    doc()->InsertObject(shower, array);
-    build();
-    EXPECT_EQ(shower->GetCache(), nullptr) << "it would be inside of itself";
 }
 
 } // namespace

@@ -15,6 +15,7 @@ protected:
         group = add(Onull);
         cube = addCube(group);
         texture = static_cast<::TextureTag*>(cube->MakeTag(Ttexture));
+        texture->SetMl({{9, 0, 0}, {}, {}, {}});
         instance = addInstance(group, false);
         array = add(Oarray);
         inArray = addInstance(cube, false, array);
@@ -72,41 +73,19 @@ TEST_F(BuildRefresh, followsEveryChange) {
         {"name", [this] { sphere->SetName("Ball"); }, {0}},
         {"tag of a generator", [this] { sphere->MakeTag(Tphong); }, {0}},
         {"linked object's parameter",
-         [this] {
-             cube->GetDataInstance()->SetVector(PRIM_CUBE_SIZE, {1, 1, 1});
-         },
+         [this] { cube->GetDataInstance()->SetVector(PRIM_CUBE_SIZE, Vector(1, 1, 1)); },
          {1, 2, 3, 4}},
-        {"place inside a linked branch",
-         [this] {
-             move(cube, {5, 0, 0});
-         },
-         {2, 3}},
-        {"texture of a linked object",
-         [this] {
-             texture->SetMl({{9, 0, 0}, {}, {}, {}});
-         },
-         {1, 2, 3, 4}},
+        {"place inside a linked branch", [this] { move(cube, Vector(5, 0, 0)); }, {2, 3}},
+        {"texture of a linked object", [this] { texture->SetMl(Matrix()); }, {1, 2, 3, 4}},
         {"new child of a linked object", [this] { addCube(cube); }, {2, 3, 4}},
         {"render mode in a linked branch", [this] { fromHost(cube)->renderMode = MODE_OFF; }, {1, 2, 3, 4}},
-        {"place of an array's input",
-         [this] {
-             move(inArray, {0, 3, 0});
-         },
-         {4}},
+        {"place of an array's input", [this] { move(inArray, Vector(0, 3, 0)); }, {4}},
         {"point", [this] { mesh->GetPointW()[2].x = 3.0f; }, {5}},
         {"polygon", [this] { mesh->GetPolygonW()[0].d = 2; }, {5}},
         {"tag of a mesh", [this] { mesh->MakeTag(Tphong); }, {5}},
         {"deformer's parameter", [this] { bend->GetDataInstance()->SetReal(DEFORM_STRENGTH, 0.1f); }, {5}},
-        {"deformer's place",
-         [this] {
-             move(bend, {0, 1, 0});
-         },
-         {5}},
-        {"mesh's place under a deformer",
-         [this] {
-             move(mesh, {1, 0, 0});
-         },
-         {5}},
+        {"deformer's place", [this] { move(bend, Vector(0, 1, 0)); }, {5}},
+        {"mesh's place under a deformer", [this] { move(mesh, Vector(1, 0, 0)); }, {5}},
         {"second deformer", [this] { addBend(deformed); }, {5}},
     };
     for (const Change& change : changes) {

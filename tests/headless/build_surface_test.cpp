@@ -7,22 +7,6 @@ namespace {
 
 using BuildSurface = ModelTest;
 
-TEST_F(BuildSurface, placesTexturesByTheTagAndItsOwner) {
-    BaseObject* const owner = add(Onull);
-    move(owner, {0, 0, 9});
-    ::PolygonObject* const quad = addQuad(owner);
-    quad->SetMl({{4, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}});
-    auto* const tag = static_cast<::TextureTag*>(owner->MakeTag(Ttexture));
-    tag->GetDataInstance()->SetLong(TEXTURETAG_PROJECTION, P_FLAT);
-    // From x = 3 to 7 and y = -1 to 1 of the owner's space.
-    tag->SetMl({{5, 0, 0}, {2, 0, 0}, {0, 1, 0}, {0, 0, 1}});
-    BaseTag* made = GenerateUVW(quad, quad->GetMg(), tag, owner->GetMg(), nullptr);
-    ASSERT_NE(made, nullptr);
-    EXPECT_TRUE(isNear(static_cast<::UVWTag*>(made)->Get(0).a, {0.25f, 0.5f, 0}));
-    EXPECT_TRUE(isNear(static_cast<::UVWTag*>(made)->Get(0).c, {0.5f, 0.0f, 0}));
-    BaseTag::Free(made);
-}
-
 /// Copies that stand elsewhere share their mesh only if the coordinates are the same to the bit.
 TEST_F(BuildSurface, givesMovedCopiesTheSameCoordinates) {
     ::PolygonObject* const quad = addQuad();

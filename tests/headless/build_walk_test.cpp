@@ -65,39 +65,6 @@ TEST_F(BuildWalk, visitsParentsFirstWithDataOfTheirOwn) {
     EXPECT_EQ(stopped.alive, 0);
 }
 
-/// Asks the thread to end when it was asked for the nth time.
-int questionsLeft = 0;
-bool testBreak(const BaseThread*) {
-    return --questionsLeft < 0;
-}
-
-TEST_F(BuildWalk, endsWhenTheThreadIsToEnd) {
-    ThreadTable threads = *hostTable()->thread;
-    threads.TestBreak = testBreak;
-    HostTable tables = *hostTable();
-    tables.thread = &threads;
-    SetHostTables(&tables);
-    auto* const thread = reinterpret_cast<BaseThread*>(&questionsLeft);
-    BaseObject* const array = add(Oarray);
-    addNamedCube("A", array);
-    for (int i = 0; i < 1100; ++i) {
-        addNamedCube("B", nullptr);
-    }
-    // The build asks at the first object and after each thousand, three times with what is in the caches.
-    for (const int questions : {0, 1}) {
-        questionsLeft = questions;
-        Recorder walk;
-        EXPECT_FALSE(walk.Run(doc(), true, 1.0f, 20, nullptr, thread));
-        EXPECT_EQ(walk.names, "");
-        EXPECT_EQ(array->GetCache() != nullptr, questions > 0);
-    }
-    questionsLeft = 5;
-    Recorder walk;
-    EXPECT_FALSE(walk.Run(doc(), true, 1.0f, 20, nullptr, thread));
-    EXPECT_EQ(walk.names, "Array0 A1c ");
-    SetHostTables(hostTable());
-}
-
 } // namespace
 
 } // namespace headless

@@ -2,53 +2,17 @@
 #include "headless/geometry/deformers.h"
 
 #include <limits>
-#include <numbers>
 
 #include <gtest/gtest.h>
-
-#include "headless/geometry_checks.h"
 
 namespace headless::geometry {
 namespace {
 
-using std::numbers::pi;
-
-BendParameters bendBy(double strength, DeformMode mode = DeformMode::Limited) {
+BendParameters bendBy(double strength) {
     BendParameters parameters;
     parameters.size = {20, 100, 20};
     parameters.strength = strength;
-    parameters.mode = mode;
-    parameters.keepAxisLength = true;
     return parameters;
-}
-
-TEST(Deformers, BendModes) {
-    const double quarter = pi / 2.0;
-    const float radius = static_cast<float>(100.0 / quarter);
-    const auto bent = [&](Vector p, const BendParameters& parameters) {
-        EXPECT_TRUE(bend({&p, 1}, {}, parameters));
-        return p;
-    };
-    const auto expectAt = [](const Vector& p, const Vector& expected) {
-        EXPECT_LT(distance(p, expected), 1e-3) << p.x << ", " << p.y << ", " << p.z;
-    };
-    // The top of the box points to +X; what lies above goes on straight, what lies below stays.
-    expectAt(bent({0, 50, 0}, bendBy(quarter)), {radius, radius - 50, 0});
-    expectAt(bent({5, 80, 3}, bendBy(quarter)), {radius + 30, radius - 50 - 5, 3});
-    expectAt(bent({5, -70, 3}, bendBy(quarter)), {5, -70, 3});
-    expectAt(bent({0, 150, 0}, bendBy(quarter, DeformMode::Unlimited)), {2 * radius, -50, 0});
-    expectAt(bent({0, 50, 0}, bendBy(quarter, DeformMode::WithinBox)), {radius, radius - 50, 0});
-    expectAt(bent({0, 51, 0}, bendBy(quarter, DeformMode::WithinBox)), {0, 51, 0});
-    expectAt(bent({11, 0, 0}, bendBy(quarter, DeformMode::WithinBox)), {11, 0, 0});
-
-    BendParameters sideways = bendBy(quarter);
-    sideways.direction = quarter;
-    expectAt(bent({0, 50, 0}, sideways), {0, radius - 50, radius});
-
-    BendParameters stretched = bendBy(quarter);
-    stretched.keepAxisLength = false;
-    EXPECT_NEAR(distance(bent({0, 50, 0}, stretched), {0, -50, 0}), 100.0, 1e-3)
-        << "the chord keeps its length";
 }
 
 TEST(Deformers, BadInputLeavesThePoints) {

@@ -74,28 +74,6 @@ TEST(MeshOperations, SymmetryClosesAHalf) {
     EXPECT_EQ(doubled.uvw.size(), 36u);
 }
 
-TEST(MeshOperations, WeldJoinsFacesWithinTheTolerance) {
-    const PolyMesh cube = makeCube({{10, 10, 10}, 4, 4, 4});
-    PolyMesh loose;
-    for (std::size_t i = 0; i < cube.polygons.size(); ++i) {
-        for (const int32_t index : cornersOf(cube.polygons[i])) {
-            loose.points.push_back(cube.points[static_cast<std::size_t>(index)]);
-            loose.points.back().x += i % 2 == 0 ? 0.0004f : -0.0004f;
-        }
-        const auto first = static_cast<int32_t>(i * 4);
-        loose.polygons.emplace_back(first, first + 1, first + 2, first + 3);
-        loose.uvw.push_back(cube.uvw[i]);
-    }
-    PolyMesh exact = loose;
-    weldPoints(exact, 0.0f);
-    EXPECT_GT(exact.points.size(), cube.points.size());
-    const WeldResult result = weldPoints(loose, 0.001f);
-    EXPECT_EQ(topologyOf(loose), (Topology{0, 0, 0, 0, 2}));
-    EXPECT_EQ(loose.points.size(), cube.points.size());
-    EXPECT_EQ(result.pointMap.size(), cube.polygons.size() * 4);
-    EXPECT_EQ(loose.uvw, cube.uvw);
-}
-
 /// Area of the triangles that are wound like the polygon, less that of the others.
 double signedAreaOf(const std::vector<std::array<int32_t, 3>>& triangles, const std::vector<Vector>& points,
                     const Vec3& normal, int& wrong) {

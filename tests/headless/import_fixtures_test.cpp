@@ -33,38 +33,6 @@ protected:
     std::vector<std::string> warnings_;
 };
 
-class PackagedFixtureTest : public FixtureImportTest {
-protected:
-    void SetUp() override {
-        if (!std::filesystem::exists("/usr/share/assimp/models")) {
-            GTEST_SKIP() << "the package assimp-testmodels isn't installed";
-        }
-    }
-    std::unique_ptr<Document> importPackaged(const std::string& file) {
-        return importModel("/usr/share/assimp/models/" + file, warnings_);
-    }
-};
-
-TEST_F(PackagedFixtureTest, LightsBecomeTheHostsKinds) {
-    const auto document = importPackaged("Collada/lights.dae");
-    EXPECT_EQ(find(*document, Olight, "Lamp")->data.GetLong(LIGHT_TYPE), LIGHT_TYPE_OMNI);
-    EXPECT_EQ(find(*document, Olight, "Sun")->data.GetLong(LIGHT_TYPE), LIGHT_TYPE_DISTANT);
-    EXPECT_EQ(find(*document, Olight, "Spot")->data.GetLong(LIGHT_TYPE), LIGHT_TYPE_SPOT);
-    EXPECT_NE(find(*document, Onull, "Hemi"), nullptr);
-    EXPECT_EQ(warnings_.front(),
-              "/usr/share/assimp/models/Collada/lights.dae: light \"Hemi\" is left out: the host "
-              "has none of its kind");
-
-    const auto areas = importPackaged("BLEND/AreaLight_269.blend");
-    const Object& bar = *find(*areas, Olight, "Bar");
-    EXPECT_EQ(bar.data.GetLong(LIGHT_TYPE), LIGHT_TYPE_AREA);
-    EXPECT_EQ(bar.data.GetLong(LIGHT_AREADETAILS_SHAPE), LIGHT_AREADETAILS_SHAPE_RECTANGLE);
-    EXPECT_EQ(bar.data.GetReal(LIGHT_AREADETAILS_SIZEX), 50.0f);
-    EXPECT_EQ(bar.data.GetReal(LIGHT_AREADETAILS_SIZEY), 200.0f);
-    EXPECT_EQ(bar.data.GetVector(LIGHT_COLOR), Vector(1, 1, 1));
-    EXPECT_EQ(bar.data.GetReal(LIGHT_BRIGHTNESS), 42.0f);
-}
-
 /// Two lights below a triangle, one of which is scaled and a parent itself, in the format whose powers have a
 /// unit.
 constexpr const char* GLTF_LIGHTS = R"({

@@ -3,13 +3,9 @@
 #include "headless/model/track.h"
 #include "headless/model_fixture.h"
 
-#include <numbers>
-
 namespace headless {
 
 namespace {
-
-constexpr float pi = std::numbers::pi_v<float>;
 
 class ModelAnimation : public ModelTest {
 protected:
@@ -53,33 +49,6 @@ TEST_F(ModelAnimation, givesTheValueBetweenKeys) {
     }
 }
 
-TEST_F(ModelAnimation, movesABranchToFractionalFrames) {
-    BaseObject* const parent = add(Onull);
-    BaseObject* const child = addCube(parent);
-    addTrack(parent, vectorTrack(Channel::position, {0, 0, 0}, {30, 0, 0}));
-    addTrack(child, vectorTrack(Channel::scale, {1, 1, 1}, {1, 2, 1}));
-    Track radius;
-    radius.parameter = PRIM_CUBE_SIZE;
-    radius.component = 1;
-    radius.keys = {{0.0, GeData(200.0)}, {1.0, GeData(400.0)}};
-    addTrack(child, radius);
-    BaseTag* const tag = child->MakeTag(Tmotionblur);
-    Track strength;
-    strength.parameter = MOTIONBLUR_STRENGTH;
-    strength.keys = {{0.0, GeData(0.0)}, {1.0, GeData(1.0)}};
-    addTrack(tag, strength);
-
-    doc()->AnimateObject(parent, BaseTime(7.5, 30.0), 8);
-
-    EXPECT_TRUE(isNear(parent->GetMl().off, {7.5f, 0, 0}));
-    EXPECT_TRUE(isNear(child->GetMl().axisY, {0, 1.25f, 0}));
-    EXPECT_EQ(child->GetDataInstance()->GetVector(PRIM_CUBE_SIZE), Vector(200, 250, 200));
-    EXPECT_EQ(tag->GetDataInstance()->GetReal(MOTIONBLUR_STRENGTH), 0.25f);
-    EXPECT_EQ(doc()->GetTime(), BaseTime(0.0)) << "the document's time stays";
-    build();
-    EXPECT_TRUE(isNear(child->GetRad(), {100, 125, 100}));
-}
-
 /// One angle is animated, the others aren't: they must not be worn down by thousands of samples.
 TEST_F(ModelAnimation, givesTheSameStateWhereverItWas) {
     BaseObject* const parent = add(Onull);
@@ -115,35 +84,6 @@ TEST_F(ModelAnimation, givesTheSameStateWhereverItWas) {
     }
     EXPECT_EQ(stateAt(30.0).second.off, Vector(100, 7, -3)) << "on a key it is the key's value";
     EXPECT_TRUE(isNear(stateAt(12.0).first.axisX, rotationFromHPB({1, 1.2f, -0.7f}).axisX, 1e-6f));
-}
-
-struct HPBCase {
-    Vector hpb;
-    /// Where the axes X and Z go.
-    Vector axisX;
-    Vector axisZ;
-};
-
-TEST_F(ModelAnimation, turnsByHeadingPitchAndBank) {
-    const float half = pi / 2;
-    const HPBCase cases[] = {
-        {{half, 0, 0}, {0, 0, 1}, {-1, 0, 0}},
-        {{0, half, 0}, {1, 0, 0}, {0, 1, 0}},
-        {{0, 0, half}, {0, -1, 0}, {0, 0, 1}},
-        {{half, half, 0}, {0, 0, 1}, {0, 1, 0}},
-    };
-    for (const HPBCase& turn : cases) {
-        const Matrix rotation = rotationFromHPB(turn.hpb);
-        EXPECT_TRUE(isNear(rotation.axisX, turn.axisX, 1e-6f)) << ::testing::PrintToString(turn.hpb);
-        EXPECT_TRUE(isNear(rotation.axisZ, turn.axisZ, 1e-6f)) << ::testing::PrintToString(turn.hpb);
-        EXPECT_NEAR(rotation.GetDeterminant(), 1.0f, 1e-6f);
-    }
-    for (float h = -3; h <= 3; h += 1.5f) {
-        for (float p = -1.5f; p <= 1.5f; p += 0.5f) {
-            const Vector hpb(h, p, h * 0.5f);
-            EXPECT_TRUE(isNear(hpbFromRotation(rotationFromHPB(hpb)), hpb, 1e-4f));
-        }
-    }
 }
 
 } // namespace

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/documents_fixture.h"
 #include "headless/model/camera_lens.h"
-#include "headless/model/handles.h"
-#include "headless/model/node_types.h"
 #include "headless/model/primitive_ids.h"
-#include "host/object.h"
 
 #include <cmath>
 
@@ -35,20 +32,6 @@ protected:
         return load(R"("fps": 10, "objects": [{"type": "Camera", )" + body + "}]");
     }
 };
-
-TEST_F(CameraLensTest, SettingAParameterMovesTheOthers) {
-    const std::unique_ptr<Object> camera = createObject(Ocamera);
-    expectLens(*camera, 36, 36, "a new camera");
-    BaseList2D& node = *toHost(camera.get());
-    node.SetParameter(DescID(CAMERA_FOCUS), GeData(50.0));
-    expectLens(*camera, 50, 36, "focal length");
-    node.SetParameter(DescID(CAMERA_APERTURE), GeData(24.0));
-    expectLens(*camera, 50, 24, "film: the lens stays");
-    node.SetParameter(DescID(CAMERA_FOV), GeData(2.0 * std::atan(0.25)));
-    expectLens(*camera, 48, 24, "field of view: the film stays");
-    node.SetParameter(DescID(CAMERA_TARGET_DISTANCE), GeData(100.0));
-    expectLens(*camera, 48, 24, "no part of the lens");
-}
 
 TEST_F(CameraLensTest, DocumentsTellItInAnyWords) {
     const struct {

@@ -68,32 +68,6 @@ TEST_F(ModelLinks, inCopiesLeadToTheCopiesOfWhatWasCopied) {
     BaseObject::Free(copy);
 }
 
-TEST_F(ModelLinks, ofMaterialsAndTagsSurviveTheCopyOfADocument) {
-    BaseMaterial* const material = BaseMaterial::Alloc(Mmaterial);
-    doc()->InsertMaterial(material);
-    BaseShader* const shader = BaseShader::Alloc(Xbitmap);
-    material->InsertShader(shader);
-    material->GetDataInstance()->SetLink(MATERIAL_COLOR_SHADER, shader);
-    BaseObject* const cube = addCube();
-    static_cast<::TextureTag*>(cube->MakeTag(Ttexture))->SetMaterial(material);
-    BaseObject* const camera = add(Ocamera);
-    document->view().setSceneCamera(fromHost(camera));
-
-    auto* copy = static_cast<BaseDocument*>(doc()->GetClone());
-
-    BaseMaterial* const copiedMaterial = copy->GetFirstMaterial();
-    ASSERT_NE(copiedMaterial, nullptr);
-    EXPECT_NE(copiedMaterial, material);
-    EXPECT_EQ(copiedMaterial->GetDataInstance()->GetLink(MATERIAL_COLOR_SHADER, copy),
-              copiedMaterial->GetFirstShader());
-    BaseObject* const copiedCube = copy->GetFirstObject();
-    EXPECT_EQ(static_cast<::TextureTag*>(copiedCube->GetTag(Ttexture))->GetMaterial(), copiedMaterial);
-    EXPECT_EQ(copy->GetActiveBaseDraw()->GetSceneCamera(copy), copiedCube->GetNext());
-    EXPECT_NE(copy->GetActiveRenderData(), nullptr);
-    EXPECT_NE(copy->GetActiveRenderData(), doc()->GetActiveRenderData());
-    BaseDocument::Free(copy);
-}
-
 } // namespace
 
 } // namespace headless

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "headless/model_fixture.h"
-#include "host/atomarray.h"
 
 namespace headless {
 
@@ -75,30 +74,6 @@ TEST_F(ModelTree, isDeeperThanTheStack) {
     BaseObject* state = SendModelingCommand(MCOMMAND_CURRENTSTATETOOBJECT, doc()->GetFirstObject(), doc());
     EXPECT_NE(state, nullptr);
     BaseObject::Free(state);
-}
-
-TEST_F(ModelTree, givesSelectionsInTheOrderOfTheDocument) {
-    BaseObject* const parent = addCube();
-    BaseObject* const child = addCube(parent);
-    BaseObject* const last = addCube();
-    BaseTag* const tag = parent->MakeTag(Tphong);
-    BaseMaterial* const material = BaseMaterial::Alloc(Mmaterial);
-    doc()->InsertMaterial(material);
-    doc()->InsertMaterial(BaseMaterial::Alloc(Mmaterial));
-    const std::vector<BaseList2D*> chosen{tag, child, last, material};
-    for (BaseList2D* const node : chosen) {
-        fromHost(node)->info |= BIT_ACTIVE;
-    }
-    AtomArray selection;
-    doc()->GetSelection(selection);
-    ASSERT_EQ(selection.GetCount(), 4);
-    for (int32_t i = 0; i < 4; ++i) {
-        EXPECT_EQ(selection.GetIndex(i), chosen[static_cast<size_t>(i)]) << i;
-    }
-    AtomArray materials;
-    doc()->GetActiveMaterials(materials);
-    ASSERT_EQ(materials.GetCount(), 1);
-    EXPECT_EQ(materials.GetIndex(0), material);
 }
 
 } // namespace

@@ -33,36 +33,6 @@ TEST_F(ModelUndo, takesChangesBackInPlace) {
     EXPECT_FALSE(doc()->DoUndo());
 }
 
-TEST_F(ModelUndo, bringsDeletedBranchesBackWithLinksToThem) {
-    BaseObject* const first = add(Onull);
-    BaseObject* const branch = add(Onull);
-    branch->SetName("Branch");
-    BaseObject* const cube = addCube(branch);
-    BaseObject* const last = addInstance(cube, true);
-    BaseObject* const inner = addInstance(cube, true, branch);
-    inner->MakeTag(Tphong);
-
-    doc()->StartUndo();
-    doc()->AddUndo(UNDOTYPE_DELETE, branch);
-    branch->Remove();
-    BaseObject* freed = branch;
-    BaseObject::Free(freed);
-    doc()->EndUndo();
-    EXPECT_EQ(last->GetDataInstance()->GetLink(INSTANCEOBJECT_LINK, nullptr), nullptr);
-    EXPECT_TRUE(doc()->DoUndo());
-
-    BaseObject* const back = first->GetNext();
-    ASSERT_EQ(back->GetName().GetUtf8(), "Branch");
-    EXPECT_EQ(back->GetNext(), last);
-    BaseObject* const cubeAgain = back->GetDown();
-    EXPECT_EQ(last->GetDataInstance()->GetLink(INSTANCEOBJECT_LINK, doc()), cubeAgain);
-    EXPECT_EQ(cubeAgain->GetNext()->GetDataInstance()->GetLink(INSTANCEOBJECT_LINK, doc()), cubeAgain);
-    EXPECT_NE(cubeAgain->GetNext()->GetTag(Tphong), nullptr);
-
-    BaseObject::Free(freed = back);
-    EXPECT_EQ(last->GetDataInstance()->GetLink(INSTANCEOBJECT_LINK, nullptr), nullptr);
-}
-
 TEST_F(ModelUndo, forgetsTheOldestGroups) {
     BaseObject* const cube = addCube();
     for (size_t i = 0; i < UndoStack::maxGroups + 5; ++i) {

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The clock that tests drive: who sleeps or waits for a timer goes on at its exact time.
-#include "headless/model/handles.h"
-#include "headless/model/node_types.h"
 #include "headless/runtime_fixture.h"
 #include "host/dialog.h"
 #include "support/thrown_message.h"
@@ -96,27 +94,6 @@ TEST_F(DrivenTime, TellsOfAMainThreadThatSleeps) {
     start();
     EXPECT_EQ(thrownMessage<HostError>([&] { host().advance(1ms); }),
               "The clock of this host can't be moved");
-}
-
-TEST_F(DrivenTime, KnowsWhatChangesANode) {
-    Document document;
-    Object& parent = document.appendObject(createObject(Onull));
-    Object& object = document.insertObject(createObject(Onull), &parent);
-    std::vector<uint32_t> seen{toHost(&object)->GetDirty()};
-    const auto expectChange = [&](const char* what) {
-        const uint32_t dirty = toHost(&object)->GetDirty();
-        EXPECT_EQ(std::ranges::count(seen, dirty), 0) << what;
-        seen.push_back(dirty);
-        EXPECT_EQ(toHost(&object)->GetDirty(), dirty);
-    };
-    object.data.SetReal(1000, 0.5f);
-    expectChange("a parameter");
-    object.matrix.off = Vector(0.0f, 1.0f, 0.0f);
-    expectChange("its place");
-    parent.matrix.off = Vector(2.0f, 0.0f, 0.0f);
-    expectChange("its parent's place");
-    object.renderMode = MODE_OFF;
-    expectChange("its visibility");
 }
 
 } // namespace

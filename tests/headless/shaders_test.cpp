@@ -73,17 +73,16 @@ TEST_F(ShadersTest, BitmapGoesOverLinearlyAndRepeats) {
     document->path = Filename(String(folder.path().toStdString()));
     BaseShader* const bitmap = addShader(Xbitmap);
     data(bitmap).SetFilename(BITMAPSHADER_FILENAME, Filename("image.EXR"));
-    struct Case {
+    const struct {
         float u, v;
         Vector expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {0.25f, 0.25f, {1.0f, 0.0f, 0.0f}},  {0.75f, 0.25f, {0.0f, 1.0f, 0.0f}},
         {0.25f, 0.75f, {0.0f, 0.0f, 1.0f}},  {0.5f, 0.25f, {0.5f, 0.5f, 0.0f}},
         {0.5f, 0.5f, {0.75f, 0.75f, 0.75f}}, {0.0f, 0.25f, {0.5f, 0.5f, 0.0f}},
         {1.25f, -0.75f, {1.0f, 0.0f, 0.0f}}, {1.0f, 1.0f, {0.75f, 0.75f, 0.75f}},
     };
-    for (const Case& test : cases) {
+    for (const auto& test : cases) {
         EXPECT_TRUE(isNear(once(bitmap, test.u, test.v), test.expected)) << test.u << ", " << test.v;
     }
     EXPECT_TRUE(warnings_.empty());
@@ -112,11 +111,11 @@ TEST_F(ShadersTest, FusionLayerAndColorizerJoinTheirLinks) {
     BaseShader* const layers = addShader(Xlayer);
     data(layers).SetLink(LAYER_1_SHADER, base);
     data(layers).SetLink(LAYER_1_SHADER + 7 * LAYER_STEP, over);
+    data(layers).SetReal(LAYER_1_STRENGTH + 7 * LAYER_STEP, 0.5f);
     for (const Case& test : cases) {
         data(fusion).SetLong(FUSION_MODE, test.mode);
         EXPECT_TRUE(isNear(once(fusion, 0.5f, 0.5f), test.expected)) << test.mode;
         data(layers).SetLong(LAYER_1_MODE + 7 * LAYER_STEP, test.mode);
-        data(layers).SetReal(LAYER_1_STRENGTH + 7 * LAYER_STEP, 0.5f);
         EXPECT_TRUE(isNear(once(layers, 0.5f, 0.5f), mix({0.25f, 0.5f, 0.75f}, test.expected, 0.5f)))
             << test.mode;
     }
@@ -160,13 +159,8 @@ public:
         BaseShader* const input = linked(shader);
         return input ? input->Sample(channel) * 0.5f : Vector(1.0f, 1.0f, 1.0f);
     }
-    bool Message(BaseList2D*, int32_t type, void*) override {
-        lastMessage = type;
-        return true;
-    }
 
     static inline int ready = 0;
-    static inline int32_t lastMessage = 0;
 };
 
 class PluginShaderTest : public ShadersTest {

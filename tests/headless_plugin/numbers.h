@@ -21,8 +21,6 @@ enum TestPluginId : int32_t {
     TEST_LEFT_THREAD = 9000009,
     TEST_TAG = 9000010,
     TEST_THROWING = 9000011,
-    /// Of the plug-in with a dialog of all gadgets: opens it.
-    TEST_GADGETS = 9000012,
     /// Of the plug-in with a video post.
     TEST_RENDER = 9000013,
 };
