@@ -104,14 +104,18 @@ bool isLayerListStale() {
     return renderState().tonemapDialogStale != 0;
 }
 
-void applyTonemapping(const TonemappingChoice& choice, const std::vector<Vec3d>& weights) {
+bool applyTonemapping(const TonemappingChoice& choice, const std::vector<Vec3d>& weights) {
     Lock stateLock(renderStateMutex());
     const Ref<SceneNodeRoot>& root = renderState().activeRoot;
     SceneNode* const tonemapping = root ? root->getToneMappingPointer() : nullptr;
     if (!tonemapping) {
-        return;
+        return true;
     }
-    Lock treeLock(root->getMutex());
+    // The library holds the tree while it builds the scene, which may take minutes.
+    const TryLock treeLock(root->getMutex());
+    if (!treeLock.isHeld()) {
+        return false;
+    }
     writeTonemapping(static_cast<SceneNodeTonemapping&>(*tonemapping), choice);
     markAsChanged(*tonemapping);
     if (SceneNodeRenderSettings* const settings = activeSettings()) {
@@ -119,4 +123,5 @@ void applyTonemapping(const TonemappingChoice& choice, const std::vector<Vec3d>&
         writeSettings(*settings, choice, areTheirs ? weights : std::vector<Vec3d>());
         markAsChanged(*settings);
     }
+    return true;
 }
