@@ -38,8 +38,9 @@ private:
     void* handle_;
 };
 
-/// Calls `onInterrupt` on a thread of its own for Ctrl-C (SIGINT, and SIGTERM where there is one) while it
-/// lives. The third request ends the process at once, for a host that hangs. One at a time.
+/// Calls `onInterrupt` on a thread of its own for Ctrl-C (SIGINT, and where there are such SIGTERM and the
+/// terminal's end, SIGHUP) while it lives. The third request ends the process at once, for a host that hangs.
+/// One at a time.
 class InterruptWatch {
 public:
     explicit InterruptWatch(std::function<void()> onInterrupt);

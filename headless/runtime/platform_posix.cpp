@@ -20,7 +20,7 @@ namespace headless::platform {
 
 namespace {
 
-constexpr std::array WATCHED_SIGNALS = {SIGINT, SIGTERM};
+constexpr std::array WATCHED_SIGNALS = {SIGINT, SIGTERM, SIGHUP};
 constexpr int FATAL_REQUEST = 3;
 constexpr char STOP = 's';
 constexpr char INTERRUPT = 'i';
@@ -141,6 +141,10 @@ InterruptWatch::InterruptWatch(std::function<void()> onInterrupt) : state_(std::
     action.sa_flags = SA_RESTART;
     for (size_t i = 0; i < WATCHED_SIGNALS.size(); ++i) {
         sigaction(WATCHED_SIGNALS[i], &action, &state_->previous[i]);
+        // Started by nohup, the program outlives its terminal.
+        if (WATCHED_SIGNALS[i] == SIGHUP && state_->previous[i].sa_handler == SIG_IGN) {
+            sigaction(SIGHUP, &state_->previous[i], nullptr);
+        }
     }
 }
 
