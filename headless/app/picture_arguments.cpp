@@ -22,6 +22,7 @@ Actions, done by the plug-in's own commands and tone mapping dialog:
   whitepoint NAME             A choice of the dialog, such as D65
   whitepoint X,Y
   layer INDEX [gain=N] [color=R,G,B] [on] [off]
+                              "Layer 1" of the dialog has the index 0
 They take all words up to the next option, and wait until the scene is exported. What they change is
 seen in the next image. An interactive render takes none but stop.
 
