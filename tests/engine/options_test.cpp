@@ -5,19 +5,6 @@
 
 namespace {
 
-TEST(Options, TakesTheLineOfALaunch) {
-    engine::Options options;
-    std::string fault;
-    ASSERT_TRUE(engine::parseOptions({"-seed", "4294967295", "--thread_priority", "belownormal", "-n", "wm",
-                                      "-p", "7100", "-o", "/a b.png", "-qzio", "/a b.qzi", "-uexro", "/u.exr",
-                                      "-texro", "/t.exr", "/scenes/with blank.qzs"},
-                                     options, fault))
-        << fault;
-    EXPECT_EQ(options.input, "/scenes/with blank.qzs");
-    ASSERT_EQ(options.switches.size(), 8u);
-    EXPECT_EQ(options.switches[4].second, "/a b.png");
-}
-
 TEST(Options, NamesWhatIsWrong) {
     const struct {
         std::vector<std::string> arguments;

@@ -87,14 +87,6 @@ TEST(Subdivision, RoundsAClosedBodyWithoutTearingIt) {
     }
 }
 
-TEST(Subdivision, StopsAtTheLimit) {
-    const Ref<Mesh> square = rectangle({1, 0, 0}, {0, 0, 1});
-    EXPECT_EQ(engine::affordableLevels(*square, 3, 1000), 3);
-    EXPECT_EQ(engine::affordableLevels(*square, 2000000000, 1000), 4);
-    EXPECT_EQ(engine::affordableLevels(*square, 5, 7), 0);
-    EXPECT_EQ(engine::affordableLevels(Mesh(), 2000000000, 1000), 0);
-}
-
 Ref<DiffuseMaterial> shining(double height) {
     Ref<DiffuseMaterial> material = new DiffuseMaterial;
     material->base_emission = new ConstantWavelengthDependentParam(new UniformSpectrum(1));

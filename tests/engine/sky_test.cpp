@@ -67,15 +67,6 @@ TEST(Sky, BelowTheHorizonThereIsNoSunAndTheSkyFades) {
     EXPECT_FALSE(night.hasSun() || night.hasSky());
 }
 
-TEST(Sky, TheGroundIsLitBySkyAndSun) {
-    const SunSky sky(sunAt(30)), set(sunAt(-1));
-    const Vec down = {0.6f, 0, -0.8f};
-    EXPECT_NEAR(luminance(sky.sky(down)) / (0.2f * skyIlluminance(sky) / PI), 1.0f, 0.05f);
-    EXPECT_NEAR(luminance(sky.sunlitGround(down)) / (0.2f * 0.5f * sunIlluminance(sky) / PI), 1.0f, 0.01f);
-    EXPECT_TRUE(isBlack(sky.sunlitGround({0, 0, 1})));
-    EXPECT_TRUE(isBlack(set.sunlitGround(down)));
-}
-
 TEST(Sky, AnyNumbersGiveFiniteLight) {
     const double huge = std::numeric_limits<double>::infinity();
     for (const double turbidity : {-1.0, 0.0, 1.0, 50.0, huge, std::nan("")})
