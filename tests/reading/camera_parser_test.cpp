@@ -25,17 +25,6 @@ std::string message(const std::string& text) {
     });
 }
 
-TEST(CameraParser, hasPathsStartAtTheFolderOfTheScene) {
-    ParserState state;
-    state.base_from_scene = "shared";
-    const Ref<SceneNodeCamera> node =
-        read(camera("<obstacle_map><path>dust.png</path></obstacle_map>"
-                    "<aperture_shape><image><path>heart.png</path></image></aperture_shape>"),
-             state);
-    EXPECT_EQ(node->obstacle_map_path, "shared/dust.png");
-    EXPECT_EQ(static_cast<const ApertureImage&>(*node->aperture_shape).path, "shared/heart.png");
-}
-
 TEST(CameraParser, givesItsWhitePointToTheWholeScene) {
     const struct {
         const char* white_point;

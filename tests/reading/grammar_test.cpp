@@ -60,6 +60,14 @@ const std::vector<std::string> WRITTEN = {
            "</epidermis>"),
     medium("<atmosphere><center>1 2 3</center><turbidity>4</turbidity></atmosphere>"),
     material("<glossy_transparent><layer>0</layer></glossy_transparent>"),
+    "<sphere><uid>70</uid><name>x</name>" + KEYFRAME +
+        "<radius>2.5</radius><material_uid>11</material_uid></sphere>",
+    "<parametric_surface><uid>70</uid><name>x</name><shader><shader>def p(u, v) &lt; 1</shader></shader>"
+    "<num_u>3</num_u><num_v>4</num_v></parametric_surface>",
+    "<scatter><uid>70</uid><name>x</name><shader><shader>s</shader></shader><density>2.5</density><seed>7</"
+    "seed>"
+    "<geometry_uid>31</geometry_uid><materials><material_uid>12</material_uid><material_uid>11</material_uid>"
+    "</materials><target_object_uid>40</target_object_uid></scatter>",
     material("<diffuse><albedo>" + SHADER +
              "</albedo><random_triangle_colours>false</random_triangle_colours><layer>0</layer></diffuse>"),
 };
@@ -104,12 +112,6 @@ const std::vector<std::string> ONLY_READ = {
         "</spherical_environment></tex_coord_generation></texture></env_map>",
     "<sphere><uid>9</uid><name>b</name>" + KEYFRAME +
         "<radius>1</radius><material_name>red</material_name></sphere>",
-    std::string("<parametric_surface><uid>9</uid><name>b</name><shader><shader>s</shader></shader><num_u>2</"
-                "num_u><num_v>3</num_v></parametric_surface>"),
-    std::string(
-        "<scatter><uid>9</uid><name>b</name><shader><shader>s</shader></shader><density>2</density><seed>3</"
-        "seed><geometry_uid>4</geometry_uid><materials><material_uid>11"
-        "</material_uid></materials><target_object_uid>5</target_object_uid></scatter>"),
     std::string("<metadata><uid>9</uid><name>b</name><exporter>e</exporter><author>a</author><description>d</"
                 "description>"
                 "<created_date>c</created_date><platform>p</platform><exporter_specific>s</"
@@ -148,7 +150,10 @@ const std::vector<std::string> ONLY_READ = {
 
 class Grammar : public SceneFiles {
 protected:
-    static std::string sceneOf(const std::string& element) { return MATERIALS + (TRIANGLE + element); }
+    static std::string sceneOf(const std::string& element) {
+        return MATERIALS + (TRIANGLE + element) +
+               "<parametric_surface><uid>31</uid><shader><shader>s</shader></shader></parametric_surface>";
+    }
     static std::string onOneLine(const std::string& text) {
         std::string line;
         for (const char c : text)
@@ -161,6 +166,7 @@ protected:
 TEST_F(Grammar, ElementsAreReadWithAllTheirChildren) {
     for (const std::string& element : WRITTEN) {
         const Ref<SceneNodeRoot> root = readElements(sceneOf(element));
+        bind(*root);
         std::string text;
         for (const Ref<SceneNode>& node : root->getChildren())
             if (node->getUID().value() == 70)

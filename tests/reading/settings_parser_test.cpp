@@ -18,14 +18,6 @@ Ref<SceneNodeRenderSettings> read(const std::string& text) {
     return parseRenderSettings(ParserState(), ParsedElement(text));
 }
 
-/// What a new node with these layers on top writes.
-template <class... Texts>
-std::string merged(const Texts&... layers) {
-    SceneNodeRenderSettings node;
-    (mergeSettings(node, *read(settings(layers))), ...);
-    return xmlText(node);
-}
-
 /// The row's value that isn't the default one.
 SettingValue changed(const SettingValue& value) {
     if (const i32* number = std::get_if<i32>(&value))
@@ -35,24 +27,11 @@ SettingValue changed(const SettingValue& value) {
     return std::get<double>(value) + 0.125;
 }
 
+/// Kept scenes of other tests have regions, white points and layers.
 Ref<SceneNodeRenderSettings> fullSettings() {
     const Ref<SceneNodeRenderSettings> node = new SceneNodeRenderSettings;
     for (const SettingRow& row : DEFAULT_SETTING_ROWS)
         node->setValue(row.key, changed(row.value));
-    node->setDouble("display_period", 30);
-    node->setBool("polarisation", true);
-    const Ref<RenderRegion> region = new RenderRegion;
-    region->x1 = 1;
-    region->x2 = 2;
-    region->y1 = -3;
-    region->y2 = 4;
-    node->render_region = region;
-    node->setWhitePoint(new WhitePoint(0.25, 0.125));
-    const Ref<LayerSetting> key = new LayerSetting("Key  light");
-    key->xyz = {1, 0.5, 2};
-    key->gain = 0.25;
-    node->addLayer(key);
-    node->addLayer(new LayerSetting("Fill"));
     const Ref<GPUDeviceSettings> device = new GPUDeviceSettings;
     device->device_name = "Card 1";
     device->subsystem = GPUDeviceSettings::CUDA;
@@ -92,18 +71,6 @@ TEST(SettingsParser, readsWhatIsWritten) {
         node->setDownsizeFilter(downsize);
         EXPECT_EQ(readAgain(*node), xmlText(*node));
     }
-}
-
-TEST(SettingsParser, letsTheUpperLayerWinForWhatItSets) {
-    const std::string sun = "<layer_setting><name>Sun</name></layer_setting>";
-    const std::string sky = "<layer_setting><name>Sky</name></layer_setting>";
-    const std::string lower =
-        "<width>100</width><height>50</height><splat_filter><box/></splat_filter>" + sun + sky;
-    EXPECT_EQ(merged(lower, "<width>7</width>"),
-              merged("<width>7</width><height>50</height><splat_filter><box/></splat_filter>" + sun + sky));
-    EXPECT_EQ(merged(lower, "<splat_filter><radial/></splat_filter>" + sky),
-              merged("<width>100</width><height>50</height><splat_filter><radial/></splat_filter>" + sky));
-    EXPECT_EQ(merged(lower, ""), merged(lower));
 }
 
 TEST(SettingsParser, refusesWhatIsWrong) {

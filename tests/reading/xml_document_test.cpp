@@ -37,19 +37,6 @@ TEST(XMLDocument, TellsWhyAFileIsNoDocument) {
     EXPECT_EQ(loadMessage(path), "Could not root element in file " + quoted + "  (Line 1, column 17.)");
 }
 
-TEST(XMLDocument, HasARootOnceItIsLoaded) {
-    XMLDocument document;
-    EXPECT_EQ(thrownMessage<QuenzaXMLDocExcep>([&] { document.rootElement(); }),
-              "Could not root element in file ''");
-    document.parseText("<config/>", "--settings");
-    EXPECT_EQ(document.rootElement().ValueStr(), "config");
-    EXPECT_EQ(&document.rootElementNamed("config"), &document.rootElement());
-    EXPECT_EQ(thrownMessage<QuenzaXMLDocExcep>([&] { document.rootElementNamed("scene"); }),
-              "Could not find root 'scene' element in file '--settings'");
-    EXPECT_THROW(document.parseText("<config>", "--settings"), QuenzaXMLDocExcep);
-    EXPECT_THROW(document.rootElement(), QuenzaXMLDocExcep); // nothing is left of the one before
-}
-
 TEST(XMLDocument, TakesAllLineEndsForOne) {
     XMLDocument document;
     document.parseText("<a>\r\n<b><![CDATA[1\r\n\r2]]></b>\r<c/></a>\r", "text");

@@ -102,47 +102,5 @@ TEST(XMLValues, TellWhatIsWrongAndWhere) {
               "Found unexpected element 'w'  (In element 'w', around line 1, column 8)");
 }
 
-TEST(XMLValues, CheckWhichChildrenAnElementHas) {
-    static constexpr const char* NAMES[] = {"a", "b"};
-    const Reader in = [](const TiXmlElement& e) { checkChildrenAreIn(e, NAMES); };
-    const Reader once = [](const TiXmlElement& e) { checkChildrenAreInOnce(e, NAMES); };
-    const Reader one = [](const TiXmlElement& e) { checkOnlyOneOf(e, NAMES); };
-    const Reader child = [](const TiXmlElement& e) { childElement(e, "a"); };
-    const std::string fine = "no exception";
-    const struct {
-        Reader read;
-        const char* content;
-        std::string message;
-    } cases[] = {
-        {in, "<b/>text<a/><!-- c --><b/>", fine},
-        {in, "<a/>\n<c/>", "Found unexpected element 'c'  (In element 'c', around line 2, column 1)"},
-        {once, "<b/><a/>", fine},
-        {once, "\n<c/>", "Found unexpected element 'c'  (In element 'c', around line 2, column 1)"},
-        {once, "<b/><a/>\n <b/>",
-         "Found unexpected element 'b' (Already parsed element called 'b') in element 'p'. (Around line 2, "
-         "column 2)"},
-        {one, "<c/><b/><c/>", fine},
-        {one, "<c/>",
-         "Failed to find child for element 'p' - Child should be one of 'a', 'b'  (In element 'p', around "
-         "line "
-         "1, column 1)"},
-        {one, "<b/>\n<a/>",
-         "Found unexpected element 'a',  already parsed mutually exclusive element 'b'  (In element 'a', "
-         "around "
-         "line 2, column 1)"},
-        {child, "<b/><a/>", fine},
-        {child, "<b/>", "Failed to find expected element 'a'  (In element 'p', around line 1, column 1)"},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(messageOf(c.read, c.content), c.message) << c.content;
-    XMLDocument document;
-    document.parseText("<p><c/><b/><a/></p>", "text");
-    const TiXmlElement& p = document.rootElement();
-    EXPECT_EQ(firstChildOf(p, {"a", "b"})->ValueStr(), "b");
-    EXPECT_EQ(firstChildOf(p, {"x"}), nullptr);
-    EXPECT_EQ(optionalChildElement(p, "x"), nullptr);
-    EXPECT_EQ(checkOnlyOneOf(p, std::span(NAMES).first(1)).ValueStr(), "a");
-}
-
 } // namespace
 } // namespace Quenza::SceneParseUtils
