@@ -35,24 +35,6 @@ protected:
 
 } // namespace
 
-TEST_F(CameraExportTest, HostCameraWithoutATagBecomesAThinLens) {
-    exportCamera();
-    EXPECT_EQ(node->camera_type, Quenza::SceneNodeCamera::THIN_LENS_PERSPECTIVE);
-    EXPECT_FLOAT_EQ(float(node->sensor_width), 0.036f);
-    EXPECT_NEAR(node->lens_sensor_dist, 0.036, 1e-7) << "twice the arc tangent of a half";
-    EXPECT_EQ(node->focus_distance, 3.0);
-    // 1 / (1 / 0.036 + 1 / 3) / (2 * 8)
-    EXPECT_NEAR(node->aperture_radius, 0.0022233202, 1e-9);
-    EXPECT_FLOAT_EQ(float(node->exposure_duration), 0.05f);
-    EXPECT_TRUE(node->autofocus);
-    EXPECT_EQ(node->aperture_shape->getType(), Quenza::ApertureCircular::TYPE);
-    EXPECT_EQ(node->obstacle_map_path, "");
-
-    EXPECT_EQ(consoleLines(), std::vector<std::string>{"0.036000"});
-
-    EXPECT_TRUE(::exportCamera(new Quenza::SceneNodeCamera, nullptr, context()));
-}
-
 TEST_F(CameraExportTest, ParallelViewKeepsTheLensDistance) {
     exportCamera();
     const double lensDistance = node->lens_sensor_dist;

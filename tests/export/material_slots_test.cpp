@@ -56,18 +56,6 @@ TEST_F(MaterialSlots, GetTheMaterialsOfTheirSelections) {
     EXPECT_EQ(sceneMaterials(), "nullMat, default, First, Second, Unrestricted");
 }
 
-TEST_F(MaterialSlots, WithoutAMaterialOfTheirOwnAreDefault) {
-    PolygonObject* const strip = addStrip("Strip", 2);
-    addSelection(strip, "first", {0});
-    addMaterialTag(strip, "First", "first");
-    addTexture(addQuad("Empty tag"));
-    addQuad("No tag");
-    exportScene();
-    EXPECT_EQ(materialsOf("Strip"), "First, default");
-    EXPECT_EQ(materialsOf("Empty tag"), "default");
-    EXPECT_EQ(materialsOf("No tag"), "default");
-}
-
 TEST_F(MaterialSlots, GiveSpheresTheMaterialThatHasNoRestriction) {
     BaseObject* const group = add(Onull, "Group");
     addMaterialTag(group, "Group's");

@@ -26,21 +26,6 @@ protected:
 
 } // namespace
 
-TEST_F(TonemappingExportTest, UnknownMethodsAreReinhardWithItsOwnDefaults) {
-    const std::string defaults =
-        "<reinhard><pre_scale>3</pre_scale><post_scale>1</post_scale><burn>10</burn></reinhard>";
-    EXPECT_EQ(method(), defaults);
-    for (const int32_t known : {int32_t(CAM_TONEMAP_REINHARD), 1949}) {
-        data.SetLong(CAM_TONEMAP_METHOD, known);
-        EXPECT_EQ(method(), defaults);
-    }
-    data.SetReal(CAM_TONEMAP_SCALE, 0.5f);
-    data.SetReal(CAM_TONEMAP_POST_SCALE, 0.25f);
-    data.SetReal(CAM_TONEMAP_BURN, 7.0f);
-    EXPECT_EQ(method(),
-              "<reinhard><pre_scale>0.5</pre_scale><post_scale>0.25</post_scale><burn>7</burn></reinhard>");
-}
-
 TEST_F(TonemappingExportTest, CameraTakesFilmAndResponse) {
     data.SetLong(CAM_TONEMAP_METHOD, CAM_TONEMAP_CAMERA);
     EXPECT_EQ(method(), camera("Advantix-100CD.txt", "200"));

