@@ -62,13 +62,6 @@ TEST_F(MaterialExport, LeavesOutChannelsThatAreOff) {
     }
 }
 
-TEST_F(MaterialExport, ExportsAMaterialOnce) {
-    BaseMaterial* const material = addMaterial("Once");
-    EXPECT_EQ(exportMaterial(material), exportMaterial(material));
-    EXPECT_EQ(nodeNames(), "1 nullMat: null_material\n2 Once: diffuse\n");
-    EXPECT_FALSE(exportMaterial(nullptr).isValid());
-}
-
 TEST_F(MaterialExport, MixesWithAPartnerOrWithNothing) {
     BaseMaterial* const partner = addMaterial("Partner");
     BaseMaterial* const mixed = addMaterial("Mixed", MAT_KIND_SPECULAR);

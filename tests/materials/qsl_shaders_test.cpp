@@ -98,21 +98,6 @@ TEST_F(QSLShaders, EndWhereBlendsLeadRoundOrGoOnForEver) {
     EXPECT_TRUE(below->Message(MSG_UPDATE));
 }
 
-TEST_F(QSLShaders, TextOfATreeGrowsWithIt) {
-    size_t sizes[2];
-    for (size_t i = 0; i < 2; ++i) {
-        BaseShader* chain = add(PLUGINID_QSL_NORMAL);
-        for (size_t n = 0; n < 50 * (i + 1); ++n) {
-            BaseShader* const blend = add(PLUGINID_QSL_BLEND);
-            data(blend).SetLink(QSLBLEND_A, chain);
-            data(blend).SetLink(QSLBLEND_B, add(PLUGINID_QSL_NORMAL));
-            chain = blend;
-        }
-        sizes[i] = text(chain, QSL_VEC3).size();
-    }
-    EXPECT_LT(sizes[1], 2 * sizes[0]);
-}
-
 TEST_F(QSLShaders, ShowNoiseInTheHost) {
     BaseShader* const noise = add(PLUGINID_QSL_NOISE);
     data(noise).SetVector(QSLNOISE_SCALE, Vector(0.5f, 2.0f, 3.0f));
