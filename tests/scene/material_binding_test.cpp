@@ -197,13 +197,5 @@ TEST_F(MaterialBinding, BindsScatterNodes) {
     EXPECT_EQ(bindError(node), "Referenced node did not have type SceneNodeScatter");
 }
 
-TEST(SumMaterial, ChecksItsVectorsWhenWriting) {
-    Ref<SumMaterial> sum = new SumMaterial;
-    sum->materials.push_back(makeNode(new NullMaterial, 1, "A"));
-    EXPECT_EQ(thrownText([&] { xmlText(*makeNode(sum, 2, "S")); }), "num materials != num weights.");
-    sum->weights.push_back({});
-    EXPECT_EQ(thrownText([&] { xmlText(*makeNode(sum, 2, "S")); }), "Weight was null.");
-}
-
 } // namespace
 } // namespace Quenza

@@ -90,55 +90,5 @@ TEST(MeshTest, EndsWithAnErrorWhenArraysDoNotMatch) {
               "Mesh uv_pairs.size() must be a multiple of mesh.num_uv_mappings");
 }
 
-/// CRC-32 by its definition: the reflected polynomial 0xEDB88320, bit by bit.
-u32 referenceCRC(const std::string& bytes) {
-    u32 crc = 0xFFFFFFFF;
-    for (const char c : bytes) {
-        crc ^= static_cast<unsigned char>(c);
-        for (int bit = 0; bit < 8; ++bit)
-            crc = (crc >> 1) ^ (crc & 1 ? 0xEDB88320u : 0);
-    }
-    return ~crc;
-}
-
-template <class T>
-void appendBytes(std::string& bytes, const T& record) {
-    bytes.append(reinterpret_cast<const char*>(&record), sizeof record);
-}
-
-TEST(MeshTest, HashesAllItsData) {
-    const Ref<Mesh> mesh = square();
-    mesh->vert_normals.resize(4, Vec3f{0, 0, 1});
-    mesh->num_uv_mappings = 1;
-    mesh->addMaterialUsed("default0");
-    mesh->addMaterialUsed("b");
-    mesh->addUVs({Vec2f{0.25f, 0.5f}});
-    addTriangle(*mesh, {0, 1, 2});
-    addQuad(*mesh, {0, 1, 2, 3});
-
-    std::string bytes("\1\0\0\0default0b", 13);
-    for (const Vec3f& v : mesh->vert_positions)
-        appendBytes(bytes, v);
-    for (const Vec3f& n : mesh->vert_normals)
-        appendBytes(bytes, n);
-    const u64 layout_at = bytes.size();
-    bytes.append(4, '\0');
-    appendBytes(bytes, mesh->uv_pairs[0]);
-    appendBytes(bytes, mesh->triangles[0]);
-    appendBytes(bytes, mesh->quads[0]);
-
-    u64 num_bytes = 0;
-    EXPECT_EQ(mesh->checksum(num_bytes), referenceCRC(bytes));
-    EXPECT_EQ(num_bytes, 4u + 9 + 4 * 12 + 4 * 12 + 8 + 28 + 36);
-
-    mesh->uv_layout = 1;
-    bytes[layout_at] = 1;
-    u64 num_bytes_of_layout_1 = 0;
-    EXPECT_EQ(mesh->checksum(num_bytes_of_layout_1), referenceCRC(bytes));
-    EXPECT_EQ(num_bytes_of_layout_1, num_bytes);
-    EXPECT_EQ(Mesh().checksum(num_bytes), referenceCRC(std::string(8, '\0')));
-    EXPECT_EQ(num_bytes, 4u);
-}
-
 } // namespace
 } // namespace Quenza

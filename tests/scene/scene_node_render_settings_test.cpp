@@ -32,27 +32,5 @@ TEST(RenderSettingsTest, WhitePointHasSixDigitsInAFile) {
         << text;
 }
 
-TEST(RenderSettingsTest, RowsAreReadByTheirType) {
-    const Ref<SceneNodeRenderSettings> node = newSettings();
-    EXPECT_EQ(node->getInt("width"), 800);
-    EXPECT_EQ(thrownText([&] { node->getInt("x"); }), "Tried to read missing setting 'x'");
-    EXPECT_EQ(thrownText([&] { node->getInt("gpu"); }),
-              "Tried to read setting as an int that was of different type: 'gpu'");
-    EXPECT_EQ(thrownText([&] { node->getBool("width"); }),
-              "Tried to read setting as a bool that was of different type: 'width'");
-    EXPECT_EQ(thrownText([&] { node->getDouble("width"); }),
-              "Tried to read setting as a double that was of different type: 'width'");
-
-    node->setDouble("width", 0.5); // another type replaces the row
-    node->setBool("polarisation", true);
-    node->setInt("gpu_path_tracing", 1);
-    EXPECT_EQ(node->getDouble("width"), 0.5);
-    EXPECT_EQ(node->getInt("gpu_path_tracing"), 1);
-    const std::string text = xmlText(*node);
-    EXPECT_NE(text.find("\t<width>0.5</width>\n"), std::string::npos);
-    EXPECT_NE(text.find("\t<polarisation>true</polarisation>\n"), std::string::npos);
-    EXPECT_EQ(text.find("gpu_path_tracing"), std::string::npos);
-}
-
 } // namespace
 } // namespace Quenza

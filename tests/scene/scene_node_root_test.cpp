@@ -3,7 +3,6 @@
 
 #include "scene/scene_node_material.h"
 #include "scene/scene_node_sphere.h"
-#include "scene/scene_visitor.h"
 #include "scene/xml_text.h"
 #include "support/temp_dir.h"
 
@@ -11,7 +10,6 @@
 
 #include <functional>
 #include <stdexcept>
-#include <vector>
 
 namespace Quenza {
 namespace {
@@ -27,12 +25,8 @@ public:
             on_write();
         stream.writeString(String(depth, '\t') + "<" + name + "/>\n");
     }
-    void doVisit(SceneVisitor& visitor) override {
-        if (on_visit)
-            on_visit(visitor);
-    }
+    void doVisit(SceneVisitor&) override {}
     std::function<void()> on_write;
-    std::function<void(SceneVisitor&)> on_visit;
 
 private:
     u32 type_;
@@ -72,29 +66,6 @@ TEST(SceneNodeRootTest, ChecksForNodesThatAreTwice) {
     all.addChild(testNode("first", NODE_MESH, 50).getPointer());
     all.addChild(testNode("second", NODE_MODEL, 50).getPointer());
     EXPECT_EQ(thrownText([&] { all.checkValidity(); }), "Two nodes sharing the same UID 50:\nfirst, second");
-}
-
-TEST(SceneNodeRootTest, LoadsBeforeItBinds) {
-    SceneNodeRoot root;
-    std::vector<std::string> visits;
-    const auto note = [&visits](SceneVisitor& visitor) {
-        visits.push_back(std::to_string(visitor.mode) + visitor.base_path.toStdString());
-    };
-    for (int i = 0; i < 2; ++i) {
-        const Ref<TestNode> node = testNode("");
-        node->on_visit = note;
-        root.addChild(node.getPointer());
-    }
-    root.finalise("dir/scene.qzs");
-    EXPECT_EQ(visits, (std::vector<std::string>{"3dir", "3dir", "0", "0"}));
-    EXPECT_TRUE(root.isFinalised());
-
-    SceneNodeRoot failing;
-    const Ref<TestNode> bad = testNode("");
-    bad->on_visit = [](SceneVisitor&) { throw QuenzaException("bad"); };
-    failing.addChild(bad.getPointer());
-    EXPECT_EQ(thrownText([&] { failing.finalise("s"); }), "bad");
-    EXPECT_FALSE(failing.isFinalised());
 }
 
 TEST(SceneNodeRootTest, ReplacesNodesAndTheirReferences) {

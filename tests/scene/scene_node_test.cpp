@@ -39,23 +39,6 @@ TEST(SceneNodeTest, HandsOutUIDs) {
     EXPECT_EQ(add(5), (std::vector<u32>{5, 8}));
 }
 
-TEST(SceneNodeTest, GivesUIDsBelowARootAlone) {
-    const Ref<SceneNode> parent = namedNode("parent");
-    const Ref<SceneNode> child = namedNode("child");
-    parent->addChild(child);
-    EXPECT_FALSE(child->getUID().isValid());
-    EXPECT_EQ(child->getRoot(), nullptr);
-
-    const Ref<SceneNodeRoot> root = new SceneNodeRoot;
-    root->addChild(parent);
-    const Ref<SceneNode> late = namedNode("late");
-    parent->addChild(late);
-    EXPECT_EQ(late->getUID().value(), 2u);
-    EXPECT_EQ(late->getRoot(), root.getPointer());
-    EXPECT_EQ(root->getChildByUID(SceneNodeUID(2)), nullptr) << "lookups are one level deep";
-    EXPECT_EQ(parent->getChildByUID(SceneNodeUID(2)), late.getPointer());
-}
-
 TEST(SceneNodeTest, GetsMaterialsAndMediaByUID) {
     SceneNodeRoot root;
     const Ref<SceneNodeMaterial> material = new SceneNodeMaterial;
@@ -70,16 +53,6 @@ TEST(SceneNodeTest, GetsMaterialsAndMediaByUID) {
     EXPECT_EQ(thrownText([&] { root.getMedium(SceneNodeUID(0)); }), "Node with UID 0 was not a medium node.");
     EXPECT_EQ(thrownText([&] { root.getMaterial(SceneNodeUID(9)); }), "Failed to find node with UID 9");
     EXPECT_EQ(thrownText([&] { root.getMedium(SceneNodeUID()); }), "Failed to find node with UID 4294967295");
-}
-
-TEST(SceneNodeTest, DetachesChildrenThatOutliveIt) {
-    const Ref<SceneNode> child = namedNode("child");
-    {
-        const Ref<SceneNodeRoot> root = new SceneNodeRoot;
-        root->addChild(child);
-    }
-    EXPECT_EQ(child->getParent(), nullptr);
-    EXPECT_EQ(child->getRefCount(), 1u);
 }
 
 TEST(SceneVisitorTest, RefusesPathsWithoutAMapping) {
