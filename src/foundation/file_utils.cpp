@@ -146,9 +146,11 @@ std::string readEntireFile(const String& path) {
 }
 
 void copyFile(const String& a, const String& b) {
-    const File from(PlatformUtils::openFile(a, "rb"));
+    File from(PlatformUtils::openFile(a, "rb"));
     SafeFile to(b, SafeFile::Mode::BINARY);
-    if (!from || !copyBytes(from.get(), to) || !to.commit())
+    const bool copied = from && copyBytes(from.get(), to);
+    from.reset(); // Windows replaces no open file, and the two may be one
+    if (!copied || !to.commit())
         throw FileUtilsExcep("Failed to copy file '" + a + "' to '" + b + "'");
 }
 
