@@ -20,13 +20,45 @@ find_path(OPENIMAGEIO_INCLUDE_DIR OpenImageIO/imageio.h)
 find_library(OPENIMAGEIO_LIBRARY OpenImageIO)
 find_library(OPENIMAGEIO_UTIL_LIBRARY OpenImageIO_Util)
 find_path(HTTPLIB_INCLUDE_DIR httplib.h)
-find_library(HTTPLIB_LIBRARY cpp-httplib)
-if(NOT (ZLIB_FOUND AND double-conversion_FOUND AND nlohmann_json_FOUND AND assimp_FOUND AND TINYXML_INCLUDE_DIR
-        AND TINYXML_LIBRARY AND embree_FOUND AND OpenEXR_FOUND AND PNG_FOUND AND TIFF_FOUND
-        AND STB_INCLUDE_DIR
-        AND MINIZIP_INCLUDE_DIR AND MINIZIP_LIBRARY AND OPENIMAGEIO_INCLUDE_DIR AND OPENIMAGEIO_LIBRARY
-        AND OPENIMAGEIO_UTIL_LIBRARY AND HTTPLIB_INCLUDE_DIR AND HTTPLIB_LIBRARY))
-  message(FATAL_ERROR "A library is missing (see the lines above). ${QUENZA_SETUP_HINT}")
+if(NOT WIN32) # There it is one header.
+  find_library(HTTPLIB_LIBRARY cpp-httplib)
+  set(HTTPLIB_PARTS HTTPLIB_LIBRARY)
+endif()
+
+set(missing "")
+# quenza_need(NAME VARIABLE... [OPTIONAL_ON_WINDOWS]): there are no builds for Windows of some libraries; what is made of
+# them is left out there. QUENZA_HAS_name tells.
+function(quenza_need name)
+  set(QUENZA_HAS_${name} ON PARENT_SCOPE)
+  foreach(variable IN LISTS ARGN)
+    if(variable STREQUAL OPTIONAL_ON_WINDOWS OR ${variable})
+      continue()
+    endif()
+    set(QUENZA_HAS_${name} OFF PARENT_SCOPE)
+    if(WIN32 AND OPTIONAL_ON_WINDOWS IN_LIST ARGN)
+      message(STATUS "${name} is not there: what needs it is left out")
+    else()
+      set(missing ${missing} ${name} PARENT_SCOPE)
+    endif()
+    return()
+  endforeach()
+endfunction()
+
+quenza_need(ZLIB ZLIB_FOUND)
+quenza_need(DOUBLE_CONVERSION double-conversion_FOUND)
+quenza_need(JSON nlohmann_json_FOUND)
+quenza_need(TINYXML TINYXML_INCLUDE_DIR TINYXML_LIBRARY)
+quenza_need(OPENEXR OpenEXR_FOUND)
+quenza_need(PNG PNG_FOUND)
+quenza_need(TIFF TIFF_FOUND)
+quenza_need(STB STB_INCLUDE_DIR)
+quenza_need(MINIZIP MINIZIP_INCLUDE_DIR MINIZIP_LIBRARY)
+quenza_need(ASSIMP assimp_FOUND OPTIONAL_ON_WINDOWS)
+quenza_need(EMBREE embree_FOUND OPTIONAL_ON_WINDOWS)
+quenza_need(OPENIMAGEIO OPENIMAGEIO_INCLUDE_DIR OPENIMAGEIO_LIBRARY OPENIMAGEIO_UTIL_LIBRARY OPTIONAL_ON_WINDOWS)
+quenza_need(HTTPLIB HTTPLIB_INCLUDE_DIR ${HTTPLIB_PARTS})
+if(missing)
+  message(FATAL_ERROR "Missing libraries: ${missing} (see the lines above). ${QUENZA_SETUP_HINT}")
 endif()
 
 add_library(tinyxml INTERFACE)
@@ -36,17 +68,23 @@ target_compile_definitions(tinyxml INTERFACE TIXML_USE_STL)
 
 add_library(minizip INTERFACE)
 target_include_directories(minizip SYSTEM INTERFACE ${MINIZIP_INCLUDE_DIR})
-target_link_libraries(minizip INTERFACE ${MINIZIP_LIBRARY})
+target_link_libraries(minizip INTERFACE ${MINIZIP_LIBRARY} ZLIB::ZLIB)
 
-add_library(openimageio INTERFACE)
-target_include_directories(openimageio SYSTEM INTERFACE ${OPENIMAGEIO_INCLUDE_DIR})
-target_link_libraries(openimageio INTERFACE ${OPENIMAGEIO_LIBRARY} ${OPENIMAGEIO_UTIL_LIBRARY})
+if(QUENZA_HAS_OPENIMAGEIO)
+  add_library(openimageio INTERFACE)
+  target_include_directories(openimageio SYSTEM INTERFACE ${OPENIMAGEIO_INCLUDE_DIR})
+  target_link_libraries(openimageio INTERFACE ${OPENIMAGEIO_LIBRARY} ${OPENIMAGEIO_UTIL_LIBRARY})
+endif()
 
-# Built by Debian with all of its options, which change the layout of its classes.
 add_library(httplib INTERFACE)
 target_include_directories(httplib SYSTEM INTERFACE ${HTTPLIB_INCLUDE_DIR})
-target_link_libraries(httplib INTERFACE ${HTTPLIB_LIBRARY})
-target_compile_definitions(httplib INTERFACE CPPHTTPLIB_OPENSSL_SUPPORT CPPHTTPLIB_ZLIB_SUPPORT CPPHTTPLIB_BROTLI_SUPPORT)
+if(WIN32)
+  target_link_libraries(httplib INTERFACE ws2_32)
+else()
+  # Built by Debian with all of its options, which change the layout of its classes.
+  target_link_libraries(httplib INTERFACE ${HTTPLIB_LIBRARY})
+  target_compile_definitions(httplib INTERFACE CPPHTTPLIB_OPENSSL_SUPPORT CPPHTTPLIB_ZLIB_SUPPORT CPPHTTPLIB_BROTLI_SUPPORT)
+endif()
 
 # Headers that stand alone; one source of the engine holds the implementation.
 add_library(stb INTERFACE)

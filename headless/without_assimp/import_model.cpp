@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+
+// In the place of headless/import where there is no Assimp.
+
+#include "headless/import/import_model.h"
+
+#include "headless/documents/document_error.h"
+
+namespace headless {
+
+std::unique_ptr<Document> importModel(const std::string& file, std::vector<std::string>& /*warnings*/,
+                                      const std::string& /*textureFolder*/) {
+    throw DocumentError(file, "this program was built without Assimp and reads no model files; "
+                              "one that was built with it can save the model as a document (open --save)");
+}
+
+} // namespace headless

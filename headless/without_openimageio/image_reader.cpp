@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+
+// In the place of its namesake in headless/images where there is no OpenImageIO: TIFF and OpenEXR files are
+// of an unknown format then.
+
+#include "headless/images/image_files.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <new>
+#include <string>
+#include <system_error>
+
+namespace {
+
+/// What one allocation of the decoder may take: it inflates whatever a PNG holds, however small the image is.
+constexpr size_t ALLOCATION_LIMIT = size_t{1} << 31;
+
+void* limitedRealloc(void* block, size_t size) {
+    return size <= ALLOCATION_LIMIT ? std::realloc(block, size) : nullptr;
+}
+
+} // namespace
+
+#define STBI_MALLOC(size) limitedRealloc(nullptr, size)
+#define STBI_REALLOC(block, size) limitedRealloc(block, size)
+#define STBI_FREE(block) std::free(block)
+#define STB_IMAGE_STATIC
+#define STB_IMAGE_IMPLEMENTATION
+#define STBI_NO_STDIO
+#define STBI_NO_GIF
+#define STBI_NO_PSD
+#define STBI_NO_PIC
+#define STBI_NO_PNM
+#include <stb/stb_image.h>
+
+namespace headless {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+template <class Component>
+struct Freed {
+    void operator()(Component* pixels) const { stbi_image_free(pixels); }
+};
+template <class Component>
+using Pixels = std::unique_ptr<Component, Freed<Component>>;
+
+/// A file's bytes, as the decoder takes them.
+class Source {
+public:
+    explicit Source(std::string bytes) : bytes_(std::move(bytes)) {}
+
+    const stbi_uc* data() const { return reinterpret_cast<const stbi_uc*>(bytes_.data()); }
+    int size() const { return static_cast<int>(bytes_.size()); }
+
+private:
+    std::string bytes_;
+};
+
+int32_t readColours(const Source& source, int /*channels*/, Image& image) {
+    int width = 0;
+    int height = 0;
+    int stored = 0;
+    const auto count = static_cast<size_t>(image.width()) * static_cast<size_t>(image.height()) * 3;
+    if (image.bytes()) {
+        const Pixels<stbi_uc> pixels(
+            stbi_load_from_memory(source.data(), source.size(), &width, &height, &stored, 3));
+        if (!pixels) {
+            return IMAGERESULT_FILEERROR;
+        }
+        std::copy_n(pixels.get(), count, image.bytes());
+        return IMAGERESULT_OK;
+    }
+    if (stbi_is_hdr_from_memory(source.data(), source.size())) {
+        const Pixels<float> pixels(
+            stbi_loadf_from_memory(source.data(), source.size(), &width, &height, &stored, 3));
+        if (!pixels) {
+            return IMAGERESULT_FILEERROR;
+        }
+        std::copy_n(pixels.get(), count, image.floats());
+        return IMAGERESULT_OK;
+    }
+    const Pixels<stbi_us> pixels(
+        stbi_load_16_from_memory(source.data(), source.size(), &width, &height, &stored, 3));
+    if (!pixels) {
+        return IMAGERESULT_FILEERROR;
+    }
+    std::transform(pixels.get(), pixels.get() + count, image.floats(),
+                   [](stbi_us value) { return static_cast<float>(value) / 65535.0f; });
+    return IMAGERESULT_OK;
+}
+
+int32_t readAlphaOf(const Source& source, int channels, Image& image) {
+    if (channels != 2 && channels != 4) {
+        return IMAGERESULT_WRONGTYPE;
+    }
+    if (const int32_t result = image.init(image.width(), image.height(), 24); result != IMAGERESULT_OK) {
+        return result;
+    }
+    int width = 0;
+    int height = 0;
+    int stored = 0;
+    const Pixels<stbi_uc> pixels(
+        stbi_load_from_memory(source.data(), source.size(), &width, &height, &stored, 4));
+    if (!pixels) {
+        return IMAGERESULT_FILEERROR;
+    }
+    const auto count = static_cast<size_t>(width) * static_cast<size_t>(height);
+    for (size_t i = 0; i < count; ++i) {
+        std::fill_n(image.bytes() + 3 * i, 3, pixels.get()[4 * i + 3]);
+    }
+    return IMAGERESULT_OK;
+}
+
+/// Fills an image that has the file's size and depth.
+using ReadPart = int32_t (*)(const Source&, int channels, Image&);
+
+int32_t readFile(const fs::path& file, Image& image, ReadPart read) {
+    std::error_code error;
+    // A pipe would wait for its other end.
+    if (!fs::is_regular_file(file, error)) {
+        return IMAGERESULT_NOTEXISTING;
+    }
+    if (const auto size = fs::file_size(file, error); error || size > ALLOCATION_LIMIT - 1) {
+        return IMAGERESULT_FILEERROR;
+    }
+    std::ifstream stream(file, std::ios::binary);
+    const Source source(std::string(std::istreambuf_iterator<char>(stream), {}));
+    int width = 0;
+    int height = 0;
+    int channels = 0;
+    if (!stbi_info_from_memory(source.data(), source.size(), &width, &height, &channels)) {
+        return IMAGERESULT_WRONGTYPE;
+    }
+    const bool isDeep = stbi_is_hdr_from_memory(source.data(), source.size()) ||
+                        stbi_is_16_bit_from_memory(source.data(), source.size());
+    const int32_t result = image.init(width, height, isDeep ? 96 : 24);
+    return result == IMAGERESULT_OK ? read(source, channels, image) : result;
+}
+
+int32_t readWhole(const fs::path& file, Image& image, ReadPart read) {
+    image = Image();
+    int32_t result = IMAGERESULT_FILEERROR;
+    try {
+        result = readFile(file, image, read);
+    } catch (const std::bad_alloc&) {
+        result = IMAGERESULT_OUTOFMEMORY;
+    }
+    if (result != IMAGERESULT_OK) {
+        image = Image();
+    }
+    return result;
+}
+
+} // namespace
+
+int32_t readImage(const fs::path& file, Image& image) {
+    return readWhole(file, image, readColours);
+}
+
+int32_t readAlpha(const fs::path& file, Image& image) {
+    return readWhole(file, image, readAlphaOf);
+}
+
+} // namespace headless
