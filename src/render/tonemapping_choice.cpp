@@ -104,18 +104,14 @@ bool isLayerListStale() {
     return renderState().tonemapDialogStale != 0;
 }
 
-bool applyTonemapping(const TonemappingChoice& choice, const std::vector<Vec3d>& weights) {
+void applyTonemapping(const TonemappingChoice& choice, const std::vector<Vec3d>& weights) {
     Lock stateLock(renderStateMutex());
     const Ref<SceneNodeRoot>& root = renderState().activeRoot;
     SceneNode* const tonemapping = root ? root->getToneMappingPointer() : nullptr;
     if (!tonemapping) {
-        return true;
+        return;
     }
-    // The library holds the tree while it builds the scene, which may take minutes.
-    const TryLock treeLock(root->getMutex());
-    if (!treeLock.isHeld()) {
-        return false;
-    }
+    Lock treeLock(root->getMutex());
     writeTonemapping(static_cast<SceneNodeTonemapping&>(*tonemapping), choice);
     markAsChanged(*tonemapping);
     if (SceneNodeRenderSettings* const settings = activeSettings()) {
@@ -123,5 +119,4 @@ bool applyTonemapping(const TonemappingChoice& choice, const std::vector<Vec3d>&
         writeSettings(*settings, choice, areTheirs ? weights : std::vector<Vec3d>());
         markAsChanged(*settings);
     }
-    return true;
 }

@@ -39,6 +39,5 @@ bool isLayerListStale();
 
 /// Changes the nodes of the running render, if there is one, and marks them as changed: its loop takes them
 /// over for the next image. `weights` are those of the layers in their order; they are left out when they
-/// belong to an earlier render. False, without a change, while the library holds the scene: it is to be tried
-/// again.
-bool applyTonemapping(const TonemappingChoice& choice, const std::vector<Quenza::Vec3d>& weights);
+/// belong to an earlier render.
+void applyTonemapping(const TonemappingChoice& choice, const std::vector<Quenza::Vec3d>& weights);

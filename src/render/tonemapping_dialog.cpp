@@ -20,7 +20,6 @@ constexpr int32_t LAYER_NAME = 8660000;
 constexpr int32_t LAYER_GROUP = 9660000;
 constexpr int32_t LAYER_COLUMNS = 4;
 constexpr float MAX_BRIGHTNESS = 5.0f;
-constexpr int32_t MILLISECONDS_TO_NEXT_TRY = 100;
 
 struct NumberField {
     int32_t id;
@@ -93,16 +92,8 @@ bool TonemappingDialog::Command(int32_t id, const BaseContainer& /*message*/) {
     } else if (id == IDC_WHITE_POINT_X || id == IDC_WHITE_POINT_Y) {
         SetValue(IDC_WHITE_POINT, GeData(int32_t{0}));
     }
-    apply();
+    applyTonemapping(readChoice(), readWeights());
     return true;
-}
-
-void TonemappingDialog::Timer(const BaseContainer& /*message*/) {
-    apply();
-}
-
-void TonemappingDialog::apply() {
-    SetTimer(applyTonemapping(readChoice(), readWeights()) ? 0 : MILLISECONDS_TO_NEXT_TRY);
 }
 
 bool TonemappingDialog::showWhitePoint(const Chromaticity& white) {

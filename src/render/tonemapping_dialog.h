@@ -13,13 +13,10 @@ public:
     bool CreateLayout() override;
     bool InitValues() override;
     bool Command(int32_t id, const BaseContainer& message) override;
-    /// Tries again what a busy scene hasn't taken.
-    void Timer(const BaseContainer& message) override;
     /// Shows the layers of a render that has started meanwhile, before anything else.
     int32_t Message(const BaseContainer& message, BaseContainer& result) override;
 
 private:
-    void apply();
     void rebuildLayers();
     void addLayerRow(int32_t index, const LayerWeight& layer);
     bool showWhitePoint(const Chromaticity& white);
