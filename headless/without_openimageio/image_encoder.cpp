@@ -3,13 +3,10 @@
 // In the place of its namesake in headless/images where there is no OpenImageIO: TIFF and OpenEXR files
 // aren't written then.
 
-#include "headless/images/image_files.h"
+#include "headless/images/image_encoder.h"
 
 #include <algorithm>
-#include <fstream>
 #include <new>
-#include <string>
-#include <system_error>
 #include <vector>
 
 #define STB_IMAGE_WRITE_STATIC
@@ -20,8 +17,6 @@
 namespace headless {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 /// Weights of the eye for red, green and blue; the three together are 1, so that grey stays what it is.
 uint8_t brightnessOf(const uint8_t* pixel) {
@@ -61,17 +56,18 @@ std::vector<float> floatsOf(const Image& image, bool greyscale) {
 }
 
 void append(void* bytes, void* data, int size) {
-    static_cast<std::string*>(bytes)->append(static_cast<const char*>(data), static_cast<size_t>(size));
+    const auto* const begin = static_cast<const unsigned char*>(data);
+    auto& out = *static_cast<std::vector<unsigned char>*>(bytes);
+    out.insert(out.end(), begin, begin + size);
 }
 
-/// The file's bytes; empty for a format that isn't written.
-std::string encode(const Image& image, const ImageSaving& saving) {
-    std::string out;
+/// Leaves the bytes empty for a format that isn't written.
+void encode(const Image& image, const ImageSaving& saving, std::vector<unsigned char>& out) {
     const int width = image.width();
     const int height = image.height();
     if (saving.filter == FILTER_HDR) {
         stbi_write_hdr_to_func(append, &out, width, height, 3, floatsOf(image, saving.greyscale).data());
-        return out;
+        return;
     }
     const int channels = saving.greyscale ? 1 : 3;
     const std::vector<uint8_t> bytes = bytesOf(image, saving.greyscale);
@@ -92,54 +88,20 @@ std::string encode(const Image& image, const ImageSaving& saving) {
     default:
         break;
     }
-    return out;
-}
-
-bool writeBytes(const fs::path& file, const std::string& bytes) {
-    std::ofstream stream(file, std::ios::binary);
-    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    stream.close();
-    return stream.good();
 }
 
 } // namespace
 
-int32_t writeImage(const fs::path& file, const Image& image, const ImageSaving& saving) {
-    if (image.depth() == 0 || !file.has_filename()) {
+int32_t encodeImage(const Image& image, const ImageSaving& saving, std::vector<unsigned char>& bytes) {
+    if (image.depth() == 0) {
         return IMAGERESULT_PARAM_ERROR;
     }
-    std::error_code error;
-    // The rename would put an ordinary file in the place of a device.
-    if (fs::exists(file, error) && !fs::is_regular_file(file, error)) {
-        return IMAGERESULT_FILEERROR;
-    }
-    fs::path partial = file;
-    partial += ".partial";
-    int32_t result = IMAGERESULT_FILEERROR;
     try {
-        const std::string bytes = encode(image, saving);
-        if (bytes.empty()) {
-            return IMAGERESULT_PARAM_ERROR;
-        }
-        if (writeBytes(partial, bytes)) {
-            fs::rename(partial, file, error);
-            result = error ? IMAGERESULT_FILEERROR : IMAGERESULT_OK;
-        }
+        encode(image, saving, bytes);
     } catch (const std::bad_alloc&) {
-        result = IMAGERESULT_OUTOFMEMORY;
+        return IMAGERESULT_OUTOFMEMORY;
     }
-    if (result != IMAGERESULT_OK) {
-        fs::remove(partial, error);
-    }
-    return result;
-}
-
-std::string encodePng(const Image& image) {
-    try {
-        return image.depth() != 0 ? encode(image, ImageSaving()) : "";
-    } catch (const std::bad_alloc&) {
-        return ""; // No image is shown then.
-    }
+    return bytes.empty() ? IMAGERESULT_PARAM_ERROR : IMAGERESULT_OK;
 }
 
 } // namespace headless
