@@ -80,22 +80,6 @@ TEST_F(BackgroundParser, ReadsAllForms) {
     }
 }
 
-TEST_F(BackgroundParser, RefusesBadBackgrounds) {
-    const BadScene cases[] = {
-        {"<background/>\n", "No 'spectrum' element found in background element.   (In element 'background', "
-                            "around line 2, column 1)"},
-        {"<env_map/>\n",
-         "Failed to find child for element 'env_map' - Child should be one of 'texture', 'path' "
-         " (In element 'env_map', around line 2, column 1)"},
-        {"<background_settings><background_material/></background_settings>\n",
-         "Failed to find expected element 'material'  (In element 'background_material', around line 2, "
-         "column "
-         "22)"},
-    };
-    for (const auto& [elements, message] : cases)
-        EXPECT_EQ(refusal(elements), message) << elements;
-}
-
 } // namespace
 
 } // namespace Quenza

@@ -75,36 +75,6 @@ TEST_F(LightParsers, MeshLightShinesOnAllOfItsMesh) {
     EXPECT_EQ(model.ies_profiles[0]->material, model.materials[0]);
 }
 
-TEST_F(LightParsers, RefuseBadLights) {
-    const std::string rectangle = "<rectanglelight><pos>0 0 0</pos>";
-    const std::string mesh_light =
-        std::string("<meshlight><pos>0 0 0</pos><mesh_name>tri</mesh_name>") + SPECTRUM;
-    const struct {
-        std::string light;
-        const char* message;
-    } cases[] = {
-        {rectangle + "</rectanglelight>", "Failed to find expected element 'spectrum'  (In element "
-                                          "'rectanglelight', around line 3, column 1)"},
-        {rectangle + SPECTRUM + "<width>1</width></rectanglelight>",
-         "could not find element 'height'  (In element 'rectanglelight', around line 3, column 1)"},
-        {"<meshlight><mesh_name>ball</mesh_name></meshlight>",
-         "Invalid mesh when parsing meshlight.  (In element 'meshlight', around line 3, column 1)"},
-        {"<meshlight/>",
-         "Invalid mesh when parsing meshlight.  (In element 'meshlight', around line 3, column "
-         "1)"},
-        {mesh_light + "<efficacy_scale><measure>lux</measure><value>1</value></efficacy_scale></meshlight>",
-         "No such measure 'lux'  (In element 'efficacy_scale', around line 3, column 110)"},
-        {mesh_light + "<path>a</path><ies_profile><path>b</path></ies_profile></meshlight>",
-         "Found unexpected element 'ies_profile',  already parsed mutually exclusive element 'path'  (In "
-         "element "
-         "'ies_profile', around line 3, column 124)"},
-        {"<exit_portal><mesh_name>ball</mesh_name></exit_portal>",
-         "Model tried to use undefined mesh 'ball'.   (In element 'exit_portal', around line 3, column 1)"},
-    };
-    for (const auto& [light, message] : cases)
-        EXPECT_EQ(refusal(TRIANGLE + light), message) << light;
-}
-
 } // namespace
 
 } // namespace Quenza

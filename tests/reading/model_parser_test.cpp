@@ -21,8 +21,6 @@ protected:
     Ref<SceneNodeRoot> root;
 };
 
-constexpr const char* ROTATION = "<rotation><matrix>1 2 3 4 5 6 7 8 10</matrix></rotation>";
-
 TEST_F(ModelParser, ReadsTheOlderForm) {
     SceneNodeModel& model = readModel(
         "<model><pos>1 2 3</pos><end_pos>2 2 3</end_pos><rotation><matrix>0 -2 0 2 0 0 0 0 "
@@ -86,41 +84,6 @@ TEST_F(ModelParser, OlderFormLoadsItsExternalMesh) {
     ASSERT_EQ(model.materials.size(), 1u);
     EXPECT_EQ(model.materials[0], nodeNamed(*root, "blue"));
     root->finalise(folder / "scene.qzs");
-}
-
-TEST_F(ModelParser, RefusesBadModels) {
-    const std::string geometry = "<geometry_uid>13</geometry_uid>";
-    const std::string older = "<model><mesh_name>tri</mesh_name>";
-    const struct {
-        std::string element;
-        const char* message;
-    } cases[] = {
-        {"<model2/>",
-         "could not find element 'geometry_uid'  (In element 'model2', around line 5, column 1)"},
-        {"<model2>" + geometry + "</model2>",
-         "Failed to find expected element 'rotation'  (In element 'model2', around line 5, column 1)"},
-        {"<model2>" + geometry + "<rotation/></model2>",
-         "Failed to find child for element 'rotation' - Child should be one of 'matrix', 'axis_rotation', "
-         "'rotation_quaternion'  (In element 'rotation', around line 5, column 40)"},
-        {"<model2>" + geometry + "<rotation><matrix>1 2</matrix></rotation></model2>",
-         "syntax error while parsing Matrix.  (In element 'matrix', around line 5, column 50)"},
-        {"<model2>" + geometry + ROTATION +
-             "<materials><material_name>x</material_name></materials></model2>",
-         "Material 'x' is not defined.   (In element 'material_name', around line 5, column 107)"},
-        {"<model2>" + geometry + ROTATION +
-             "<emission_scale><measure>lux</measure><value>1</value></emission_scale></model2>",
-         "No such measure 'lux'  (In element 'emission_scale', around line 5, column 96)"},
-        {"<model><mesh_name>ball</mesh_name><pos>0 0 0</pos></model>",
-         "Model tried to use undefined mesh 'ball'.   (In element 'model', around line 5, column 1)"},
-        {older +
-             "<pos>0 0 0</pos><final_rotation><matrix>2 0 0 0 2 0 0 0 2</matrix></final_rotation></model>",
-         "The final rotation must be a turn of the rotation.   (In element 'final_rotation', around line 5, "
-         "column 50)"},
-    };
-    for (const auto& [element, message] : cases)
-        EXPECT_EQ(refusal(wholeScene(element)), message) << element;
-    EXPECT_EQ(refusal(TRIANGLE + older + "<pos>0 0 0</pos></model>"),
-              "Material 'red' is not defined.   (In element 'model', around line 3, column 1)");
 }
 
 } // namespace

@@ -3,10 +3,7 @@
 
 #include "reading/parsed_element.h"
 #include "reading/parser_state.h"
-#include "reading/shader_parser.h"
-#include "reading/texture_parser.h"
 #include "scene/displacement_param.h"
-#include "scene/rotation.h"
 #include "scene/vec3_param.h"
 #include "scene/volume_param.h"
 #include "scene/wavelength_dependent_param.h"
@@ -74,71 +71,6 @@ TEST(ParameterParser, ReadsWhatIsWritten) {
         EXPECT_EQ(xmlText(*read), text);
         EXPECT_EQ(typeid(*read), typeid(*row.param)) << text;
     }
-}
-
-TEST(ParameterParser, RefusesWhatIsWrong) {
-    const struct {
-        Reader read;
-        const char* text;
-        const char* message;
-    } rows[] = {
-        {SPECTRAL, "", "Internal Error.  (In element 'holder', around line 1, column 1)"},
-        {SPECTRAL, "<voxel/>", "Internal Error.  (In element 'holder', around line 1, column 1)"},
-        {SCALAR, "<map/>", "Internal Error.  (In element 'holder', around line 1, column 1)"},
-        {HEIGHT, "0.5", "Internal Error.  (In element 'holder', around line 1, column 1)"},
-        {VECTOR, "<constant>1 0 0</constant>",
-         "Internal Error.  (In element 'holder', around line 1, column 1)"},
-        {VOLUME, "<texture/>", "Internal Error.  (In element 'holder', around line 1, column 1)"},
-        {SCALAR, "<constant>1</constant> <shader/>",
-         "Found unexpected element 'shader',  already parsed mutually exclusive element 'constant'  (In "
-         "element "
-         "'shader', around line 2, column 24)"},
-        {HEIGHT, "<constant>1 m</constant>",
-         "Parse error while parsing double from '1 m'  (In element 'constant', around line 2, column 1)"},
-        {SPECTRAL, "<constant/>",
-         "Failed to find child for element 'constant' - Child should be one of 'rgb', 'blackbody', 'peak', "
-         "'regular_tabulated', 'uniform'  (In element 'constant', around line 2, column 1)"},
-        {SPECTRAL, "<texture><texture_index>4</texture_index></texture>",
-         "Texture index '4' is out of bounds: this material has 4 textures.  (In element 'texture', around "
-         "line 2, "
-         "column 1)"},
-        {VECTOR, "<texture><texture_index>-1</texture_index></texture>",
-         "Texture index '-1' is out of bounds: this material has 4 textures.  (In element 'texture', around "
-         "line 2, "
-         "column 1)"},
-        {HEIGHT, "<texture/>",
-         "could not find element 'texture_index'  (In element 'texture', around line 2, column 1)"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(refusal(held(row.text), row.read), row.message) << row.text;
-}
-
-TEST(TextureParser, RefusesWhatIsWrong) {
-    const BadElement rows[] = {
-        {"<path>a</path><tex_coord_generation/>",
-         "Failed to find child for element 'tex_coord_generation' - Child should be one of 'uv', "
-         "'spherical', "
-         "'spherical_environment'  (In element 'tex_coord_generation', around line 2, column 15)"},
-        {"<path>a</path><tex_coord_generation><spherical/></tex_coord_generation>",
-         "Failed to find expected element 'rotation'  (In element 'spherical', around line 2, column 37)"},
-        {"<path>a</path><tex_coord_generation><uv><matrix>1 0 0</matrix></uv></tex_coord_generation>",
-         "syntax error while parsing Matrix2.  (In element 'matrix', around line 2, column 41)"},
-    };
-    for (const BadElement& row : rows)
-        EXPECT_EQ(refusal(held(row.text), [](const TiXmlElement& e) { parseTexture(STATE, e); }), row.message)
-            << row.text;
-}
-
-TEST(ShaderParser, RefusesWhatIsWrong) {
-    const BadElement rows[] = {
-        {"<param/>", "Failed to find child for element 'param' - Child should be one of 'real', 'int', "
-                     "'colour3'  (In element "
-                     "'param', around line 2, column 1)"},
-    };
-    for (const BadElement& row : rows)
-        EXPECT_EQ(refusal(held(row.text), [](const TiXmlElement& e) { parseShaderInfo(STATE, e); }),
-                  row.message)
-            << row.text;
 }
 
 TEST(ParameterParser, ResolvesPathsOfIncludedFiles) {

@@ -22,12 +22,6 @@ private:
     XMLDocument document_;
 };
 
-/// A text that a reader refuses, and what it says.
-struct BadElement {
-    const char* text;
-    const char* message;
-};
-
 /// The text with an element that nobody knows as the last child of each element in turn, of those that end
 /// behind `start`.
 inline std::vector<std::string> withStrangers(const std::string& text, std::size_t start = 0) {

@@ -70,12 +70,6 @@ protected:
     TempDir folder;
 };
 
-/// A scene that is refused, and the text.
-struct BadScene {
-    const char* elements;
-    const char* message;
-};
-
 /// A triangle with two materials, the first of which is used.
 inline constexpr const char* TRIANGLE =
     "<mesh><name>tri</name><embedded_2><used_material_name>red</used_material_name>"

@@ -18,38 +18,6 @@ protected:
     }
 };
 
-TEST_F(SceneParser, RefusesBadElements) {
-    const BadScene cases[] = {
-        {"<teapot/>\n", "Unknown element type  (In element 'teapot', around line 2, column 1)"},
-        {"<alias_material><current_name>nobody</current_name><new_name>x</new_name></alias_material>\n",
-         "Tried to create an alias for the material with name 'nobody', which has not been defined.    (In "
-         "element 'alias_material', around line 2, column 1)"},
-        {"<alias_material><old/></alias_material>\n",
-         "Found unexpected element 'old'  (In element 'old', around line 2, column 17)"},
-        {"<sphere><radius>1</radius><material_name>nobody</material_name></sphere>\n",
-         "Material 'nobody' is not defined.   (In element 'sphere', around line 2, column 1)"},
-        {"<mesh><name>a</name></mesh>\n",
-         "Mesh not created. (missing 'embedded', 'embedded_2' or 'external' element)   (In element 'mesh', "
-         "around line 2, column 1)"},
-        {"<mesh><name>a</name><external><path>a.ply</path></external></mesh>\n"
-         "<mesh><name>a</name><external><path>b.ply</path></external></mesh>\n",
-         "Mesh with name 'a' already defined; mesh names must be unique.   (In element 'mesh', around line "
-         "3, "
-         "column 1)"},
-        {"<mesh><embedded/><external><path>a.ply</path></external></mesh>\n",
-         "Found unexpected element 'external',  already parsed mutually exclusive element 'embedded'  (In "
-         "element 'external', around line 2, column 18)"},
-        {"<mesh><external/></mesh>\n",
-         "could not find element 'path'  (In element 'external', around line 2, column 7)"},
-        {"<mesh><size>1</size></mesh>\n",
-         "Found unexpected element 'size'  (In element 'size', around line 2, column 7)"},
-        {"<mesh><embedded_2><triangle v=\"0 0 0\" m=\"0\"/></embedded_2></mesh>\n",
-         "Triangle vertex index is out of bounds. (vertex index=0)"},
-    };
-    for (const auto& [elements, message] : cases)
-        EXPECT_EQ(refusal(elements), message) << elements;
-}
-
 TEST_F(SceneParser, RefusesBadDocuments) {
     const std::string path = (folder / "scene.qzs").toStdString();
     const struct {

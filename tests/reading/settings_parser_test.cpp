@@ -10,10 +10,6 @@
 namespace Quenza {
 namespace {
 
-std::string settings(const std::string& children) {
-    return "<renderer_settings>\n" + children + "\n</renderer_settings>";
-}
-
 Ref<SceneNodeRenderSettings> read(const std::string& text) {
     return parseRenderSettings(ParserState(), ParsedElement(text));
 }
@@ -71,29 +67,6 @@ TEST(SettingsParser, readsWhatIsWritten) {
         node->setDownsizeFilter(downsize);
         EXPECT_EQ(readAgain(*node), xmlText(*node));
     }
-}
-
-TEST(SettingsParser, refusesWhatIsWrong) {
-    const BadElement rows[] = {
-        {"<width>-1</width>", "width must be >= 0.    (In element 'width', around line 2, column 1)"},
-        {"<height>-1</height>", "height must be >= 0.    (In element 'height', around line 2, column 1)"},
-        {"<width>1.5</width>",
-         "Parse error while parsing integer from '1.5'  (In element 'width', around line 2, column 1)"},
-        {"<render_region><x1>0</x1><y1>0</y1><x2>4</x2></render_region>",
-         "could not find element 'y2'  (In element 'render_region', around line 2, column 1)"},
-        {"<splat_filter/>", "Failed to find child for element 'splat_filter' - Child should be one of "
-                            "'fastbox', 'box', 'radial', "
-                            "'mn_cubic'  (In element 'splat_filter', around line 2, column 1)"},
-        {"<downsize_filter/>",
-         "Failed to find child for element 'downsize_filter' - Child should be one of 'mn_cubic', 'sharp', "
-         "'gaussian'  (In element 'downsize_filter', around line 2, column 1)"},
-        {"<downsize_filter><sharp/><sharp/></downsize_filter>",
-         "Found unexpected element 'sharp',  already parsed mutually exclusive element 'sharp'  (In element "
-         "'sharp', around line 2, column 26)"},
-    };
-    const auto reader = [](const TiXmlElement& element) { parseRenderSettings(ParserState(), element); };
-    for (const BadElement& row : rows)
-        EXPECT_EQ(refusal(settings(row.text), reader), row.message) << row.text;
 }
 
 } // namespace
