@@ -33,4 +33,23 @@ private:
     Mutex& mutex_;
 };
 
+/// Holds a mutex for the length of a scope, unless another thread does.
+class TryLock {
+public:
+    explicit TryLock(Mutex& mutex) : mutex_(mutex), isHeld_(mutex.tryLock()) {}
+    ~TryLock() {
+        if (isHeld_) {
+            mutex_.unlock();
+        }
+    }
+    TryLock(const TryLock&) = delete;
+    TryLock& operator=(const TryLock&) = delete;
+
+    bool isHeld() const { return isHeld_; }
+
+private:
+    Mutex& mutex_;
+    const bool isHeld_;
+};
+
 } // namespace Quenza

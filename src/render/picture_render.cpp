@@ -112,11 +112,11 @@ void PictureRender::loop() {
             hadError_ = true;
             return;
         }
-        // During a run a refusal would pass for the run's own failure.
-        if (!isRunOn_) {
-            takeSceneChanges();
+        // During a run a refusal would pass for the run's own failure. An image waits for the changes that
+        // the artist made before it.
+        if (!isRunOn_ && takeSceneChanges()) {
+            startDueRun(renderer_->getElapsedTime());
         }
-        startDueRun(renderer_->getElapsedTime());
         if (isRunOn_ && toneMapper_->isFinished()) {
             endRun();
         }
@@ -131,25 +131,29 @@ void PictureRender::loop() {
     isStopped_ = true;
 }
 
-void PictureRender::takeSceneChanges() {
+bool PictureRender::takeSceneChanges() {
     Quenza::SceneNodeRoot& root = *job_.root;
     {
         Lock stateLock(renderStateMutex());
-        Lock lock(root.getMutex());
+        if (isActive() && !writePendingTonemapping()) {
+            return false;
+        }
         if (!isMarkedChanged(root.getToneMappingPointer()) && !isMarkedChanged(root.getCameraPointer())) {
-            return;
+            return true;
+        }
+        const Quenza::TryLock lock(root.getMutex());
+        if (!lock.isHeld()) {
+            return false;
         }
         root.clearFlagsUpTo(root.getStamp());
     }
     if (!toneMapper_->update(root)) {
         GePrint(toHostString(toneMapper_->getError()));
     }
+    return true;
 }
 
 void PictureRender::startDueRun(double elapsed) {
-    if (isRunOn_) {
-        return;
-    }
     if (job_.isPictureViewer && takeUpdateRequest()) {
         startRun("Tonemapping...");
         return;
@@ -233,7 +237,9 @@ void PictureRender::makeFinalImage() {
     if (isRunOn_ || (job_.isPreview && renderer_->getSamplesPerPixel() < MIN_PREVIEW_SAMPLES)) {
         return;
     }
-    takeSceneChanges();
+    while (!takeSceneChanges()) {
+        GeSleep(POLL_PERIOD);
+    }
     StatusSetBar(100);
     startRun("Final tonemapping...");
     waitForRun();
@@ -272,6 +278,7 @@ void PictureRender::claimActive() {
     state.paused = 0;
     state.updateRequested = 0;
     state.tonemapDialogStale = 1;
+    state.pendingTonemapping.reset();
 }
 
 void PictureRender::releaseActive() {
@@ -284,6 +291,7 @@ void PictureRender::releaseActive() {
     state.activeRoot = nullptr;
     state.paused = 0;
     state.updateRequested = 0;
+    state.pendingTonemapping.reset();
 }
 
 bool PictureRender::takeUpdateRequest() {

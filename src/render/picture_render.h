@@ -24,7 +24,8 @@ private:
     bool start(const Quenza::Vector<Quenza::String>& arguments);
     bool makeToneMapper();
     void loop();
-    void takeSceneChanges();
+    /// False while the library holds the scene from a change that is waiting.
+    bool takeSceneChanges();
     void startDueRun(double elapsed);
     void startRun(const char* status);
     void waitForRun();

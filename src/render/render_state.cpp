@@ -24,4 +24,5 @@ void clearRenderState() {
     state.paused = 0;
     state.updateRequested = 0;
     state.tonemapDialogStale = 0;
+    state.pendingTonemapping.reset();
 }

@@ -12,6 +12,7 @@
 #include "scene/scene_node_tonemapping.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Quenza;
 
@@ -47,13 +48,13 @@ void writeTonemapping(SceneNodeTonemapping& node, const TonemappingChoice& choic
     node.ev_adjust = double(choice.evAdjust);
 }
 
-void writeSettings(SceneNodeRenderSettings& settings, const TonemappingChoice& choice,
-                   const std::vector<Vec3d>& weights) {
-    settings.setWhitePoint(new WhitePoint(double(choice.whitePoint.x), double(choice.whitePoint.y)));
-    const u64 count = std::min<u64>(settings.getNumLayers(), weights.size());
+void writeSettings(SceneNodeRenderSettings& settings, const TonemappingChange& change) {
+    const Chromaticity& white = change.choice.whitePoint;
+    settings.setWhitePoint(new WhitePoint(double(white.x), double(white.y)));
+    const u64 count = std::min<u64>(settings.getNumLayers(), change.weights.size());
     for (u64 i = 0; i < count; ++i) {
         if (const Ref<LayerSetting>& layer = settings.getLayer(i)) {
-            layer->xyz = weights[i];
+            layer->xyz = change.weights[i];
         }
     }
 }
@@ -71,6 +72,9 @@ TonemappingChoice readTonemappingChoice() {
     const Ref<SceneNodeRoot>& root = renderState().activeRoot;
     if (!root) {
         return choice;
+    }
+    if (const auto& pending = renderState().pendingTonemapping) {
+        return pending->choice;
     }
     if (const SceneNode* const node = root->getToneMappingPointer()) {
         takeOver(choice, static_cast<const SceneNodeTonemapping&>(*node));
@@ -93,6 +97,12 @@ std::vector<LayerWeight> takeLayerWeights() {
     for (const Ref<LayerSetting>& layer : settings->layer_settings) {
         layers.push_back(layer ? LayerWeight{layer->name, layer->xyz} : LayerWeight{});
     }
+    if (const auto& pending = renderState().pendingTonemapping) {
+        const u64 count = std::min<u64>(layers.size(), pending->weights.size());
+        for (u64 i = 0; i < count; ++i) {
+            layers[i].weight = pending->weights[i];
+        }
+    }
     return layers;
 }
 
@@ -104,19 +114,36 @@ bool isLayerListStale() {
     return renderState().tonemapDialogStale != 0;
 }
 
-void applyTonemapping(const TonemappingChoice& choice, const std::vector<Vec3d>& weights) {
+void applyTonemapping(TonemappingChange change) {
     Lock stateLock(renderStateMutex());
-    const Ref<SceneNodeRoot>& root = renderState().activeRoot;
-    SceneNode* const tonemapping = root ? root->getToneMappingPointer() : nullptr;
-    if (!tonemapping) {
+    RenderState& state = renderState();
+    if (!state.activeRoot || !state.activeRoot->getToneMappingPointer()) {
         return;
     }
-    Lock treeLock(root->getMutex());
-    writeTonemapping(static_cast<SceneNodeTonemapping&>(*tonemapping), choice);
-    markAsChanged(*tonemapping);
+    if (state.tonemapDialogStale != 0) {
+        change.weights.clear();
+    }
+    state.pendingTonemapping = std::move(change);
+    writePendingTonemapping();
+}
+
+bool writePendingTonemapping() {
+    RenderState& state = renderState();
+    if (!state.pendingTonemapping) {
+        return true;
+    }
+    SceneNodeRoot& root = *state.activeRoot;
+    const TryLock treeLock(root.getMutex());
+    if (!treeLock.isHeld()) {
+        return false;
+    }
+    const TonemappingChange change = *std::exchange(state.pendingTonemapping, std::nullopt);
+    SceneNode& tonemapping = *root.getToneMappingPointer();
+    writeTonemapping(static_cast<SceneNodeTonemapping&>(tonemapping), change.choice);
+    markAsChanged(tonemapping);
     if (SceneNodeRenderSettings* const settings = activeSettings()) {
-        const bool areTheirs = renderState().tonemapDialogStale == 0;
-        writeSettings(*settings, choice, areTheirs ? weights : std::vector<Vec3d>());
+        writeSettings(*settings, change);
         markAsChanged(*settings);
     }
+    return true;
 }

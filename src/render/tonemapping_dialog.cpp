@@ -92,7 +92,7 @@ bool TonemappingDialog::Command(int32_t id, const BaseContainer& /*message*/) {
     } else if (id == IDC_WHITE_POINT_X || id == IDC_WHITE_POINT_Y) {
         SetValue(IDC_WHITE_POINT, GeData(int32_t{0}));
     }
-    applyTonemapping(readChoice(), readWeights());
+    applyTonemapping({readChoice(), readWeights()});
     return true;
 }
 

@@ -118,6 +118,20 @@ void CaptureState::followProgress(std::function<Progress()> progress) {
     now_.progress = std::move(progress);
 }
 
+void CaptureState::holdScene(bool hold) {
+    std::unique_lock lock(mutex_);
+    now_.sceneHeld = hold;
+    isSceneKept_ = false;
+    heldChanged_.wait(lock, [&] { return isSceneKept_ == hold; });
+}
+
+bool CaptureState::keepsScene() {
+    const std::lock_guard lock(mutex_);
+    isSceneKept_ = now_.sceneHeld;
+    heldChanged_.notify_all();
+    return isSceneKept_;
+}
+
 void CaptureState::holdToneMapping(bool hold) {
     const std::lock_guard lock(mutex_);
     now_.held = hold;

@@ -31,6 +31,7 @@ public:
     void logOn(const std::string& callName, int32_t type, const std::string& text) override;
     void dieInThread(const std::string& text) override;
     void followProgress(std::function<Progress()> progress) override;
+    void holdScene(bool hold) override;
     void holdToneMapping(bool hold) override;
     void failToneMapping(const std::string& error) override;
     void setLayers(LayerColour colour) override;
@@ -64,6 +65,8 @@ public:
     LayerColour layerColour() const;
     std::vector<std::pair<std::string, int32_t>> devices() const;
     std::string toneMappingError() const;
+    /// Asked by the thread that holds the root's mutex: whether it is to go on so.
+    bool keepsScene();
     /// Waits until no run is held, or `closing` has been set, which wakeRuns() tells.
     void waitWhileHeld(const bool& closing);
     void wakeRuns(bool& closing);
@@ -88,6 +91,7 @@ private:
         std::multimap<std::string, Message> logOn;
         std::optional<std::string> death;
         std::function<Progress()> progress = [] { return Progress(); };
+        bool sceneHeld = false;
         bool held = false;
         std::string toneMappingError;
         LayerColour colour = plainColour;
@@ -96,6 +100,7 @@ private:
 
     mutable std::mutex mutex_;
     std::condition_variable heldChanged_;
+    bool isSceneKept_ = false;
     Changeable now_;
     bool isSetUp_ = false;
     int objects_ = 0;

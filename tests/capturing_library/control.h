@@ -106,6 +106,9 @@ public:
     void setProgress(double elapsedSeconds, double samplesPerPixel) {
         followProgress([=] { return Progress{elapsedSeconds, samplesPerPixel}; });
     }
+    /// While it is on, the thread of the render that is on holds the root's mutex; it returns when it does.
+    /// At other times the thread lets go of it now and then.
+    virtual void holdScene(bool hold) = 0;
     /// While it is on, tone mapping runs that start don't end.
     virtual void holdToneMapping(bool hold) = 0;
     /// Runs end with that error, or none for "", and leave the image alone.

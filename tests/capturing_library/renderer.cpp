@@ -151,7 +151,10 @@ void Renderer::watchScene() {
             continue;
         }
         watch_->look(false);
-        stopsWithin(HOLD);
+        bool stops = false;
+        do {
+            stops = stopsWithin(HOLD);
+        } while (!stops && captureState().keepsScene());
         watch_->look(true);
         sceneMutex.unlock();
     }

@@ -93,22 +93,22 @@ void PictureFixture::round(double elapsedSeconds, double samplesPerPixel) {
     host().advance(ROUND);
 }
 
-void PictureFixture::awaitImage(const Picture& picture, uint64_t changes) {
-    // The library's own thread makes the image, while the clock goes on.
+void PictureFixture::await(const std::function<bool()>& done) {
+    // The library's own threads take their time, while the clock goes on.
     const auto limit = std::chrono::steady_clock::now() + LIMIT;
-    while (picture.image.changes() < changes) {
-        ASSERT_LT(std::chrono::steady_clock::now(), limit) << "no image comes";
+    while (!done()) {
+        ASSERT_LT(std::chrono::steady_clock::now(), limit) << "it doesn't come";
         host().advance(ROUND);
     }
+}
+
+void PictureFixture::awaitImage(const Picture& picture, uint64_t changes) {
+    await([&] { return picture.image.changes() >= changes; });
     EXPECT_EQ(picture.image.changes(), changes);
 }
 
 void PictureFixture::awaitEnd(const Picture& picture) {
-    const auto limit = std::chrono::steady_clock::now() + LIMIT;
-    while (picture.IsRunning()) {
-        ASSERT_LT(std::chrono::steady_clock::now(), limit) << "the render doesn't end";
-        host().advance(ROUND);
-    }
+    await([&] { return !picture.IsRunning(); });
     host().loop().runPosted();
 }
 

@@ -7,6 +7,7 @@
 #include "host/thread.h"
 #include "support/capturing_library.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -55,6 +56,8 @@ protected:
     std::unique_ptr<Picture> beginOn(headless::Document& document, int32_t flags);
     /// One round of all renders, with what the library reports then.
     void round(double elapsedSeconds, double samplesPerPixel);
+    /// More rounds, until it is so.
+    void await(const std::function<bool()>& done);
     /// More rounds, until the image has changed that often.
     void awaitImage(const Picture& picture, uint64_t changes);
     /// More rounds, until the render has ended.

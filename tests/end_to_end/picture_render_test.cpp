@@ -10,7 +10,17 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class PictureRenderTest : public PictureFixture {};
+constexpr int32_t METHOD = 6007;
+constexpr int32_t LINEAR = 6012;
+constexpr int32_t SCALE = 6013;
+
+class PictureRenderTest : public PictureFixture {
+protected:
+    GeDialog& openToneMapping() {
+        EXPECT_TRUE(host().executeCommand(PLUGINID_TONEMAPPING_COMMAND));
+        return *host().dialogs().openDialogWith(SCALE);
+    }
+};
 
 /// The first image comes when three seconds have passed, and each next one after twice the time.
 TEST_F(PictureRenderTest, ShowsEverRarerImagesUntilItIsStopped) {
@@ -230,24 +240,17 @@ TEST_F(PictureRenderTest, FillsTheRegionThatIsWanted) {
 
 /// What the artist changes while it renders is in the next image, without a new start.
 TEST_F(PictureRenderTest, TakesOverWhatTheDialogChanges) {
-    constexpr int32_t METHOD = 6007;
-    constexpr int32_t LINEAR = 6012;
-    constexpr int32_t SCALE = 6013;
     startPlugin();
     const auto picture = begin();
     round(1.0, 1.0);
     EXPECT_EQ(library()->takenStates().size(), 1u);
-    ASSERT_TRUE(host().executeCommand(PLUGINID_TONEMAPPING_COMMAND));
-    GeDialog* const dialog = host().dialogs().openDialogWith(SCALE);
-    ASSERT_TRUE(dialog);
+    GeDialog* const dialog = &openToneMapping();
     ASSERT_TRUE(host().dialogs().enter(dialog, METHOD, GeData(LINEAR)));
     ASSERT_TRUE(host().dialogs().enter(dialog, SCALE, GeData(0.5f)));
-    round(1.0, 1.0);
-    const size_t taken = library()->takenStates().size();
-    EXPECT_GT(taken, 1u);
+    await([&] { return library()->takenStates().size() > 1; });
     EXPECT_EQ(library()->takenStates().back().scale, 0.5);
     round(1.0, 1.0);
-    EXPECT_EQ(library()->takenStates().size(), taken) << "the marks are taken once";
+    EXPECT_EQ(library()->takenStates().size(), 2u) << "the marks are taken once";
     ASSERT_TRUE(host().executeCommand(PLUGINID_UPDATE_IMAGE_COMMAND));
     awaitImage(*picture, 1);
     EXPECT_EQ(picture->pixel(0, 0), (std::vector<int>{64, 0, 0}));
@@ -256,8 +259,7 @@ TEST_F(PictureRenderTest, TakesOverWhatTheDialogChanges) {
     // What the library refuses is told, and the picture goes on as it was.
     library()->fail("ToneMapperDLLAPI.update", 1, "No such film.");
     ASSERT_TRUE(host().dialogs().enter(dialog, SCALE, GeData(1.0f)));
-    round(1.0, 1.0);
-    EXPECT_TRUE(printed("No such film."));
+    await([&] { return printed("No such film."); });
     ASSERT_TRUE(host().executeCommand(PLUGINID_UPDATE_IMAGE_COMMAND));
     awaitImage(*picture, 2);
     EXPECT_EQ(picture->pixel(0, 0), (std::vector<int>{64, 0, 0}));
@@ -272,9 +274,40 @@ TEST_F(PictureRenderTest, TakesOverWhatTheDialogChanges) {
     round(1.0, 1.0);
     library()->holdToneMapping(false);
     awaitImage(*picture, 3);
-    host().advance(50ms);
-    EXPECT_TRUE(printed("No such paper."));
+    await([&] { return printed("No such paper."); });
     end(*picture);
+    EXPECT_EQ(library()->violations(), Lines());
+}
+
+/// The library holds the scene for as long as it wants, and the artist goes on working. The next image shows
+/// what was changed before it, also when the dialog is closed or the render ends meanwhile.
+TEST_F(PictureRenderTest, KeepsWhatTheDialogChangesWhileTheLibraryHoldsTheScene) {
+    startPlugin();
+    for (const bool isStopped : {false, true}) {
+        SCOPED_TRACE(isStopped);
+        const auto picture = begin();
+        round(1.0, 1.0);
+        const size_t runsBefore = runs();
+        library()->holdScene(true);
+        GeDialog& dialog = openToneMapping();
+        ASSERT_TRUE(host().dialogs().enter(&dialog, METHOD, GeData(LINEAR)));
+        ASSERT_TRUE(host().dialogs().enter(&dialog, SCALE, GeData(0.5f)));
+        ASSERT_TRUE(host().dialogs().requestClose(&dialog));
+        ASSERT_TRUE(host().executeCommand(PLUGINID_UPDATE_IMAGE_COMMAND));
+        host().advance(500ms);
+        EXPECT_EQ(runs(), runsBefore);
+        if (!isStopped) {
+            library()->holdScene(false);
+            awaitImage(*picture, 1);
+            EXPECT_EQ(picture->pixel(0, 0), (std::vector<int>{64, 0, 0}));
+        }
+        end(*picture);
+        EXPECT_EQ(picture->pixel(0, 0), (std::vector<int>{64, 0, 0}));
+    }
+    // The next render is another's.
+    const auto next = begin();
+    EXPECT_NE(library()->takenStates().back().scale, 0.5);
+    end(*next);
     EXPECT_EQ(library()->violations(), Lines());
 }
 

@@ -108,20 +108,35 @@ protected:
 };
 
 /// The library holds the scene for as long as it takes to build it.
-TEST_F(TonemappingDialogTest, OpensWhileTheSceneIsBeingBuilt) {
+TEST_F(TonemappingDialogTest, WorksWhileTheSceneIsBeingBuilt) {
     startRender({"Sun", "Lamp"});
     std::promise<void> held;
-    std::promise<void> isOpen;
+    std::promise<void> isBuilt;
     std::thread library([&] {
         Quenza::Lock lock(renderState().activeRoot->getMutex());
         held.set_value();
-        EXPECT_EQ(isOpen.get_future().wait_for(std::chrono::seconds(60)), std::future_status::ready);
+        EXPECT_EQ(isBuilt.get_future().wait_for(std::chrono::seconds(60)), std::future_status::ready);
     });
     held.get_future().wait();
     open();
-    isOpen.set_value();
-    library.join();
     EXPECT_EQ(shownLayers(), (std::vector<std::string>{"Sun", "Lamp"}));
+    const Quenza::String before = tonemapping_->toXMLString() + settings_->toXMLString();
+    ASSERT_TRUE(enter(BURN, GeData(12.0f)));
+    ASSERT_TRUE(enter(LAYER_ENABLED + 1, GeData(false)));
+    EXPECT_EQ(tonemapping_->toXMLString() + settings_->toXMLString(), before);
+    ASSERT_TRUE(host_->dialogs().requestClose(dialog_));
+    open();
+    EXPECT_EQ(real(BURN), 12.0f);
+    EXPECT_FALSE(find(LAYER_ENABLED + 1)->value.GetBool());
+    isBuilt.set_value();
+    library.join();
+    // What the render's loop does.
+    Quenza::Lock lock(renderStateMutex());
+    ASSERT_TRUE(writePendingTonemapping());
+    EXPECT_EQ(tonemapping_->burn, 12.0);
+    EXPECT_EQ(tonemapping_->flags, 1u);
+    EXPECT_EQ(weight(0), (std::vector<double>{1, 1, 1}));
+    EXPECT_EQ(weight(1), (std::vector<double>{0, 0, 0}));
 }
 
 TEST_F(TonemappingDialogTest, WritesTheValuesOfAllMethodsWithEachChange) {
