@@ -3,7 +3,30 @@
 
 #include "headless/app/picture_dialog.h"
 
+#include <string_view>
+
 namespace headless {
+
+namespace {
+
+/// Why a render without a fault gave nothing, as far as the plug-in has told at its start. "" when it hasn't.
+std::string libraryFault(const std::vector<std::string>& console) {
+    constexpr std::string_view FOLDER = "Loading quenza from: ";
+    constexpr std::string_view FAILURE = "Failed initialising Quenza sdk";
+    std::string folder;
+    for (size_t i = 0; i < console.size(); ++i) {
+        if (console[i].starts_with(FOLDER)) {
+            folder = console[i].substr(FOLDER.size());
+        } else if (console[i].starts_with(FAILURE)) {
+            const std::string reason = i + 1 < console.size() ? " (" + console[i + 1] + ")" : "";
+            return ": the renderer's library could not be loaded" + reason + ". Put it into " + folder +
+                   ", or install the renderer";
+        }
+    }
+    return "";
+}
+
+} // namespace
 
 PictureSession::PictureSession(Host& host, const PictureSettings& settings)
     : host_(host), render_(host, settings, [&host] { host.loop().wake(); }),
@@ -53,7 +76,8 @@ std::optional<std::string> PictureSession::failure() const {
         return "The render failed" + (reason.empty() ? "" : ": " + reason);
     }
     if (changes() == 0) {
-        return wasStopped_ ? "The render was stopped before it gave an image" : "The render gave no image";
+        return wasStopped_ ? "The render was stopped before it gave an image"
+                           : "The render gave no image" + libraryFault(host_.console().lines());
     }
     return std::nullopt;
 }

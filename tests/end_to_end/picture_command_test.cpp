@@ -107,7 +107,11 @@ TEST_F(PictureCommand, TellsWhatCouldNotBeDone) {
     fs::create_symlink(QUENZA_BIN_DIR "/cquenza.so", folder() / "cquenza.so");
     fs::create_symlink(QUENZA_BIN_DIR "/res", folder() / "res");
     EXPECT_EQ(picture("--plugin " + (folder() / "cquenza.so").string()), 1) << "a plug-in without a library";
-    EXPECT_EQ(lastError(), "quenza-headless: The render gave no image");
+    const std::string library = QUENZA_RENDERER_DIR;
+    EXPECT_EQ(lastError(),
+              "quenza-headless: The render gave no image: the renderer's library could not be loaded "
+              "(Failed to load DLL from '" +
+                  library + "' (Error code: 2)). Put it into " + library + ", or install the renderer");
 }
 
 namespace {
