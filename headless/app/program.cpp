@@ -8,6 +8,7 @@
 #include "headless/app/command_line.h"
 #include "headless/app/commands.h"
 #include "headless/app/phase_lines.h"
+#include "headless/model/warnings.h"
 
 namespace headless {
 
@@ -76,7 +77,13 @@ ExitStatus run(const Arguments& arguments) {
     const platform::InterruptWatch watch([&host] { host.interrupt(); });
     prepareAnswers(host, arguments);
     host.loadPlugin(pluginFile(host, arguments));
-    return runCommand(host, arguments);
+    const ExitStatus status = runCommand(host, arguments);
+    const size_t lost = lostImages();
+    if (status == ExitStatus::done && lost > 0) {
+        throw HostError("Not everything was done: " + std::to_string(lost) +
+                        (lost == 1 ? " image" : " images") + " could not be written");
+    }
+    return status;
 }
 
 } // namespace

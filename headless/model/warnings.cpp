@@ -12,6 +12,7 @@ namespace {
 std::mutex sinkMutex;
 std::function<void(const std::string&)> currentSink;
 std::atomic<bool> tellsTextures{true};
+std::atomic<size_t> lostImageCount{0};
 
 } // namespace
 
@@ -32,6 +33,15 @@ void warnOfTexture(const std::string& text) {
     if (tellsTextures) {
         warn(text);
     }
+}
+
+void warnOfLostImage(const std::string& file) {
+    ++lostImageCount;
+    warn("the image " + file + " can't be written");
+}
+
+size_t lostImages() {
+    return lostImageCount;
 }
 
 TextureWarningsHeld::TextureWarningsHeld() {

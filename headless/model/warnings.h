@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 
@@ -10,6 +11,10 @@ namespace headless {
 void warn(const std::string& text);
 /// As `warn`, of a texture that a shader can't show.
 void warnOfTexture(const std::string& text);
+/// Warns of an image that the plug-in wants written and that can't be. Any thread.
+void warnOfLostImage(const std::string& file);
+/// How many of these warnings there have been.
+size_t lostImages();
 /// Holds single warnings of textures back while it lives, for someone who tells of them together.
 class TextureWarningsHeld {
 public:

@@ -50,7 +50,7 @@ int32_t save(const BaseBitmap* bitmap, const Filename& file, int32_t filter, con
     saving.greyscale = (saveBits & SAVEBIT_GREYSCALE) != 0;
     const int32_t result = writeImage(platform::pathFromUtf8(file.GetUtf8()), imageOf(bitmap), saving);
     if (result != IMAGERESULT_OK) {
-        warn("the image " + file.GetUtf8() + " can't be written");
+        warnOfLostImage(file.GetUtf8());
     }
     return result;
 }
