@@ -24,11 +24,12 @@ Actions, done by the plug-in's own commands and tone mapping dialog:
   layer INDEX [gain=N] [color=R,G,B] [on] [off]
                               "Layer 1" of the dialog has the index 0
 They take all words up to the next option, and wait until the scene is exported. What they change is
-seen in the next image. An interactive render takes none but stop.
+seen in the next image. An interactive render takes none but stop. One whose time comes after the end of
+the render is told on standard error, and is no failure.
 
 Ends with 0 when the render ended as it should, also by a stop; with 1 and the reason on standard error
-when it failed, gave no image, or an action could not be done; and with 130 after Ctrl-C, which stops
-the render.)";
+when it failed, gave no image, or an action could not be done, or when an image of a texture could not
+be written; and with 130 after Ctrl-C, which stops the render.)";
 
 std::optional<int32_t> readWhole(std::string_view text) {
     int32_t number = 0;

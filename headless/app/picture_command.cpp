@@ -93,9 +93,7 @@ public:
         host_.loop().runPosted();
         order_.file.update(session_);
         host_.status().setWork("");
-        for (const PictureOrder::TimedAction* const timed : due_) {
-            tellFailed(*timed, "the render took no commands until its end");
-        }
+        endDue();
     }
 
     /// After the end: the page gets to know it.
@@ -144,9 +142,21 @@ private:
         }
     }
 
+    /// After the end. An action may fall due while the render closes.
+    void endDue() {
+        if (tookCommands_) {
+            waiting_.insert(waiting_.begin(), due_.begin(), due_.end());
+            return;
+        }
+        for (const PictureOrder::TimedAction* const timed : due_) {
+            tellFailed(*timed, "the render took no commands until its end");
+        }
+    }
+
     /// Actions whose time has come, in their order, as soon as the render takes them: made before, they would
     /// be lost without a word. A stop needs no plug-in.
     void performDue() {
+        tookCommands_ |= session_.takesCommands();
         for (size_t i = 0; i < due_.size();) {
             const PictureOrder::TimedAction& timed = *due_[i];
             if (timed.action.kind == PictureAction::Kind::stop || session_.takesCommands()) {
@@ -193,6 +203,7 @@ private:
     std::vector<const PictureOrder::TimedAction*> waiting_;
     /// Whose time has come, but the render doesn't take them yet.
     std::vector<const PictureOrder::TimedAction*> due_;
+    bool tookCommands_ = false;
     std::optional<std::string> failedAction_;
     std::optional<PictureWatch> watch_;
 };
