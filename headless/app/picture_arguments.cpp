@@ -52,7 +52,9 @@ std::optional<std::pair<int32_t, int32_t>> readTwo(std::string_view text, char b
 std::pair<int32_t, int32_t> parseSize(const std::string& text) {
     const auto size = readTwo(text, 'x');
     if (!size || !Image::isAllowed(size->first, size->second)) {
-        throw UsageError("\"" + text + "\" is no size of an image: it reads 640x480");
+        throw UsageError("\"" + text + "\" is no size of an image: it reads 640x480, with sides up to " +
+                         std::to_string(Image::MAX_SIDE) + " and " + std::to_string(Image::MAX_PIXELS) +
+                         " pixels in all");
     }
     return *size;
 }

@@ -111,9 +111,15 @@ TEST(PictureArguments, TellWhatIsWrong) {
         {{"--columns", "4-4"},
          "--columns can't be \"4-4\": it reads 10-20, from the first to before the second"},
         {{"--rows", "1-2", "--columns", "1-2"}, "--rows and --columns exclude each other"},
-        {{"--size", "24"}, "\"24\" is no size of an image: it reads 640x480"},
-        {{"--size", "24x0"}, "\"24x0\" is no size of an image: it reads 640x480"},
-        {{"--size", "60000x60000"}, "\"60000x60000\" is no size of an image: it reads 640x480"},
+        {{"--size", "24"},
+         "\"24\" is no size of an image: it reads 640x480, with sides up to 65536 and "
+         "134217728 pixels in all"},
+        {{"--size", "24x0"},
+         "\"24x0\" is no size of an image: it reads 640x480, with sides up to 65536 and "
+         "134217728 pixels in all"},
+        {{"--size", "60000x60000"},
+         "\"60000x60000\" is no size of an image: it reads 640x480, with sides up to 65536 and "
+         "134217728 pixels in all"},
     };
     for (const auto& test : cases) {
         EXPECT_EQ(thrownMessage<UsageError>([&] { read(test.words); }), test.message);
