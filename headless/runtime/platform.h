@@ -55,8 +55,8 @@ private:
 
 /// Calls `onKey` on a thread of its own for each key pressed in the terminal of standard input, without a
 /// line end and without showing it. Does nothing when standard input is no terminal, or this process isn't in
-/// its foreground. The terminal is as before at the end, also when the third Ctrl-C ends the process. One at
-/// a time.
+/// its foreground; after a stop by Ctrl-Z it goes on as soon as the process is there again. The terminal is
+/// as before at the end, also when the third Ctrl-C ends the process. One at a time.
 class KeyWatch {
 public:
     explicit KeyWatch(std::function<void(char)> onKey);

@@ -33,20 +33,25 @@ volatile std::sig_atomic_t requestPipe = -1;
 termios savedModes;
 volatile std::sig_atomic_t areModesChanged = 0;
 
+/// Who touches the terminal from the background is stopped.
+bool isInForeground() {
+    return tcgetpgrp(STDIN_FILENO) == getpgrp();
+}
+
 void restoreModes() {
-    if (areModesChanged != 0) {
+    if (areModesChanged != 0 && isInForeground()) {
         tcsetattr(STDIN_FILENO, TCSANOW, &savedModes);
-        areModesChanged = 0;
     }
+    areModesChanged = 0;
 }
 
 /// Keys come at once and unseen; Ctrl-C and Ctrl-Z stay signals. Ctrl-\ is a key: it would leave the terminal
 /// so.
 bool changeModes() {
-    if (tcgetpgrp(STDIN_FILENO) != getpgrp() || tcgetattr(STDIN_FILENO, &savedModes) != 0) {
+    termios modes{};
+    if (!isInForeground() || tcgetattr(STDIN_FILENO, &modes) != 0) {
         return false;
     }
-    termios modes = savedModes;
     modes.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
     modes.c_cc[VMIN] = 1;
     modes.c_cc[VTIME] = 0;
@@ -56,6 +61,35 @@ bool changeModes() {
         areModesChanged = 0;
     }
     return areModesChanged != 0;
+}
+
+/// After Ctrl-Z the shell has had its own modes, and doesn't bring back ours.
+void changeModesAgain() {
+    termios modes{};
+    if (isInForeground() && tcgetattr(STDIN_FILENO, &modes) == 0 && (modes.c_lflag & ICANON) != 0) {
+        changeModes();
+    }
+}
+
+/// Tells keys until a byte comes from `stopEnd`.
+void watchKeys(int stopEnd, const std::function<void(char)>& onKey) {
+    constexpr int LOOK_INTERVAL = 500; // milliseconds
+    while (true) {
+        pollfd sources[] = {{stopEnd, POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}};
+        // What is typed while a shell has the terminal is the shell's.
+        const int found = poll(sources, isInForeground() ? 2 : 1, LOOK_INTERVAL);
+        if ((found < 0 && errno != EINTR) || sources[0].revents != 0) {
+            return;
+        }
+        changeModesAgain();
+        if (found > 0 && sources[1].revents != 0 && isInForeground()) {
+            char key = 0;
+            if (read(STDIN_FILENO, &key, 1) != 1) {
+                return;
+            }
+            onKey(key);
+        }
+    }
 }
 
 extern "C" void onSignal(int signal) {
@@ -172,26 +206,13 @@ KeyWatch::KeyWatch(std::function<void(char)> onKey) {
     for (const int end : state->stopEnds) {
         fcntl(end, F_SETFD, FD_CLOEXEC);
     }
-    if (!changeModes()) {
+    if (tcgetattr(STDIN_FILENO, &savedModes) != 0 || !changeModes()) {
         close(state->stopEnds[0]);
         close(state->stopEnds[1]);
         return;
     }
-    state->thread = std::thread([stopEnd = state->stopEnds[0], call = std::move(onKey)] {
-        pollfd sources[] = {{STDIN_FILENO, POLLIN, 0}, {stopEnd, POLLIN, 0}};
-        while (poll(sources, std::size(sources), -1) >= 0 || errno == EINTR) {
-            char key = 0;
-            if (sources[1].revents != 0) {
-                return;
-            }
-            if (sources[0].revents != 0) {
-                if (read(STDIN_FILENO, &key, 1) != 1) {
-                    return;
-                }
-                call(key);
-            }
-        }
-    });
+    state->thread =
+        std::thread([stopEnd = state->stopEnds[0], call = std::move(onKey)] { watchKeys(stopEnd, call); });
     state_ = std::move(state);
 }
 

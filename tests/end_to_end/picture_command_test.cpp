@@ -168,6 +168,12 @@ public:
         tcgetattr(master_, &now);
         return now.c_lflag != before_.c_lflag || now.c_cc[VQUIT] != before_.c_cc[VQUIT];
     }
+    /// As a shell does with a program that Ctrl-Z has stopped, until "fg".
+    void stopAndContinue() {
+        kill(process_, SIGSTOP);
+        tcsetattr(master_, TCSANOW, &before_);
+        kill(process_, SIGCONT);
+    }
     int awaitEnd() {
         int status = 0;
         waitpid(process_, &status, 0);
@@ -195,6 +201,10 @@ TEST_F(PictureCommand, TakesKeysAndLeavesTheTerminalAsItWas) {
                          "--size", "36x24", "--set", "RS_HALT_SPP=-1", "--image", imagePath()});
         ASSERT_TRUE(run.awaitText("Rendering: "));
         EXPECT_TRUE(run.hasChanged());
+        run.stopAndContinue();
+        while (!run.hasChanged()) {
+            ASSERT_TRUE(run.awaitText("Rendering: "));
+        }
         run.type("xp");
         ASSERT_TRUE(run.awaitText("Paused: "));
         run.type("u");
