@@ -117,7 +117,7 @@ ProgramSpec makeCommandLine() {
         "quenza-headless",
         "Shows documents to the plug-in Quenza for Cinema 4D, without the desktop.",
         {
-            {"--plugin", "FILE", "The plug-in; else the one beside this program"},
+            {"--plugin", "FILE", "The plug-in; else the one beside this program, or in ../quenza"},
             {"--fixed-clock", "DATE",
              "Tell the plug-in \"YYYY-MM-DD hh:mm:ss\" as the time, so that two runs\ngive the same bytes"},
             {"--answer-file", "PATH", "Answer the plug-in's next file selector; can be given again", true},

@@ -2,8 +2,10 @@
 #include "headless/app/program.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <map>
 #include <new>
+#include <system_error>
 
 #include "headless/app/command_line.h"
 #include "headless/app/commands.h"
@@ -53,9 +55,16 @@ void prepareAnswers(Host& host, const Arguments& arguments) {
     }
 }
 
+/// In a build beside this program; in a package in a folder of its own, which goes to the host as it is.
 std::filesystem::path pluginFile(const Host& host, const Arguments& arguments) {
-    const std::optional<std::string> given = arguments.value("--plugin");
-    return given ? platform::pathFromUtf8(*given) : host.startupPath() / platform::PLUGIN_FILE;
+    if (const std::optional<std::string> given = arguments.value("--plugin")) {
+        return platform::pathFromUtf8(*given);
+    }
+    const std::filesystem::path beside = host.startupPath() / platform::PLUGIN_FILE;
+    const std::filesystem::path packed = host.startupPath().parent_path() / "quenza" / platform::PLUGIN_FILE;
+    std::error_code error;
+    return !std::filesystem::exists(beside, error) && std::filesystem::exists(packed, error) ? packed
+                                                                                             : beside;
 }
 
 ExitStatus runCommand(Host& host, const Arguments& arguments) {
