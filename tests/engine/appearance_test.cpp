@@ -1,17 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "engine/output.h"
 #include "engine/scene_builder.h"
+#include "scene/displacement_param.h"
 #include "scene/emission.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/materials/phong_material.h"
 #include "scene/materials/plugin_material.h"
+#include "scene/materials/specular_material.h"
+#include "scene/medium.h"
 #include "scene/param_forms.h"
 #include "scene/rotation.h"
+#include "scene/scene_node_medium.h"
+#include "scene/scene_node_mesh.h"
+#include "scene/shader_info.h"
 #include "scene/spectrum.h"
 #include "scene/tex_coord_generator.h"
+#include "scene/volume_param.h"
 #include "scene/wavelength_dependent_param.h"
 #include "support/temp_dir.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {
@@ -82,14 +90,42 @@ TEST_F(Appearance, EnvironmentMapsLightAsTheyShine) {
     EXPECT_NEAR(meanLuminance(scene.render(400)[0]) / white, (255 + 191 + 128 + 64) / 4 / 255.0, 0.02);
 }
 
-TEST_F(Appearance, TellsOnceWhatIsDrawnInGrey) {
+/// Each once, however many there are.
+TEST_F(Appearance, TellsWhatIsDrawnMoreSimply) {
     SceneBuilder scene(4, 4);
     scene.setUniformBackground(1);
-    for (int i = 0; i < 2; ++i) {
-        scene.addSphere({0, 4, 0}, 0.5, scene.add(new PluginMaterial));
-    }
+    const auto addBall = [&scene](const Ref<Material>& material) {
+        scene.addSphere({0, 4, 0}, 0.5, scene.add(material));
+    };
+    const auto addMedium = [&](const Ref<Medium>& medium) {
+        Ref<SceneNodeMedium> node = new SceneNodeMedium(medium);
+        scene.root->addChild(node);
+        Ref<SpecularMaterial> material = new SpecularMaterial;
+        material->internal_medium = node;
+        addBall(material);
+    };
+    Ref<BasicMedium> cloud = new BasicMedium;
+    cloud->absorption_coefficient = new VoxelVolumeParam;
+    cloud->subsurface_scattering = new SubsurfaceScattering;
+    cloud->subsurface_scattering->scattering_coefficient = new ShaderVolumeParam(new ShaderInfo, false);
+    Ref<DiffuseMaterial> displaced = new DiffuseMaterial;
+    displaced->displacement = new ConstantDisplacementParam(0.1);
+    addBall(new PluginMaterial);
+    addBall(new PluginMaterial);
+    addMedium(cloud);
+    addMedium(new Atmosphere);
+    addBall(displaced);
+    auto& model = scene.addModel(rectangle({1, 0, 0}, {0, 0, 1}), scene.add(displaced), {0, 4, 0});
+    static_cast<SceneNodeMesh&>(*model.geometry).max_num_subdivisions = 1000000000;
     scene.render(1);
-    EXPECT_EQ(scene.notices, std::vector<std::string>{"Materials of the kind 'plugin' are drawn in grey."});
+    std::sort(scene.notices.begin(), scene.notices.end());
+    EXPECT_EQ(scene.notices, (std::vector<std::string>{
+                                 "Atmospheres are drawn as air of sea level at all heights.",
+                                 "Materials of the kind 'plugin' are drawn in grey.",
+                                 "Meshes are subdivided up to 2000000 triangles in all; some are coarser "
+                                 "than they should be.",
+                                 "True spheres are drawn without displacement.",
+                                 "What varies within a medium is not drawn."}));
 }
 
 TEST_F(Appearance, ScenesWithoutAnyLampAreSeen) {

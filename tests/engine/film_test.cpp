@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "engine/film.h"
 
-#include "foundation/exceptions.h"
-#include "support/thrown_message.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -155,19 +152,4 @@ TEST(Film, LayersThreadsAndCounts) {
     film.clear();
     EXPECT_EQ(meanOf(film.layerImages()[0]), 0.0);
     EXPECT_EQ(film.samplesPerPixel(), 0.0);
-}
-
-TEST(Film, ImpossibleSizesAreAFault) {
-    const auto fault = [](unsigned width, unsigned height, unsigned factor, unsigned layers) {
-        return Quenza::thrownMessage<Quenza::QuenzaException>([&] {
-            Film(width, height, factor, layers, Quenza::SplatFilterBox(), Quenza::DownsizeFilterSharp());
-        });
-    };
-    EXPECT_EQ(fault(0, 10, 1, 1),
-              "The image of 0 x 10 pixels with a super sampling factor of 1 and 1 layers can't be "
-              "held in memory.");
-    EXPECT_EQ(fault(4294967295u, 4294967295u, 4294967295u, 4294967295u),
-              "The image of 4294967295 x 4294967295 pixels with a super sampling factor of 4294967295 and "
-              "4294967295 "
-              "layers can't be held in memory.");
 }

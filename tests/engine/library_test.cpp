@@ -169,35 +169,6 @@ TEST_F(Library, PausesAndGoesOnInAnyOrder) {
     EXPECT_EQ(renderer.messages(), Texts{});
 }
 
-TEST_F(Library, GainsTurnLayersOffWithoutNewSamples) {
-    TwoLamps scene;
-    const TestRenderer renderer(library);
-    ASSERT_EQ(renderer.open(scene.root, scene.buffer), 0);
-    const TestToneMapper tone_mapper(library, scene.buffer);
-    renderer.call(RenderCall::startRendering);
-    ASSERT_TRUE(renderer.renderTo(8));
-    const engine::FloatImage both = tone_mapper.run(*scene.root);
-    const double samples = renderer.samples();
-    const auto setGain = [&scene](u64 layer, double gain) {
-        const Lock lock(scene.root->getMutex());
-        scene.settings->getLayer(layer)->gain = gain;
-    };
-    setGain(1, 0);
-    const engine::FloatImage left = tone_mapper.run(*scene.root);
-    EXPECT_GT(rightOf(both), 0.1);
-    EXPECT_EQ(rightOf(left), 0);
-    EXPECT_NEAR(leftOf(left), leftOf(both), 0.02);
-    EXPECT_GE(renderer.samples(), samples);
-
-    renderer.call(RenderCall::stop);
-    setGain(1, 1);
-    setGain(0, 0);
-    const engine::FloatImage right = tone_mapper.run(*scene.root);
-    EXPECT_EQ(leftOf(right), 0);
-    EXPECT_NEAR(rightOf(right), rightOf(both), 0.02);
-    EXPECT_GT(scene.buffer->layers[0].pixelComponent(6, 8, 1), 0.0f) << "layers are without gains";
-}
-
 TEST(LibraryOfTheRealtimeEdition, KnowsNoLayersAndNoNetwork) {
     const RunTimeLibrary library(REALTIME);
     library.init(nullptr);
@@ -277,31 +248,6 @@ TEST_F(Library, RefusesScenesWithAnErrorAndStaysUsable) {
     EXPECT_EQ(renderer.messages(), Texts{"1 The renderer has a scene already."});
     renderer.call(RenderCall::startRendering);
     EXPECT_TRUE(renderer.renderTo(1));
-}
-
-TEST_F(Library, FollowsTheCameraWhileItRenders) {
-    TwoLamps scene;
-    scene.camera->flags = 0;
-    const TestRenderer renderer(library);
-    ASSERT_EQ(renderer.open(scene.root, scene.buffer), 0);
-    const TestToneMapper tone_mapper(library, scene.buffer);
-    renderer.call(RenderCall::startRendering);
-    ASSERT_TRUE(renderer.renderTo(4));
-    const auto turnRight = [&scene](u32 flags) {
-        const Lock lock(scene.root->getMutex());
-        scene.camera->keyframes[0] = keyFrame({-1, 0, 0});
-        scene.camera->flags = flags;
-    };
-    turnRight(0);
-    EXPECT_EQ(renderer.call(RenderCall::updateScene, scene.root), 0);
-    EXPECT_NEAR(leftOf(tone_mapper.run(*scene.root)), rightOf(tone_mapper.run(*scene.root)), 0.05);
-    turnRight(1);
-    EXPECT_EQ(renderer.call(RenderCall::updateScene, scene.root), 0);
-    EXPECT_EQ(scene.camera->flags, 0u);
-    ASSERT_TRUE(renderer.renderTo(4));
-    const engine::FloatImage moved = tone_mapper.run(*scene.root);
-    EXPECT_GT(meanLuminance(moved, 9, 5, 15, 11), 0.3) << "the left lamp is in the middle";
-    EXPECT_EQ(meanLuminance(moved, 0, 0, 6, 16), 0);
 }
 
 TEST_F(Library, ToneMapperTellsWhatItLacks) {

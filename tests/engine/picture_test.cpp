@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "engine/scene_builder.h"
-#include "scene/aperture_shape.h"
 #include "scene/emission.h"
 #include "scene/materials/diffuse_material.h"
 #include "scene/rotation.h"
@@ -8,9 +7,11 @@
 #include "scene/spectrum.h"
 #include "scene/wavelength_dependent_param.h"
 
+#include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
 #include <numbers>
+#include <vector>
 
 namespace {
 
@@ -73,37 +74,6 @@ TEST(CameraView, RightIsRightAndUpIsUp) {
         16, 4, "turned by its keyframe");
 }
 
-TEST(MotionBlur, SpreadsOverTheWay) {
-    SceneBuilder scene(32, 8);
-    auto& model = scene.addModel(facingCamera(0.25), scene.emitter(1), {-1, 4, 0});
-    model.keyframes.push_back(keyFrame({1, 4, 0}, 1));
-    const engine::FloatImage image = scene.render(600)[0];
-    const double middle = luminanceAt(image, 16, 4);
-    // The lamp is half a metre wide and goes two: each place of its way sees it a quarter of the time.
-    EXPECT_NEAR(middle / unitLuminance(), 0.25, 0.03);
-    EXPECT_NEAR(luminanceAt(image, 11, 4) / middle, 1, 0.15);
-    EXPECT_NEAR(luminanceAt(image, 20, 4) / middle, 1, 0.15);
-    EXPECT_EQ(luminanceAt(image, 3, 4), 0);
-    expectAt(centreOf(image), 16, 4, "the middle of the way");
-}
-
-TEST(Layers, HoldTheirOwnLightAlone) {
-    const auto render = [](bool first, bool second) {
-        SceneBuilder scene(16, 8);
-        scene.addModel(rectangle({10, 0, 0}, {0, 0, 10}), scene.diffuse(0.5), {0, 6, 0});
-        scene.addSphere({-1, 4, 0}, 0.3, scene.emitter(first ? 1 : 0, 0));
-        scene.addSphere({1, 4, 0}, 0.3, scene.emitter(second ? 3 : 0, 1));
-        return scene.render(200);
-    };
-    const auto both = render(true, true);
-    ASSERT_EQ(both.size(), 2u);
-    EXPECT_LT(centreOf(both[0]).x, 7);
-    EXPECT_GT(centreOf(both[1]).x, 9);
-    const auto alone = render(false, true);
-    EXPECT_EQ(meanLuminance(alone[0]), 0);
-    EXPECT_NEAR(meanLuminance(alone[1]) / meanLuminance(both[1]), 1, 0.03);
-}
-
 TEST(SectionPlane, CutsWhatItLists) {
     const struct {
         const char* what;
@@ -137,29 +107,6 @@ TEST(SectionPlane, CutsWhatItLists) {
     }
 }
 
-/// Shear, scale and mirroring reach geometry, normals and the area that light is spread over.
-TEST(Instances, FluxDoesNotDependOnShearAndScale) {
-    const Matrix3d matrices[] = {Matrix3d::identity(),
-                                 {{-1, 0, 0, 0, 1, 0, 0, 0, 1}},
-                                 {{3, 0, 0, 0, 1, 0, 0, 0, 0.5}},
-                                 {{1, 0, 0.8, 0, 1, 0, 0, 0, 1}}};
-    for (const Matrix3d& matrix : matrices) {
-        SceneBuilder scene(8, 8);
-        scene.addModel(rectangle({10, 0, 0}, {0, 0, 10}), scene.diffuse(0.5), {0, 4, 0});
-        auto& lamp = scene.addModel(rectangle({0.02, 0, 0}, {0, 0, -0.02}), scene.emitter(1), {0, 3, 0});
-        static_cast<MatrixRotation&>(*lamp.rotation).matrix = matrix;
-        lamp.invisible_to_camera = true;
-        Ref<EmissionScale> scale = new EmissionScale;
-        scale->value = 100;
-        scale->material = lamp.materials[0];
-        lamp.emission_scales.push_back(scale);
-        scene.camera->lens_sensor_dist = 3.6;
-        // A small flat lamp of flux F has F / pi candelas straight ahead.
-        const double expected = 100 / pi / 1.0 * 0.5 / pi;
-        EXPECT_NEAR(meanLuminance(scene.render(256)[0]) / expected, 1, 0.015);
-    }
-}
-
 TEST(EmissionScale, GivesTheMeasureItsValue) {
     // The luminance of a lamp of a square metre, for a value of 100.
     const struct {
@@ -183,6 +130,20 @@ TEST(EmissionScale, GivesTheMeasureItsValue) {
         lamp.emission_scales.push_back(scale);
         EXPECT_NEAR(meanLuminance(scene.render(4)[0]) / test.luminance, 1, 1e-3) << test.measure;
     }
+}
+
+TEST(Sampling, SeedAloneDecides) {
+    const auto render = [](unsigned seed) {
+        SceneBuilder scene(8, 8);
+        scene.addModel(rectangle({10, 0, 0}, {0, 0, 10}), scene.diffuse(0.5), {0, 4, 0});
+        scene.addSphere({1, 2, 0}, 0.5, scene.emitter(1));
+        return scene.render(4, seed)[0].rgb;
+    };
+    const std::vector<float> once = render(7), again = render(7);
+    for (size_t i = 0; i < once.size(); ++i) {
+        EXPECT_NEAR(once[i], again[i], 1e-5f * std::abs(once[i]));
+    }
+    EXPECT_NE(render(8), once);
 }
 
 } // namespace

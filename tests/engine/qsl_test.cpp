@@ -109,56 +109,6 @@ TEST(QSL, NoiseAgreesWithThePublishedTable) {
     EXPECT_EQ(numberOf("noise(1e30) + noise(pos * 1e20) + noise(0.0 / 0.0)"), 0);
 }
 
-/// What the plug-in writes: a prelude of helpers and the expression of a tree of its shaders.
-TEST(QSL, ProgramsOfThePluginCompile) {
-    const std::string prelude =
-        "def Vec3ToReal(vec3 v) real : ((doti(v) + dotj(v) + dotk(v)) / 3.0)\n"
-        "def mulCompVec2(vec2 a, vec2 b) vec2 : vec2(doti(a) * doti(b), dotj(a) * dotj(b))\n"
-        "def mulCompVec3(vec3 a, vec3 b) vec3 : vec3(doti(a) * doti(b), dotj(a) * dotj(b), dotk(a) * "
-        "dotk(b))\n";
-    const std::string white = "vec3(1.00000, 1.00000, 1.00000)", black = "vec3(0.00000, 0.00000, 0.00000)";
-    const std::string uv = "(mulCompVec2(getTexCoords(0) * 10.0, vec2(1.00000, 1.00000)),8)";
-    struct Row {
-        QSLEntry entry;
-        std::string program;
-        Vec value;
-    };
-    const Row rows[] = {
-        {COLOUR,
-         "def eval(vec3 pos) vec3: lerp(" + white + ", " + black + ", doti(getTexCoords(0))) * 1.00000",
-         {0.75f, 0.75f, 0.75f}},
-        {NUMBER,
-         "def eval(vec3 pos) real: Vec3ToReal(lerp(" + white + ", " + black +
-             ", length(vec2(0.5,0.5) - getTexCoords(0)) * 2.0 )) * 0.50000",
-         {0.5f * (1 - std::sqrt(0.5f)), 0, 0}},
-        {COLOUR, "def eval(vec3 pos) vec3: mulCompVec3(vec3(1.0), vec3(1.0)) * 1.00000", {1, 1, 1}},
-        {COLOUR,
-         "def eval(vec3 pos) vec3: vec3(1.0) - lerp(" + black + ", " + white + ", minCosTheta()) * 0.50000",
-         {0.7f, 0.7f, 0.7f}},
-        {NUMBER, "def eval(vec3 pos) real: (fbm" + uv + " * 0.00000)", {0, 0, 0}},
-        {HEIGHT,
-         "def eval() real: ((Vec3ToReal(lerp(" + white + ", " + white + ", fbm01" + uv +
-             ")) * 2.00000) + 1.0) * "
-             "1.00000",
-         {3, 0, 0}},
-        {COLOUR,
-         "def eval(vec3 pos) vec3: (vec3(noise(mulCompVec3(pos, vec3(0.00000, 0.00000, 0.00000)))) * "
-         "1.00000)",
-         {0, 0, 0}},
-        {COLOUR, "def eval(vec3 pos) vec3:\n\tvec3(0.8)", {0.8f, 0.8f, 0.8f}},
-        {HEIGHT, "def eval() real:\r\n\t0.0", {0, 0, 0}},
-        {COLOUR,
-         "# an artist's own\ndef eval(vec3 pos) vec3 : twice(vec3(half(1.0), 0.0, 1)) // ends\n"
-         "def twice(vec3 v) vec3 : v * 2 def half(real x) real : x * 0.5",
-         {1, 0, 2}},
-    };
-    for (const Row& row : rows) {
-        ASSERT_EQ(faultOf({{"", prelude + row.program}}, row.entry), "it compiles") << row.program;
-        const Vec value = QSLProgram({{"", prelude + row.program}}, row.entry, {}).at(samplePoint());
-        EXPECT_NEAR(length(value - row.value), 0, 1e-5) << row.program;
-    }
-}
-
 TEST(QSL, FaultsNameTheirPlace) {
     struct Row {
         QSLEntry entry;

@@ -119,35 +119,6 @@ TEST(Displacement, MovesTheSurfaceByMetres) {
     }
 }
 
-/// Sides of a cube don't share vertices; it grows as a whole and stays closed.
-TEST(Displacement, OpensNoGaps) {
-    SceneBuilder scene(64, 64);
-    scene.setUniformBackground(1);
-    Ref<DiffuseMaterial> black = new DiffuseMaterial;
-    black->displacement = new ConstantDisplacementParam(0.3);
-    auto& model = scene.addModel(cube(false), scene.add(black), {0, 6, 0});
-    model.geometry = nullptr;
-    Ref<SceneNodeMesh> mesh = new SceneNodeMesh;
-    mesh->mesh = cube(false);
-    mesh->max_num_subdivisions = 2;
-    mesh->subdivision_smoothing = false;
-    model.geometry = mesh;
-    scene.root->addChild(mesh);
-    const engine::FloatImage image = scene.render(16)[0];
-    // The front face alone covers more than that.
-    EXPECT_EQ(meanLuminance(image, 24, 24, 40, 40), 0);
-}
-
-TEST(Displacement, CutsNoMoreThanTheMemoryTakes) {
-    SceneBuilder scene(4, 4);
-    scene.setUniformBackground(1);
-    auto& model = scene.addModel(rectangle({1, 0, 0}, {0, 0, 1}), scene.add(shining(0.1)), {0, 4, 0});
-    static_cast<SceneNodeMesh&>(*model.geometry).max_num_subdivisions = 1000000000;
-    scene.render(1);
-    EXPECT_EQ(scene.notices, std::vector<std::string>{"Meshes are subdivided up to 2000000 triangles in all; "
-                                                      "some are coarser than they should be."});
-}
-
 Ref<ShaderInfo> program(const char* text) {
     Ref<ShaderInfo> info = new ShaderInfo;
     info->shader = text;
@@ -190,13 +161,6 @@ TEST(Bumps, TurnTheSurfaceTowardsTheLightOrAway) {
         plain = plain > 0 ? plain : seen;
         EXPECT_NEAR(seen / plain * 0.8, test.cosine, 0.02) << test.name;
     }
-}
-
-TEST(Displacement, LeavesTrueSpheresAlone) {
-    SceneBuilder scene(4, 4);
-    scene.addSphere({0, 4, 0}, 1, scene.add(shining(1)));
-    scene.render(1);
-    EXPECT_EQ(scene.notices, std::vector<std::string>{"True spheres are drawn without displacement."});
 }
 
 } // namespace

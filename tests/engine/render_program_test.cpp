@@ -163,6 +163,12 @@ TEST_F(RenderProgram, RendersEveryItemOfAQueue) {
     EXPECT_FALSE(exists(path("two.png")));
     EXPECT_FALSE(exists(path("all.png")));
     EXPECT_NE(program.text().find("3.00 samples per pixel, done\n"), std::string::npos);
+    const std::string report = fileBytes(path("q.report.txt"));
+    for (const std::string& part : {"Queue: " + path("q.qzq") + ", 4 items\n",
+                                    std::string("Item: seed 7, halt time -1, halt samples per pixel 3\n"),
+                                    path("gone.qzs") + ": ", std::string("\nResult: 1 fault\n")}) {
+        EXPECT_NE(report.find(part), std::string::npos) << report;
+    }
 }
 
 /// Each once, before the render.
