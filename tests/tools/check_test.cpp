@@ -52,18 +52,6 @@ TEST_F(Tool, CheckDoesNotBlameReferencesToWhatItCouldNotRead) {
         << outcome.out;
 }
 
-TEST_F(Tool, CheckTellsTexturesByTheParameterThatShowsThem) {
-    const std::string image = read("images/wood.png");
-    write("images/wood.png", image.substr(0, image.size() / 2));
-    EXPECT_NE(run({"check", path("scene.qzs")})
-                  .out.find("material \"Wood\": albedo: image 'images/wood.png' can't be read: "),
-              std::string::npos);
-    write("bad.qzs", edited("images/wood.png", ""));
-    EXPECT_NE(
-        run({"check", path("bad.qzs")}).out.find("material \"Wood\": albedo: a texture names no file\n"),
-        std::string::npos);
-}
-
 TEST_F(Tool, CheckTellsMachines) {
     write("bad.qzs", edited("images/wood.png", "images/g\xFFne.png"));
     const Outcome outcome = run({"check", "--json", path("scene.qzs"), path("missing.qzs")});

@@ -17,12 +17,6 @@ void expectConverted(const Outcome& outcome) {
     EXPECT_EQ(outcome.errors, "");
 }
 
-TEST_F(Tool, ConvertsMeshesToText) {
-    expectConverted(run({"convert", path("scene_meshes/square.qzmesh"), path("out.obj")}));
-    EXPECT_EQ(read("out.obj"), SQUARE_OBJ);
-    EXPECT_FALSE(has("out.obj.partial"));
-}
-
 TEST_F(Tool, ConvertsMeshesToBinaryPly) {
     expectConverted(run({"convert", path("scene_meshes/square.qzmesh"), path("out.PLY")}));
     const std::string ply = read("out.PLY");
