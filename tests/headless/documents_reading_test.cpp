@@ -1,34 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "headless/documents_fixture.h"
-#include "headless/model/primitive_ids.h"
-#include "headless/model/track.h"
-#include "host/inexclude.h"
-
-#include <chrono>
 
 namespace headless {
 
 namespace {
 
 using DocumentReadingTest = DocumentsTest;
-
-TEST_F(DocumentReadingTest, AHundredThousandObjectsComeBackSlow) {
-    constexpr int COUNT = 100000;
-    std::string body = "\"objects\": [{\"type\": \"Cube\", \"id\": \"c\"}";
-    for (int i = 0; i < COUNT; ++i) {
-        body += ",\n{\"type\": \"Instance\", \"name\": \"I\", \"id\": \"" + std::to_string(i) +
-                "\", \"position\": [" + std::to_string(i) + ", 0, 0], \"rotation\": [" + std::to_string(i) +
-                ", 1, 2], \"parameters\": {\"INSTANCEOBJECT_LINK\": \"c\", "
-                "\"INSTANCEOBJECT_RENDERINSTANCE\": true}}";
-    }
-    const auto document = load(body + "]");
-    const auto copy = saveAndLoad(*document);
-    int count = 0;
-    for (const Object* object = copy->objects().first(); object; object = object->next) {
-        ++count;
-    }
-    EXPECT_EQ(count, COUNT + 1);
-}
 
 TEST_F(DocumentReadingTest, HierarchiesHaveAnyDepth) {
     constexpr int DEPTH = 20000;

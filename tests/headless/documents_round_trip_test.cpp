@@ -77,45 +77,6 @@ TEST_F(DocumentRoundTripTest, KeepsMatricesAndKeysToTheLastBit) {
     }
 }
 
-TEST_F(DocumentRoundTripTest, WritesOnlyWhatDiffersAndIdsWhereTheyAreNeeded) {
-    const auto document = load(R"("objects": [
-        {"type": "cube", "id": "first", "name": "Box", "rotation": [0, 90, 0], "parameters": {"1101": 1, "1102": 5}},
-        {"type": 5159, "id": "second", "name": "Box", "scale": [1, 1, -2]},
-        {"type": "Instance", "parameters": {"INSTANCEOBJECT_LINK": "second"}}])");
-    saveDocument(*document, path("saved.json"), 2);
-    EXPECT_EQ(readText(path("saved.json")), R"({
-  "format": "quenza-headless-document",
-  "version": 1,
-  "unit": "m",
-  "fps": 30,
-  "frame": 0,
-  "frames": [0, 90],
-  "objects": [
-    {
-      "type": "Cube",
-      "name": "Box",
-      "rotation": [0, 90, 0],
-      "parameters": {"PRIM_CUBE_SUBY": 5}
-    },
-    {
-      "type": "Cube",
-      "id": "Box",
-      "name": "Box",
-      "scale": [1, 1, -2]
-    },
-    {
-      "type": "Instance",
-      "parameters": {"INSTANCEOBJECT_LINK": "Box"}
-    }
-  ],
-  "renderData": [
-    {}
-  ]
-}
-)");
-    EXPECT_EQ(loadDocument(path("saved.json")).unit, 2);
-}
-
 TEST_F(DocumentRoundTripTest, LeavesTheEarlierFileWhenItCantSave) {
     Document document;
     Object& cube = document.appendObject(createObject(Ocube));

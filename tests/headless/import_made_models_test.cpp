@@ -143,21 +143,6 @@ TEST_F(MadeModelTest, NodesMayBeNestedDeep) {
     EXPECT_EQ(depth, DEPTH);
 }
 
-TEST_F(MadeModelTest, ADocumentBringsAModelInAndLinksToItsObjects) {
-    write("models/a.dae", collada("<node id=\"a\" name=\"Part\">" + std::string(SHOWN) + "</node>"));
-    const auto document = load(R"("objects": [
-        {"id": "m", "name": "Model", "model": "models/a.dae", "position": [0, 5, 0], "children": [{"type": "Null"}]},
-        {"type": "Instance", "parameters": {"INSTANCEOBJECT_LINK": "m/Part"}}])");
-    const Object* const holder = document->objects().first();
-    const Object* const part = holder->children().first();
-    EXPECT_EQ(holder->type(), Onull);
-    EXPECT_EQ(part->name, "Part");
-    EXPECT_EQ(part->next->type(), Onull);
-    EXPECT_EQ(fromHost(holder->next->data.GetLink(INSTANCEOBJECT_LINK, nullptr)), part);
-    const auto copy = saveAndLoad(*document);
-    EXPECT_EQ(copy->objects().first()->children().first()->name, "Part") << "it is a model no longer";
-}
-
 TEST_F(MadeModelTest, EveryTruncationIsImportedOrRefused) {
     std::string binaryStl(80, ' ');
     binaryStl += std::string("\1\0\0\0", 4) + std::string(50, '\1');

@@ -33,17 +33,6 @@ TEST_F(ModelUndo, takesChangesBackInPlace) {
     EXPECT_FALSE(doc()->DoUndo());
 }
 
-TEST_F(ModelUndo, forgetsTheOldestGroups) {
-    BaseObject* const cube = addCube();
-    for (size_t i = 0; i < UndoStack::maxGroups + 5; ++i) {
-        doc()->AddUndo(UNDOTYPE_CHANGE, cube);
-        cube->SetName(LongToString(static_cast<int64_t>(i)));
-    }
-    while (doc()->DoUndo()) {
-    }
-    EXPECT_EQ(cube->GetName().GetUtf8(), "4");
-}
-
 } // namespace
 
 } // namespace headless

@@ -21,31 +21,6 @@ PictureOrder read(const Words& words) {
     return readPictureOrder(parseArguments(commandLine(), all));
 }
 
-TEST(PictureArguments, ReadWhatIsOrdered) {
-    const PictureOrder order =
-        read({"--at", "2s", "pause", "--rows", "4-12", "--at=500ms", "layer", "3", "gain=0.5", "off",
-              "--size", "24x16", "--stop-after", "1.5", "--frame", "-3", "--interactive"});
-    EXPECT_EQ(order.file.path(), "/out/a.png");
-    EXPECT_EQ(order.frame, -3);
-    EXPECT_EQ(order.size, std::pair(24, 16));
-    EXPECT_EQ(order.stopAfter, 1500ms);
-    EXPECT_TRUE(order.settings.isInteractive);
-    ASSERT_TRUE(order.settings.region);
-    EXPECT_EQ(order.settings.region->kind, RENDERREGION_ROWS);
-    EXPECT_EQ(order.settings.region->from, 4);
-    EXPECT_EQ(order.settings.region->to, 12);
-    ASSERT_EQ(order.actions.size(), 2u);
-    EXPECT_EQ(order.actions[0].time, 2s);
-    EXPECT_EQ(order.actions[0].action.kind, PictureAction::Kind::pause);
-    EXPECT_EQ(order.actions[0].text, "2s pause");
-    EXPECT_EQ(order.actions[1].time, 500ms);
-    EXPECT_EQ(order.actions[1].action.layer, 3);
-    EXPECT_EQ(order.actions[1].action.gain, 0.5f);
-    EXPECT_EQ(order.actions[1].action.isOn, false);
-    EXPECT_EQ(read({"--columns", "0-1"}).settings.region->kind, RENDERREGION_COLUMNS);
-    EXPECT_FALSE(read({}).settings.region);
-}
-
 TEST(PictureArguments, NameGadgetsOfTheDialog) {
     const struct {
         const char* text;

@@ -116,26 +116,6 @@ TEST_F(Rendering, TakesTheVideoPostOfTheEngine) {
                      "The document has no enabled video post that renders"}));
 }
 
-TEST_F(Rendering, GrowsInThePictureViewerUntilItIsStopped) {
-    setRounds(1000);
-    int shown = 0;
-    PictureRender picture(host(), {}, [&] { host().loop().post([&] { ++shown; }); });
-    picture.start();
-    host().advance(120ms);
-    EXPECT_EQ(picture.image().changes(), 3u) << "at 0, 50 and 100 ms";
-    EXPECT_EQ(shown, 3);
-    setRounds(0);
-    host().advance(50ms);
-    EXPECT_TRUE(picture.isRunning()) << "the artist goes on working on the document";
-    picture.stop();
-    host().advance(0ms);
-    EXPECT_TRUE(picture.isRunning()) << "it sleeps";
-    host().advance(50ms);
-    EXPECT_FALSE(picture.isRunning());
-    EXPECT_EQ(picture.result(), RENDERRESULT_OK);
-    EXPECT_EQ(picture.image().changes(), 4u);
-}
-
 TEST_F(Rendering, TellsTheArtistHowItEnded) {
     const struct {
         int32_t rounds;

@@ -3,10 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include "headless/resources/resource_folder.h"
 #include "support/temp_dir.h"
@@ -49,64 +47,6 @@ public:
 private:
     const Quenza::TempDir dir_;
 };
-
-TEST(DescriptionFile, ElementsWithAllTheirProperties) {
-    const TestFolder files;
-    files.writeDescription("Tx", "A = 10, B, C, D, E, F, G, H, X = 20, Y = 21",
-                           "NAME Tx; LOOK fancy;\n"
-                           "REAL A { MIN 0; MAX 360; STEP 90; DEFAULT 180; MAXSLIDER +90.0; UNIT DEGREE; "
-                           "CUSTOMGUI REALSLIDER; ANIM OFF; HIDDEN; }\n"
-                           "LONG B { CYCLE { X; Y~1234; } DEFAULT Y; }\n"
-                           "VECTOR C { UNIT PERCENT; DEFAULT 50 -25 1e2; MIN -1 -1 -1; }\n"
-                           "LINK D { ACCEPT { Obase; 5100; } REFUSE { Tbase; } }\n"
-                           "SWIRL E { DEFAULT 1 2; PARTS { deep { deeper; } } }\n"
-                           "SEPARATOR { LINE; }\n"
-                           "STRING F { DEFAULT \"two words\"; }\n"
-                           "BUTTON 77 { }\n"
-                           "REAL G { UNIT PARSEC; }\n"
-                           "BOOL H;",
-                           "Tx \"Title\"; A \"Angle\"; X \"Ex\"; Y \"Why\";");
-    ResourceFolder folder(files.root());
-    const auto loaded = folder.loadDescription("Tx");
-    ASSERT_TRUE(loaded) << loaded.error;
-    const std::vector<Entry>& entries = loaded->entries;
-    ASSERT_EQ(entries.size(), 10u);
-    EXPECT_EQ(loaded->label, "Title");
-
-    const Entry& angle = entries[0];
-    constexpr double pi = 3.14159265358979323846;
-    EXPECT_EQ(angle.label, "Angle");
-    EXPECT_EQ(angle.unit, Unit::degree);
-    EXPECT_NEAR(std::get<double>(angle.defaultValue), pi, 1e-15);
-    EXPECT_NEAR(*angle.max, 2 * pi, 1e-15);
-    EXPECT_NEAR(*angle.step, pi / 2, 1e-15);
-    EXPECT_NEAR(*angle.maxSlider, pi / 2, 1e-15);
-    EXPECT_EQ(angle.min, 0.0);
-    EXPECT_EQ(angle.minSlider, std::nullopt);
-    EXPECT_EQ(angle.customGui, "REALSLIDER");
-    EXPECT_TRUE(angle.hidden);
-    ASSERT_EQ(angle.properties.size(), 1u);
-    EXPECT_EQ(angle.properties[0].name, "ANIM");
-    EXPECT_EQ(angle.properties[0].arguments, std::vector<std::string>{"OFF"});
-
-    ASSERT_EQ(entries[1].cycle.size(), 2u);
-    EXPECT_EQ(entries[1].cycle[1].value, 21);
-    EXPECT_EQ(entries[1].cycle[1].label, "Why");
-    EXPECT_EQ(entries[1].defaultValue, Value(21));
-
-    EXPECT_EQ(entries[2].defaultValue, Value(std::array<double, 3>{0.5, -0.25, 1}));
-    EXPECT_EQ(entries[2].min, -0.01);
-    EXPECT_EQ(entries[3].accepts, (std::vector<std::string>{"Obase", "5100"}));
-    EXPECT_EQ(entries[3].refuses, std::vector<std::string>{"Tbase"});
-    EXPECT_EQ(entries[4].kind, EntryKind::other);
-    EXPECT_EQ(entries[4].keyword, "SWIRL");
-    EXPECT_EQ(entries[4].properties[0].arguments, (std::vector<std::string>{"1", "2"}));
-    EXPECT_EQ(entries[5].id, 0);
-    EXPECT_EQ(entries[6].defaultValue, Value(std::string("two words")));
-    EXPECT_EQ(entries[7].id, 77);
-    EXPECT_EQ(entries[8].unit, Unit::none);
-    EXPECT_EQ(entries[9].defaultValue, Value());
-}
 
 TEST(DescriptionFile, FaultsNamePlaceAndCure) {
     struct Case {

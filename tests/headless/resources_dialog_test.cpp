@@ -36,32 +36,6 @@ protected:
     const Quenza::TempDir dir_;
 };
 
-/// A file's name is the number's name that has one, whatever the case of its letters.
-TEST_F(DialogFile, GivesGadgetsInTheirOrder) {
-    write("dialogs/Idd_A.res", "DIALOG IDD_A { NAME IDD_A; SCALE_H;\n"
-                               "GROUP { EDITNUMBER IDC_X { MAX 2.5; STEP 0.5; SIZE 80, 0; DISABLED; }\n"
-                               "SCROLLGROUP 7 { COMBOBOX IDC_Y { CHILDS { IDC_X, IDD_A; 12, IDC_X; } } }\n"
-                               "BORDERSIZE 1, 2, 3, 4; COLUMNS 3; } SEPARATOR; }");
-    write("strings_us/dialogs/idd_a.str", "STRINGTABLE IDD_A { IDD_A \"Title\"; IDC_X \"Ex\"; }");
-    ResourceFolder folder(root());
-    const auto dialog = folder.loadDialog(100);
-    ASSERT_TRUE(dialog) << dialog.error;
-    EXPECT_EQ(dialog->title, "Title");
-    std::string layout;
-    for (const DialogElement& element : dialog->elements) {
-        layout += std::to_string(static_cast<int>(element.kind)) + ":" + std::to_string(element.id) + ":" +
-                  std::to_string(element.columns) + " ";
-    }
-    EXPECT_EQ(layout, "0:0:3 7:101:1 1:7:1 8:102:1 2:0:1 2:0:1 12:0:1 ");
-    const DialogElement& number = dialog->elements[1];
-    EXPECT_EQ(number.range->maximum, 2.5);
-    EXPECT_EQ(number.range->step, 0.5);
-    EXPECT_EQ(number.width, 80);
-    EXPECT_TRUE(number.isDisabled);
-    EXPECT_EQ(dialog->elements[3].choices.at(1).value, 12);
-    EXPECT_EQ(dialog->elements[3].choices.at(1).text, "Ex");
-}
-
 TEST_F(DialogFile, FaultsNamePlaceAndCure) {
     write("strings_us/dialogs/idd_a.str", "STRINGTABLE { IDC_X \"Ex\"; }");
     EXPECT_EQ(

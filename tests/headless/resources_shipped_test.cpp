@@ -12,7 +12,6 @@
 
 #include "headless/resources/file_lookup.h"
 #include "headless/resources/resource_folder.h"
-#include "headless/resources/symbol_table.h"
 // Plug-in code may include them together, so their names must not collide.
 #include "res/description/Mquenzamaterial.h"
 #include "res/description/Oquenzainstance.h"
@@ -109,27 +108,6 @@ TEST(ShippedResources, EverythingThatShowsHasALabel) {
             for (const CycleItem& item : entry.cycle)
                 EXPECT_NE(item.label, "") << name << " " << item.symbol;
         }
-    }
-}
-
-TEST(ShippedResources, EveryNameOfAHeaderIsUsedInItsDescription) {
-    ResourceFolder folder = shippedFolder();
-    for (const char* name : descriptionNames) {
-        SymbolTable header;
-        const std::string file = std::string(QUENZA_SOURCE_DIR "/res/description/") + name + ".h";
-        header.readHeader(readTextFile(file), file);
-        std::map<std::string, int32_t> unused(header.all().begin(), header.all().end());
-        // The numbered channels of the material come at run time.
-        std::erase_if(unused, [](const auto& symbol) {
-            return symbol.first.starts_with("MAT_OFFSET_") ||
-                   (symbol.first.starts_with("MAT_") && symbol.second >= 10000);
-        });
-        for (const Entry& entry : folder.loadDescription(name)->entries) {
-            unused.erase(entry.symbol);
-            for (const CycleItem& item : entry.cycle)
-                unused.erase(item.symbol);
-        }
-        EXPECT_TRUE(unused.empty()) << name << ": " << unused.begin()->first;
     }
 }
 

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "headless/app/command_line.h"
-#include "headless/app/export_outcome.h"
 #include "headless/app/export_settings.h"
 #include "headless/app/parameter_setting.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 #include "headless/resources/resource_folder.h"
 #include "headless/runtime_fixture.h"
-#include "support/temp_dir.h"
 #include "support/thrown_message.h"
 
 namespace headless {
@@ -134,30 +132,6 @@ TEST_F(Settings, RefuseFilesAndFramesThatAreNone) {
         EXPECT_THROW(parseFrameRange(wrong), UsageError) << wrong;
     }
     EXPECT_THROW(parseFrame("3x"), UsageError);
-}
-
-TEST(ExportOutcomeTest, IsJudgedByLinesBoxesAndDisk) {
-    using Kind = Interaction::Kind;
-    const Quenza::TempDir folder;
-    const std::string path = folder.path().toStdString();
-    Quenza::writeBytes(folder / "a.qzs", "scene");
-    const auto judge = [](bool opened, const Lines& lines, const std::vector<Interaction>& asked) {
-        const ExportOutcome outcome = judgeExport(opened, lines, asked);
-        return outcome.failure ? *outcome.failure : summary(outcome);
-    };
-    const auto saved = [&](const std::string& file) { return "Saved scene to: " + path + "\\" + file; };
-    const Interaction cancelled{Kind::fileSelection, "Please choose.", std::nullopt};
-    EXPECT_EQ(judge(true, {"x", saved("a.qzs"), "y"}, {{Kind::message, "Careful", {}}}),
-              "Scene: " + path + "/a.qzs");
-    EXPECT_EQ(judge(true, {saved("a.qzs")}, {{Kind::message, "Export failed:\nNo luck.", {}}}),
-              "Export failed: No luck.");
-    EXPECT_EQ(judge(true, {}, {{Kind::message, "Export failed:\nNo luck..", {}}}), "Export failed: No luck.");
-    EXPECT_EQ(judge(true, {saved("gone.qzs")}, {}), "The plug-in wrote no scene to " + path + "/gone.qzs");
-    EXPECT_EQ(judge(false, {}, {}), "The export did not begin: the plug-in's dialog did not open");
-    EXPECT_EQ(
-        judge(false, {}, {cancelled}),
-        "The export did not begin: the plug-in found no renderer and asked \"Please choose.\"; answer it "
-        "with --answer-file FOLDER, or install the renderer");
 }
 
 } // namespace

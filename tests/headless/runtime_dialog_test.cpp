@@ -11,35 +11,6 @@ UserAction press(int32_t gadget, std::chrono::milliseconds after = 0ms) {
     return {after, UserAction::Kind::press, gadget, GeData()};
 }
 
-UserAction closeAfter(std::chrono::milliseconds after) {
-    return {after, UserAction::Kind::close, 0, GeData()};
-}
-
-/// The whole life of a modal dialog with a thread behind it: its message box on the main thread, the close
-/// that is refused while the thread runs, and the timer that closes the dialog when it has ended.
-TEST_F(Dialog, RunsModalUntilItsThreadHasEnded) {
-    startWorking();
-    host().user().addDialogActions({closeAfter(20ms)});
-    EXPECT_TRUE(host().executeCommand(TEST_WORK));
-    EXPECT_EQ(host().messages(), Lines{"from the worker"});
-    EXPECT_EQ(host().errors().lines(), Lines{"[message] from the worker"});
-    Lines lines = newLines();
-    // The worker ends while the main thread prints.
-    std::ranges::sort(lines);
-    EXPECT_EQ(lines,
-              (Lines{"close asked, running: yes", "dialog got 9000001", "open after it: no", "worker ends"}));
-    EXPECT_EQ(host().status().history(), (Lines{"working", "working 40%", ""}));
-}
-
-TEST_F(Dialog, ClosesOnAnInterrupt) {
-    startWorking();
-    std::thread user([&] { host().interrupt(); });
-    EXPECT_TRUE(host().executeCommand(TEST_WORK));
-    user.join();
-    EXPECT_TRUE(host().wasInterrupted());
-    EXPECT_TRUE(host().dialogs().openDialogs().empty());
-}
-
 TEST_F(Dialog, HoldsGadgetsThatAUserFillsAndPresses) {
     startWorking();
     host().user().addDialogActions({{0ms, UserAction::Kind::set, FORM_TEXT, GeData("hello")},

@@ -38,8 +38,8 @@ TEST_F(Lifecycle, TellsWhatIsWrongWithAPlugin) {
         start();
         const std::string message = thrownMessage<HostError>([&] { host().loadPlugin(test.file); });
         EXPECT_EQ(message.substr(0, test.message.size()), test.message);
-        EXPECT_EQ(thrownMessage<HostError>([&] { host().executeCommand(TEST_WORK); }),
-                  "There is no command 9000002");
+        EXPECT_EQ(thrownMessage<HostError>([&] { host().executeCommand(TEST_ASK); }),
+                  "There is no command 9000003");
         stop();
     }
 }

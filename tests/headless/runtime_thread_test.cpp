@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "headless/runtime_fixture.h"
+#include "support/thrown_message.h"
 
 #include <atomic>
 
@@ -32,6 +33,21 @@ TEST_F(Threading, EndsThreadsThatThePluginLeft) {
     EXPECT_FALSE(host().executeCommand(TEST_LEFT_THREAD)) << "it runs already";
     EXPECT_TRUE(host().runUntil([&] { return !host().messages().empty(); }, 10s)) << "it works";
     stop();
+}
+
+TEST_F(Threading, TellsOfAMainThreadThatSleepsAndMovesADrivenClockAlone) {
+    HostOptions options;
+    options.drivenClock = true;
+    start(std::move(options));
+    const uint32_t began = GeGetMilliSeconds();
+    GeSleep(20);
+    EXPECT_EQ(GeGetMilliSeconds() - began, 20u);
+    EXPECT_EQ(host().errors().lines(),
+              Lines{"GeSleep was called by the main thread, which freezes the window"});
+    stop();
+    start();
+    EXPECT_EQ(Quenza::thrownMessage<HostError>([&] { host().advance(1ms); }),
+              "The clock of this host can't be moved");
 }
 
 TEST(MainLoopTest, TakesCallsFromManyThreads) {

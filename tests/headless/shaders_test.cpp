@@ -5,7 +5,6 @@
 #include "headless/model/warnings.h"
 #include "headless/shaders/blend_mode.h"
 #include "headless/shaders/shader_ids.h"
-#include "host/plugin_data.h"
 #include "model_fixture.h"
 #include "support/temp_dir.h"
 
@@ -134,83 +133,15 @@ TEST_F(ShadersTest, FusionLayerAndColorizerJoinTheirLinks) {
     EXPECT_TRUE(isNear(once(colorizer, 0.5f, 0.5f), {0.546f, 0.454f, 0.0f}, 1e-3f));
 }
 
-/// A plug-in's shader: half of what it links, or 1 without a link. It counts what the host asks of it.
-class HalfShader : public ShaderData {
-public:
-    static NodeData* make() { return new HalfShader; }
-    static BaseShader* linked(BaseShader* shader) {
-        return static_cast<BaseShader*>(shader->GetDataInstance()->GetLink(1, nullptr, Xbase));
-    }
-
-    int32_t InitRender(BaseShader* shader, const InitRenderStruct& init) override {
-        ++ready;
-        if (BaseShader* const input = linked(shader)) {
-            static_cast<void>(input->InitRender(init));
-        }
-        return INITRENDERRESULT_OK;
-    }
-    void FreeRender(BaseShader* shader) override {
-        --ready;
-        if (BaseShader* const input = linked(shader)) {
-            input->FreeRender();
-        }
-    }
-    Vector Output(BaseShader* shader, const ChannelData& channel) override {
-        BaseShader* const input = linked(shader);
-        return input ? input->Sample(channel) * 0.5f : Vector(1.0f, 1.0f, 1.0f);
-    }
-
-    static inline int ready = 0;
-};
-
-class PluginShaderTest : public ShadersTest {
-protected:
-    PluginShaderTest() {
-        NodeTypeInfo type;
-        type.id = HALF;
-        type.kind = NodeKind::shader;
-        type.allocator = HalfShader::make;
-        EXPECT_TRUE(NodeTypes::instance().add(std::move(type)));
-        HalfShader::ready = 0;
-    }
-    ~PluginShaderTest() override {
-        document.reset();
-        NodeTypes::instance().removePluginTypes();
-    }
-    static constexpr int32_t HALF = 999'001;
-};
-
-TEST_F(PluginShaderTest, SamplesThroughBothSidesAndFreesAll) {
-    BaseShader* const inner = addShader(HALF);
+TEST_F(ShadersTest, CirclesEnd) {
     BaseShader* const fusion = addShader(Xfusion);
-    data(fusion).SetLink(FUSION_BASE_CHANNEL, inner);
-    data(fusion).SetLink(FUSION_BLEND_CHANNEL, inner);
-    data(fusion).SetLong(FUSION_MODE, BLEND_ADD);
-    BaseShader* const outer = addShader(HALF);
-    data(outer).SetLink(1, fusion);
-    ASSERT_EQ(outer->InitRender(init()), INITRENDERRESULT_OK);
-    EXPECT_EQ(HalfShader::ready, 2);
-    EXPECT_EQ(at(outer, 0.5f, 0.5f), Vector(1.0f, 1.0f, 1.0f));
-    ASSERT_EQ(inner->InitRender(init()), INITRENDERRESULT_OK);
-    outer->FreeRender();
-    EXPECT_EQ(HalfShader::ready, 1) << "its own use is still there";
-    inner->FreeRender();
-    EXPECT_EQ(HalfShader::ready, 0);
-    EXPECT_EQ(at(inner, 0.5f, 0.5f), Vector()) << "sampled without being ready";
-}
-
-TEST_F(PluginShaderTest, CirclesEnd) {
-    BaseShader* const a = addShader(Xfusion);
-    BaseShader* const b = addShader(HALF);
-    data(a).SetLink(FUSION_BASE_CHANNEL, b);
-    data(b).SetLink(1, a);
-    for (BaseShader* const shader : {a, b}) {
-        EXPECT_EQ(once(shader, 0.5f, 0.5f), Vector());
-        EXPECT_EQ(HalfShader::ready, 0);
+    BaseShader* const colorizer = addShader(Xcolorizer);
+    data(fusion).SetLink(FUSION_BASE_CHANNEL, colorizer);
+    for (BaseShader* const linked : {fusion, colorizer}) {
+        data(colorizer).SetLink(COLORIZER_SHADER, linked);
+        EXPECT_EQ(once(fusion, 0.5f, 0.5f), Vector());
+        EXPECT_EQ(once(colorizer, 0.5f, 0.5f), Vector());
     }
-    BaseShader* const self = addShader(Xcolorizer);
-    data(self).SetLink(COLORIZER_SHADER, self);
-    EXPECT_EQ(once(self, 0.5f, 0.5f), Vector());
 }
 
 /// Each links the next twice: the samples of one sample double with each.

@@ -6,8 +6,6 @@
 /// Numbers of the working test plug-in.
 enum TestPluginId : int32_t {
     TEST_MESSAGE = 9000001,
-    /// Opens a dialog that waits for a thread, which ends when it is asked to.
-    TEST_WORK = 9000002,
     /// Asks for a file and a yes.
     TEST_ASK = 9000003,
     /// Starts a thread that throws, and waits for it.

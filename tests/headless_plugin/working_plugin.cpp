@@ -50,46 +50,6 @@ public:
     const char* GetThreadName() override { return "Worker"; }
 };
 
-/// Closes when its thread has ended, which the close button asks it to.
-class WorkDialog : public GeDialog {
-public:
-    bool CreateLayout() override {
-        SetTitle("Working...");
-        return AddStaticText(10001, 100, 20, "Please wait");
-    }
-    bool InitValues() override {
-        SetTimer(5);
-        return worker_.Start();
-    }
-    void Timer(const BaseContainer& /*message*/) override {
-        if (!worker_.IsRunning()) {
-            Close();
-        }
-    }
-    bool AskClose() override {
-        GePrint(String("close asked, running: ") + yesNo(worker_.IsRunning()));
-        worker_.End(false);
-        return worker_.IsRunning();
-    }
-    bool CoreMessage(int32_t id, const BaseContainer& /*message*/) override {
-        GePrint(String("dialog got ") + LongToString(id));
-        return true;
-    }
-
-private:
-    Worker worker_;
-};
-
-class Work : public CommandData {
-public:
-    bool Execute(BaseDocument* /*document*/) override {
-        WorkDialog dialog;
-        const bool opened = dialog.OpenModal(200, 100);
-        GePrint(String("open after it: ") + yesNo(dialog.IsOpen()));
-        return opened;
-    }
-};
-
 class Ask : public CommandData {
 public:
     bool Execute(BaseDocument* /*document*/) override {
@@ -248,8 +208,7 @@ bool start() {
     tag.description = "TTest";
     tag.info = 0x20000001;
     const bool registered =
-        RegisterMessagePlugin(message, new ShowMessage) &&
-        registerCommand<Work>(TEST_WORK, GeLoadString(20001)) && registerCommand<Ask>(TEST_ASK, "Ask") &&
+        RegisterMessagePlugin(message, new ShowMessage) && registerCommand<Ask>(TEST_ASK, "Ask") &&
         registerCommand<ThrowingThread>(TEST_THROWING_THREAD, "Throwing Thread") &&
         registerCommand<Throwing>(TEST_THROWING, "Throwing") &&
         registerCommand<Disabled>(TEST_DISABLED, "Disabled") &&

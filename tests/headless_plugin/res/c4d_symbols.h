@@ -2,6 +2,6 @@
 #ifndef TEST_PLUGIN_SYMBOLS_H
 #define TEST_PLUGIN_SYMBOLS_H
 
-enum { IDS_WORK = 20001, IDS_TAG = 20002 };
+enum { IDS_TAG = 20002 };
 
 #endif
