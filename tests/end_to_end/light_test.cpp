@@ -18,20 +18,6 @@ constexpr int32_t IES_PREVIEW = 1310;
 
 class Lights : public Session {
 protected:
-    Lights() {
-        const char* const temp = std::getenv("TMPDIR");
-        oldTemp_ = temp ? temp : "";
-        fs::create_directory(folder() / "temp");
-        setenv("TMPDIR", (folder() / "temp").c_str(), 1);
-    }
-    ~Lights() override {
-        if (oldTemp_.empty()) {
-            unsetenv("TMPDIR");
-        } else {
-            setenv("TMPDIR", oldTemp_.c_str(), 1);
-        }
-    }
-
     /// A renderer that writes the path of its scene to a file.
     void installRecorder() {
         const std::string file = sceneNameFile().string();
@@ -49,9 +35,6 @@ protected:
     static std::string lightWithTag(const std::string& parameters) {
         return R"({"type": "Light", "tags": [{"type": 1020892, "parameters": {)" + parameters + "}}]}";
     }
-
-private:
-    std::string oldTemp_;
 };
 
 TEST_F(Lights, ReachASceneThatReadsBackWithTheDefaultProfileBesideThePlugIn) {

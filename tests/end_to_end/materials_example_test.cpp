@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "end_to_end/programs.h"
+#include "engine/scene_loader.h"
+#include "engine/session.h"
 
 #include <cstdlib>
 
@@ -22,6 +24,13 @@ TEST_F(MaterialsExample, ExportsEveryKindWithEveryChannelInEveryForm) {
         writeFile(golden, outline);
     }
     EXPECT_EQ(outline, readFile(golden));
+
+    // The programs among them are what the renderer takes.
+    const engine::RenderSession session(engine::loadScene(scene.string(), "", ""),
+                                        scene.parent_path().string(), engine::SessionOptions());
+    for (const std::string& notice : session.scene().notices().texts()) {
+        EXPECT_EQ(notice.find("doesn't compile"), std::string::npos) << notice;
+    }
 }
 
 } // namespace

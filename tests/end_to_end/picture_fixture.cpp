@@ -38,19 +38,10 @@ PictureFixture::PictureFixture() {
     fs::create_symlink(capture::CapturingLibrary::folder() / "quenza_sdk.dll", library);
     library_ = std::make_unique<capture::CapturingLibrary>(library);
     install(folder() / "nowhere");
-    const char* const temp = std::getenv("TMPDIR");
-    oldTemp_ = temp ? temp : "";
-    fs::create_directory(folder() / "temp");
-    setenv("TMPDIR", (folder() / "temp").c_str(), 1);
 }
 
 PictureFixture::~PictureFixture() {
     stop();
-    if (oldTemp_.empty()) {
-        unsetenv("TMPDIR");
-    } else {
-        setenv("TMPDIR", oldTemp_.c_str(), 1);
-    }
 }
 
 void PictureFixture::removeLibrary() {

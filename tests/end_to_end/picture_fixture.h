@@ -77,6 +77,5 @@ protected:
     void removeLibrary();
 
 private:
-    std::string oldTemp_;
     std::unique_ptr<capture::CapturingLibrary> library_;
 };

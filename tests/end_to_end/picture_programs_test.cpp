@@ -25,9 +25,7 @@ TEST_F(Session, ProgramsThatRenderAtOnceKeepTheirTexturesApart) {
         "renderData": [{"width": 12, "height": 8, "videoPosts": [{"type": 1020896, "parameters": {
             "RS_HALT_SPP": 8}}]}]})";
     constexpr int PROGRAMS = 4;
-    fs::create_directory(folder() / "temp");
-    std::string command = "cd '" + folder().string() + "'; export TMPDIR='" + (folder() / "temp").string() +
-                          "'; status=0; programs=;";
+    std::string command = "cd '" + folder().string() + "'; status=0; programs=;";
     for (int i = 0; i < PROGRAMS; ++i) {
         const std::string name = std::to_string(i);
         writeFile(folder() / (name + ".json"),

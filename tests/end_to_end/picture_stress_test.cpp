@@ -82,22 +82,11 @@ std::ptrdiff_t countThreads() {
 class PictureStress : public Session {
 protected:
     PictureStress() {
-        const char* const temp = std::getenv("TMPDIR");
-        oldTemp_ = temp ? temp : "";
-        fs::create_directory(folder() / "temp");
-        setenv("TMPDIR", (folder() / "temp").c_str(), 1);
         startHost(false, [this](const std::string& text) {
             watch(text);
         }).loadPlugin(fs::path(QUENZA_BIN_DIR) / "cquenza.so");
     }
-    ~PictureStress() override {
-        stop();
-        if (oldTemp_.empty()) {
-            unsetenv("TMPDIR");
-        } else {
-            setenv("TMPDIR", oldTemp_.c_str(), 1);
-        }
-    }
+    ~PictureStress() override { stop(); }
 
     void open(const char* halt) {
         writeFile(folder() / "document.json", replaceAll(SCENE, "HALT}", std::string(halt) + "}"));
@@ -147,7 +136,6 @@ private:
 
     static constexpr End NOWHERE{"not at all", 0, NO_HALT};
 
-    std::string oldTemp_;
     std::mt19937 random_;
     std::atomic<const End*> end_{&NOWHERE};
     std::atomic<int> endsSeen_{0};

@@ -93,12 +93,6 @@ TEST_F(RenderCommand, TellsWhyAnExportCantBegin) {
     EXPECT_TRUE(printed("Quickrender dir could not be created."));
 }
 
-TEST_F(RenderCommand, ExportsNextToTheDocument) {
-    openDocument(CUBE, R"("RS_EXPORT_TO_FILE": true, "RS_EXPORT_NEXT_TO_DOC": true)");
-    ASSERT_TRUE(render());
-    EXPECT_TRUE(fs::exists(folder() / "document.qzs"));
-}
-
 TEST_F(RenderCommand, WritesOneSceneAFrameAndTheQueue) {
     install(makeRenderer("none", ""));
     openAnimation(
@@ -148,14 +142,6 @@ TEST_F(RenderCommand, HandlesFrameRanges) {
     EXPECT_TRUE(fs::exists(folder() / "fast_frame000004.qzs"));
     EXPECT_NE(readFile(folder() / "fast_frame000002.qzs").find("<pos>0.09999999403953552 0 0</pos>"),
               std::string::npos);
-}
-
-TEST_F(RenderCommand, WritesNoSceneForAnEmptyDocument) {
-    install(makeRenderer("none", ""));
-    openDocument("", exportTo("empty"));
-    ASSERT_TRUE(render());
-    EXPECT_FALSE(fs::exists(folder() / "empty.qzs"));
-    EXPECT_FALSE(printed("Starting export..."));
 }
 
 TEST_F(RenderCommand, CancelsAtTheNextFrame) {

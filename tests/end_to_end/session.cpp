@@ -14,22 +14,33 @@
 
 namespace fs = std::filesystem;
 
+namespace {
+
+/// The folders of the environment that a test has to itself, with their names in the test's folder.
+constexpr std::pair<const char*, const char*> FOLDERS[] = {{"XDG_CONFIG_HOME", "config"}, {"TMPDIR", "temp"}};
+
+} // namespace
+
 Session::Session() {
     std::string name = (fs::temp_directory_path() / "quenza-test-XXXXXX").string();
     folder_ = mkdtemp(name.data());
-    const char* const config = std::getenv("XDG_CONFIG_HOME");
-    oldConfig_ = config ? config : "";
-    fs::create_directory(folder_ / "config");
-    setenv("XDG_CONFIG_HOME", (folder_ / "config").c_str(), 1);
+    for (const auto& [variable, ownFolder] : FOLDERS) {
+        const char* const old = std::getenv(variable);
+        oldFolders_.emplace_back(old ? old : "");
+        fs::create_directory(folder_ / ownFolder);
+        setenv(variable, (folder_ / ownFolder).c_str(), 1);
+    }
     install(QUENZA_RENDERER_DIR);
 }
 
 Session::~Session() {
     host_.reset();
-    if (oldConfig_.empty()) {
-        unsetenv("XDG_CONFIG_HOME");
-    } else {
-        setenv("XDG_CONFIG_HOME", oldConfig_.c_str(), 1);
+    for (size_t i = 0; i < oldFolders_.size(); ++i) {
+        if (oldFolders_[i].empty()) {
+            unsetenv(FOLDERS[i].first);
+        } else {
+            setenv(FOLDERS[i].first, oldFolders_[i].c_str(), 1);
+        }
     }
     std::error_code ignored;
     fs::remove_all(folder_, ignored);

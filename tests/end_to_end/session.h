@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-/// A stand-in host with the plug-in loaded, in a folder of its own: application data, documents and exports
-/// of a test lie there and go with it. The clock stands still.
+/// A stand-in host with the plug-in loaded, in a folder of its own: application data, temporary files,
+/// documents and exports of a test lie there and go with it. The clock stands still.
 class Session : public ::testing::Test {
 protected:
     static constexpr int32_t RENDER_COMMAND = 1023920;
@@ -51,7 +51,7 @@ protected:
 
 private:
     std::filesystem::path folder_;
-    std::string oldConfig_;
+    std::vector<std::string> oldFolders_;
     std::unique_ptr<headless::Host> host_;
     size_t linesSeen_ = 0;
 };
