@@ -2,6 +2,9 @@
 
 set(QUENZA_SETUP_HINT "Run scripts/setup, which installs what the build needs.")
 
+if(WIN32) # Never the import library of a DLL.
+  set(CMAKE_FIND_LIBRARY_SUFFIXES .a)
+endif()
 find_package(ZLIB)
 find_package(double-conversion)
 find_package(nlohmann_json)

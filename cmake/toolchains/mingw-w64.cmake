@@ -14,10 +14,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
-set(CMAKE_FIND_LIBRARY_SUFFIXES .a)
 
-# Wide forms of the system's functions, those of Windows 10, and printf as the standard wants it.
-add_compile_definitions(UNICODE _UNICODE _WIN32_WINNT=0x0A00 __USE_MINGW_ANSI_STDIO=1)
+# The system's functions of Windows 10, and printf as the standard wants it.
+add_compile_definitions(_WIN32_WINNT=0x0A00 __USE_MINGW_ANSI_STDIO=1)
 foreach(kind EXE SHARED MODULE)
   set(CMAKE_${kind}_LINKER_FLAGS_INIT -static)
 endforeach()

@@ -82,12 +82,13 @@ ExitStatus runCommand(Host& host, const Arguments& arguments) {
 }
 
 ExitStatus run(const Arguments& arguments) {
+    const size_t lostBefore = lostImages();
     Host host(hostOptions(arguments));
     const platform::InterruptWatch watch([&host] { host.interrupt(); });
     prepareAnswers(host, arguments);
     host.loadPlugin(pluginFile(host, arguments));
     const ExitStatus status = runCommand(host, arguments);
-    const size_t lost = lostImages();
+    const size_t lost = lostImages() - lostBefore;
     if (status == ExitStatus::done && lost > 0) {
         throw HostError("Not everything was done: " + std::to_string(lost) +
                         (lost == 1 ? " image" : " images") + " could not be written");

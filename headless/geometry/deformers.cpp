@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "foundation/parallel.h"
+#include "foundation/trigonometry.h"
 
 namespace headless::geometry {
 
@@ -43,16 +44,16 @@ bool deform(std::span<Vector> points, const Matrix& toDeformer, const Vector& si
 
 /// (1 - cos t) / t and sin t / t, which stay exact for small t.
 double versineRatio(double t) {
-    return std::abs(t) < 1e-4 ? t / 2.0 : (1.0 - std::cos(t)) / t;
+    return std::abs(t) < 1e-4 ? t / 2.0 : (1.0 - Quenza::cosine(t)) / t;
 }
 
 double sineRatio(double t) {
-    return std::abs(t) < 1e-4 ? 1.0 - t * t / 6.0 : std::sin(t) / t;
+    return std::abs(t) < 1e-4 ? 1.0 - t * t / 6.0 : Quenza::sine(t) / t;
 }
 
 Vec3 turned(const Vec3& p, double angle) {
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
+    const double c = Quenza::cosine(angle);
+    const double s = Quenza::sine(angle);
     return {p.x * c - p.z * s, p.y, p.x * s + p.z * c};
 }
 
@@ -69,8 +70,8 @@ bool bend(std::span<Vector> points, const Matrix& toDeformer, const BendParamete
         const double axisX = stretch * h * versineRatio(t);
         const double axisY = stretch * h * sineRatio(t);
         const double rest = p.y + height / 2.0 - h;
-        const Vec3 bent(axisX + p.x * std::cos(t) + rest * std::sin(t),
-                        axisY - p.x * std::sin(t) + rest * std::cos(t) - height / 2.0, p.z);
+        const Vec3 bent(axisX + p.x * Quenza::cosine(t) + rest * Quenza::sine(t),
+                        axisY - p.x * Quenza::sine(t) + rest * Quenza::cosine(t) - height / 2.0, p.z);
         return turned(bent, parameters.direction);
     });
 }

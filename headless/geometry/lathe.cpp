@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "headless/geometry/lathe.h"
 
+#include "foundation/trigonometry.h"
+
 #include <cmath>
 #include <numbers>
 #include <utility>
@@ -30,8 +32,8 @@ Lathe::Lathe(int segments, int rows) : segments_(segments) {
     mesh_.uvw.reserve(count);
     for (int i = 0; i <= segments; ++i) {
         const double angle = 2.0 * std::numbers::pi * (i % segments) / segments;
-        cosines_.push_back(std::cos(angle));
-        sines_.push_back(std::sin(angle));
+        cosines_.push_back(Quenza::cosine(angle));
+        sines_.push_back(Quenza::sine(angle));
     }
 }
 

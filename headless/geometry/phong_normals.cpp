@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "foundation/parallel.h"
+#include "foundation/trigonometry.h"
 #include "headless/geometry/vertex_corners.h"
 
 namespace headless::geometry {
@@ -49,7 +50,7 @@ public:
         : points_(points), polygons_(polygons), normals_(normals), brokenEdges_(settings.brokenEdges),
           // Rounding must not break the edges of a cube at a limit of 90 degrees.
           lowestCosine_(settings.angleLimited
-                            ? std::cos(std::clamp(settings.angleLimit, 0.0, std::numbers::pi)) - 1e-6
+                            ? Quenza::cosine(std::clamp(settings.angleLimit, 0.0, std::numbers::pi)) - 1e-6
                             : -2.0) {}
 
     /// Writes the normals of all corners at a point into `out`, four per polygon.

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "foundation/trigonometry.h"
 #include "headless/geometry/lathe.h"
 #include "headless/geometry/primitives.h"
 
@@ -151,8 +152,8 @@ PolyMesh makeTorus(const TorusParameters& parameters) {
     std::vector<int> rows;
     for (int i = 0; i < pipeSegments; ++i) {
         const double angle = std::numbers::pi - 2.0 * std::numbers::pi * i / pipeSegments;
-        const double radius = ring + pipe * std::cos(angle);
-        const double y = pipe * std::sin(angle);
+        const double radius = ring + pipe * Quenza::cosine(angle);
+        const double y = pipe * Quenza::sine(angle);
         rows.push_back(std::abs(radius) > 1e-9 * ring ? lathe.addRing(radius, y) : lathe.addPole(y));
     }
     rows.push_back(rows.front());

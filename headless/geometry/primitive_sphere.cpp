@@ -4,6 +4,7 @@
 #include <numbers>
 #include <utility>
 
+#include "foundation/trigonometry.h"
 #include "headless/geometry/lathe.h"
 #include "headless/geometry/primitives.h"
 #include "headless/geometry/subdivided_solid.h"
@@ -21,9 +22,9 @@ PolyMesh makeRowSphere(double radius, int segments, bool upperHalf) {
     int previous = lathe.addPole(radius);
     for (int i = 1; i <= rowCount; ++i) {
         const double v = lastV * i / rowCount;
-        const double y = v == 0.5 ? 0.0 : radius * std::cos(std::numbers::pi * v);
+        const double y = v == 0.5 ? 0.0 : radius * Quenza::cosine(std::numbers::pi * v);
         const int row =
-            v == 1.0 ? lathe.addPole(y) : lathe.addRing(radius * std::sin(std::numbers::pi * v), y);
+            v == 1.0 ? lathe.addPole(y) : lathe.addRing(radius * Quenza::sine(std::numbers::pi * v), y);
         lathe.addWall(previous, row, lastV * (i - 1) / rowCount, v);
         previous = row;
     }

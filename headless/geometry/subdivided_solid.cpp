@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "headless/geometry/subdivided_solid.h"
 
+#include "foundation/trigonometry.h"
+
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -16,7 +18,7 @@ void addRing(std::vector<Vec3>& vertices, int count, double y, double turn) {
     const double radius = std::sqrt(1.0 - y * y);
     for (int i = 0; i < count; ++i) {
         const double angle = 2.0 * std::numbers::pi * (i + turn) / count;
-        vertices.emplace_back(radius * std::cos(angle), y, radius * std::sin(angle));
+        vertices.emplace_back(radius * Quenza::cosine(angle), y, radius * Quenza::sine(angle));
     }
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "headless/model/rotation.h"
 
+#include "foundation/trigonometry.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -69,8 +71,8 @@ Vector perpendicular(const Vector& v) {
 Matrix rotationFromHPB(const Vector& hpb) {
     const double h = static_cast<double>(hpb.x), p = static_cast<double>(hpb.y),
                  b = static_cast<double>(hpb.z);
-    const double sh = std::sin(h), ch = std::cos(h), sp = std::sin(p), cp = std::cos(p), sb = std::sin(b),
-                 cb = std::cos(b);
+    const double sh = Quenza::sine(h), ch = Quenza::cosine(h), sp = Quenza::sine(p), cp = Quenza::cosine(p),
+                 sb = Quenza::sine(b), cb = Quenza::cosine(b);
     Matrix m;
     m.axisX = toVector(ch * cb - sh * sp * sb, -cp * sb, sh * cb + ch * sp * sb);
     m.axisY = toVector(ch * sb + sh * sp * cb, cp * cb, sh * sb - ch * sp * cb);
@@ -101,7 +103,7 @@ Matrix interpolateRotation(const Matrix& from, const Matrix& to, double t) {
         return toMatrix(mix(a, 1.0 - t, b, t));
     }
     const double angle = std::acos(cosine);
-    return toMatrix(mix(a, std::sin((1.0 - t) * angle), b, std::sin(t * angle)));
+    return toMatrix(mix(a, Quenza::sine((1.0 - t) * angle), b, Quenza::sine(t * angle)));
 }
 
 Matrix rotationFromQuaternion(double w, double x, double y, double z) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scene/rotation.h"
 
+#include "foundation/trigonometry.h"
 #include "scene/ostream.h"
 #include "scene/xml_elements.h"
 
@@ -32,8 +33,8 @@ Matrix3d axisAngleMatrix(const Vec3d& axis, double angle) {
     const double x = axis.x / length;
     const double y = axis.y / length;
     const double z = axis.z / length;
-    const double s = std::sin(angle);
-    const double c = std::cos(angle);
+    const double s = sine(angle);
+    const double c = cosine(angle);
     const double t = 1 - c;
     return Matrix3d{{t * x * x + c, t * x * y - s * z, t * x * z + s * y, //
                      t * x * y + s * z, t * y * y + c, t * y * z - s * x, //

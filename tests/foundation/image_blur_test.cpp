@@ -4,6 +4,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <numbers>
 
 using namespace Quenza;
 
@@ -30,7 +31,7 @@ TEST(ImageBlur, SpreadsAPointAsAGaussianInBothDirections) {
         }
     EXPECT_NEAR(total, 1, 1e-5);
     const f32 centre = image.pixel(10, 8)[0];
-    EXPECT_NEAR(double(centre), 1 / (2 * M_PI * 1.5 * 1.5), 1e-3);
+    EXPECT_NEAR(double(centre), 1 / (2 * std::numbers::pi * 1.5 * 1.5), 1e-3);
     for (const auto& [dx, dy] : {std::pair(1, 0), {0, 1}, {2, 1}, {-1, -2}, {-3, 3}, {4, 0}}) {
         const double expected = std::exp(-(dx * dx + dy * dy) / (2 * 1.5 * 1.5));
         EXPECT_NEAR(double(image.pixel(u32(10 + dx), u32(8 + dy))[0] / centre), expected, 1e-4)

@@ -117,7 +117,8 @@ TEST(PlatformTest, LoadsLibraries) {
 
 TEST(PlatformTest, TakesFoldersOfAnyNameAndDepth) {
     const TempDir dir;
-    String folder = dir / "\xc3\xbcn\xc3\xafc\xc3\xb6"
+    String folder = dir / "\xc3\xbcn\xc3\xaf"
+                          "c\xc3\xb6"
                           "de \xe6\xbc\xa2 \xf0\x9f\x8e\xa8";
     FileUtils::createDir(folder);
     for (int i = 0; i < 3; ++i) {
