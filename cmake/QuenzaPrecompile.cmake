@@ -43,7 +43,7 @@ function(quenza_precompile target)
     if(carrier STREQUAL quenza_precompiled_tests)
       quenza_precompiled_headers(${carrier} <gtest/gtest.h>)
       # As test programs are compiled: the compiler takes the headers only under the flags that it made them under.
-      target_compile_options(${carrier} PRIVATE -fPIE ${QUENZA_TEST_OPTIONS})
+      target_compile_options(${carrier} PRIVATE $<$<NOT:$<BOOL:${WIN32}>>:-fPIE> ${QUENZA_TEST_OPTIONS})
       target_link_libraries(${carrier} PRIVATE GTest::gtest_main)
     else()
       quenza_precompiled_headers(${carrier})

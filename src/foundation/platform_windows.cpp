@@ -108,8 +108,11 @@ bool replaceFile(const String& from, const String& to) {
 }
 
 bool listDirectory(const String& path, Vector<String>& names) {
+    std::wstring pattern = toWidePath(path);
+    // Long paths take no second separator.
+    pattern += pattern.ends_with(L'\\') || pattern.ends_with(L'/') ? L"*" : L"\\*";
     WIN32_FIND_DATAW entry;
-    const HANDLE search = FindFirstFileW((toWidePath(path) + L"\\*").c_str(), &entry);
+    const HANDLE search = FindFirstFileW(pattern.c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE)
         return false;
     do {
