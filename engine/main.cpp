@@ -29,6 +29,9 @@ void stopRendering(int signal) {
 bool renderAll(const engine::Options& options) {
     std::signal(SIGINT, stopRendering);
     std::signal(SIGTERM, stopRendering);
+#ifdef SIGBREAK // Ctrl-Break, which unlike Ctrl-C can be sent to one program of a console alone
+    std::signal(SIGBREAK, stopRendering);
+#endif
     const auto isNetwork = [](const auto& entry) { return entry.first == "-n" || entry.first == "-p"; };
     if (std::any_of(options.switches.begin(), options.switches.end(), isNetwork)) {
         std::printf("Note: Rendering over a network is not known; this machine renders alone.\n");
@@ -44,9 +47,10 @@ bool renderAll(const engine::Options& options) {
     return all;
 }
 
-int run(std::vector<std::string> words) {
+int run(std::vector<std::string> words, const std::string& commandLine) {
     const std::string program = words.empty() ? "quenza.exe" : words.front();
     engine::Options options;
+    options.commandLine = commandLine;
     std::string fault;
     if (!words.empty()) {
         words.erase(words.begin());
@@ -82,7 +86,8 @@ int run(std::vector<std::string> words) {
 
 int main(int argc, char** argv) {
     try {
-        return run(Quenza::PlatformUtils::commandLineWords(argc, argv));
+        return run(Quenza::PlatformUtils::commandLineWords(argc, argv),
+                   Quenza::PlatformUtils::commandLine(argc, argv).toStdString());
     } catch (const std::exception& exception) {
         std::fprintf(stderr, "quenza: %s\n", exception.what());
         return 1;

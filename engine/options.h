@@ -12,6 +12,8 @@ namespace engine {
 
 /// The renderer's command line.
 struct Options {
+    /// The line as it was given, for the report.
+    std::string commandLine;
     /// A scene (.qzs) or a render queue (.qzq).
     std::string input;
     /// Switches in the order given, each with its value.

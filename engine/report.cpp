@@ -87,7 +87,7 @@ std::string reportPath(const std::string& input) {
 Report makeReport(const Options& options) {
     Report report;
     report.text =
-        "Quenza renderer report\n\nSwitches:\n" +
+        "Quenza renderer report\n\nCommand line: " + options.commandLine + "\n\nSwitches:\n" +
         listed(options.switches, [](const auto& entry) { return entry.first + " " + entry.second; }) + "\n";
     if (isQueue(options.input)) {
         addQueue(options.input, report);

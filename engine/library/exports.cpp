@@ -6,6 +6,7 @@
 #include "engine/library/hardware_info_interface.h"
 #include "engine/library/renderer_interface.h"
 #include "engine/library/tone_mapper_interface.h"
+#include "foundation/platform.h"
 #include "foundation/string.h"
 #include "foundation/types.h"
 #include "sdk/binding.h"
@@ -42,6 +43,8 @@ constexpr Maker MAKERS[] = {
 } // namespace
 
 QUENZA_EXPORTED void quenzaGlobalLibraryInit(const Quenza::String* /*dll_directory*/) {
+    // For the threads that its helpers leave.
+    Quenza::PlatformUtils::keepThisLibrary();
     initialised = true;
 }
 

@@ -54,6 +54,10 @@ bool createProcess(const String& executablePath, const String& commandLine, bool
 /// The words of the command line, the program's name first, from what `main` got.
 std::vector<std::string> commandLineWords(int count, char** words);
 
+/// The line that started the program: to the letter on Windows; elsewhere a program gets words alone, which
+/// are put together with blanks.
+String commandLine(int count, char** words);
+
 /// Folder of the running program, or "" when the system doesn't tell.
 String getProgramDirectory();
 
@@ -78,6 +82,9 @@ void* loadLibrary(const String& path, String& error);
 /// Address of an exported procedure; null when there is none of that name.
 void* librarySymbol(void* library, const char* name);
 void freeLibrary(void* library);
+/// For a library itself: it stays in memory until the process ends, whoever frees it. Elsewhere than on
+/// Windows it's linked so.
+void keepThisLibrary();
 
 enum class PathKind { MISSING, FILE, DIRECTORY };
 

@@ -136,6 +136,8 @@ void freeLibrary(void* library) {
     dlclose(library);
 }
 
+void keepThisLibrary() {}
+
 PathKind pathKind(const String& path) {
     struct stat status;
     if (stat(path.toStdString().c_str(), &status) != 0)

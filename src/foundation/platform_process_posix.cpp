@@ -139,6 +139,13 @@ std::vector<std::string> commandLineWords(int count, char** words) {
     return std::vector<std::string>(words, words + count);
 }
 
+String commandLine(int count, char** words) {
+    std::string line;
+    for (int i = 0; i < count; ++i)
+        line += std::string(i == 0 ? "" : " ") + words[i];
+    return line;
+}
+
 String getProgramDirectory() {
     std::error_code error;
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);

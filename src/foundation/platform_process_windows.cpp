@@ -95,6 +95,10 @@ std::vector<std::string> commandLineWords(int /*count*/, char** /*words*/) {
     return result;
 }
 
+String commandLine(int /*count*/, char** /*words*/) {
+    return toUtf8(GetCommandLineW());
+}
+
 String getProgramDirectory() {
     std::vector<wchar_t> path(32768); // no path is longer
     const DWORD length = GetModuleFileNameW(nullptr, path.data(), DWORD(path.size()));
@@ -148,6 +152,12 @@ void* librarySymbol(void* library, const char* name) {
 
 void freeLibrary(void* library) {
     FreeLibrary(static_cast<HMODULE>(library));
+}
+
+void keepThisLibrary() {
+    HMODULE module;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
+                       reinterpret_cast<const wchar_t*>(&keepThisLibrary), &module);
 }
 
 } // namespace Quenza::PlatformUtils
