@@ -194,6 +194,16 @@ TEST_F(Descriptions, AnExampleSetsEveryParameterToAnotherValue) {
     }
 }
 
+/// They count the meshes of the whole process.
+std::string withoutMeshNumbers(std::string scene) {
+    const std::string start = "<name>Mesh ";
+    for (size_t at = scene.find(start); at != std::string::npos; at = scene.find(start, at + 1)) {
+        const size_t number = at + start.size();
+        scene.erase(number, scene.find('<', number) - number);
+    }
+    return scene;
+}
+
 TEST_F(Descriptions, EveryParameterReachesTheScene) {
     namespace fs = std::filesystem;
     const fs::path examples = fs::path(QUENZA_SOURCE_DIR) / "examples";
@@ -203,9 +213,10 @@ TEST_F(Descriptions, EveryParameterReachesTheScene) {
     ASSERT_TRUE(render());
     EXPECT_EQ(host().messages(), std::vector<std::string>{});
     // The document says so: next to itself, with the images in a folder beside.
-    const std::string scene = readFile(folder() / "every-parameter.qzs");
-    EXPECT_EQ(replaceAll(scene, folder().string(), "FOLDER"),
-              readFile(fs::path(QUENZA_SOURCE_DIR) / "tests/end_to_end/golden/every-parameter.qzs"));
+    const std::string scene =
+        replaceAll(readScene(folder() / "every-parameter.qzs"), folder().generic_string(), "FOLDER");
+    const fs::path golden = fs::path(QUENZA_SOURCE_DIR) / "tests/end_to_end/golden/every-parameter.qzs";
+    EXPECT_EQ(withoutMeshNumbers(scene), withoutMeshNumbers(readFile(golden)));
     EXPECT_TRUE(fs::is_directory(folder() / "every-parameter.renders"));
 }
 

@@ -24,8 +24,27 @@ protected:
         install(makeRenderer("recorder", "for scene; do :; done\necho \"$scene\" > \"" + file +
                                              ".part\"\nmv \"" + file + ".part\" \"" + file + "\"\n"));
     }
-    fs::path sceneNameFile() const { return folder() / "scene-name"; }
-    fs::path previewScene() const { return folder() / "temp" / "quenza_ies_preview" / "ies_preview.qzs"; }
+#ifdef _WIN32
+    fs::path sceneNameFile() const {
+        return folder() / "recorder" / "done";
+    }
+    /// The renderer's line ends with the scene's path in quotes.
+    static std::string sceneName(const std::string& told) {
+        const size_t end = told.rfind('"');
+        const size_t start = told.rfind('"', end - 1);
+        return told.substr(start + 1, end - start - 1) + "\n";
+    }
+#else
+    fs::path sceneNameFile() const {
+        return folder() / "scene-name";
+    }
+    static std::string sceneName(const std::string& told) {
+        return told;
+    }
+#endif
+    fs::path previewScene() const {
+        return folder() / "temp" / "quenza_ies_preview" / "ies_preview.qzs";
+    }
 
     bool pressPreview() {
         headless::Tag* const tag = host().document()->objects().first()->tag(LIGHT_TAG);
@@ -48,7 +67,7 @@ TEST_F(Lights, ReachASceneThatReadsBackWithTheDefaultProfileBesideThePlugIn) {
     EXPECT_EQ(summary.faults, std::vector<std::string>{});
     EXPECT_EQ(summary.nodes.at("sphere"), 1u);
     EXPECT_EQ(summary.nodes.at("model2"), 2u);
-    const fs::path profile = fs::path(QUENZA_BIN_DIR) / "presets" / "default.ies";
+    const fs::path profile = fs::absolute(QUENZA_BIN_DIR "/presets/default.ies");
     EXPECT_NE(readFile(scene).find("<path>" + profile.string() + "</path>"), std::string::npos);
     EXPECT_EQ(readFile(profile), readFile(QUENZA_SOURCE_DIR "/presets/default.ies"));
 }
@@ -60,14 +79,14 @@ TEST_F(Lights, PreviewButtonOpensARoomLitByTheChosenProfile) {
         std::string parameters;
         std::string profile;
     } cases[] = {
-        {"", (fs::path(QUENZA_BIN_DIR) / "presets" / "default.ies").string()},
+        {"", fs::absolute(QUENZA_BIN_DIR "/presets/default.ies").string()},
         {R"("LIGHT_IES_FILE": {"file": "lamp.ies"})", (folder() / "lamp.ies").string()},
     };
     for (const auto& test : cases) {
         openDocument(lightWithTag(test.parameters));
         EXPECT_TRUE(pressPreview());
         ASSERT_TRUE(waitFor(sceneNameFile())) << "the renderer was never started";
-        EXPECT_EQ(readFile(sceneNameFile()), previewScene().string() + "\n");
+        EXPECT_EQ(sceneName(readFile(sceneNameFile())), previewScene().string() + "\n");
         fs::remove(sceneNameFile());
         const Quenza::SceneSummary summary = Quenza::summariseScene(previewScene().string());
         EXPECT_EQ(summary.faults, std::vector<std::string>{});

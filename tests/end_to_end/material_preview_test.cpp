@@ -56,7 +56,7 @@ protected:
 
 TEST_F(MaterialPreviewCommand, ShowsMaterialsOnTheScenes) {
     ASSERT_EQ(preview("--material Red --image shown/red.png"), 0) << errors;
-    EXPECT_TRUE(out.ends_with("Image: " + (folder() / "shown/red.png").string() + "\n")) << out;
+    EXPECT_TRUE(out.ends_with("Image: " + (folder() / "shown" / "red.png").string() + "\n")) << out;
     const Vector red = middleOf("shown/red.png");
     EXPECT_GT(red.x, 3.0f * red.z);
     EXPECT_GT(red.x, 0.1f);
@@ -101,7 +101,7 @@ class PreviewScenes : public Session {
 protected:
     PreviewScenes() {
         const fs::path bin = QUENZA_BIN_DIR;
-        fs::create_symlink(bin / "cquenza.so", folder() / "cquenza.so");
+        Quenza::link(bin / Quenza::PLUGIN_NAME, folder() / Quenza::PLUGIN_NAME);
         fs::copy(bin / "res", folder() / "res", fs::copy_options::recursive);
         fs::remove_all(scenes());
         fs::create_directory(scenes());
@@ -110,7 +110,7 @@ protected:
     void addScene(const std::string& name, const std::string& text) const {
         writeFile(scenes() / name, text);
     }
-    void load() { startHost().loadPlugin(folder() / "cquenza.so"); }
+    void load() { startHost().loadPlugin(folder() / Quenza::PLUGIN_NAME); }
 };
 
 TEST_F(PreviewScenes, AreTheDocumentsOfTheFolder) {

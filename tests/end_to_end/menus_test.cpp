@@ -22,7 +22,7 @@ protected:
         const BaseContainer* const found = host().menus().find(name);
         return found ? describe(*found) : "none";
     }
-    void loadPlugin() { host().loadPlugin(std::filesystem::path(QUENZA_BIN_DIR) / "cquenza.so"); }
+    void loadPlugin() { host().loadPlugin(Quenza::PLUGIN_PATH); }
 };
 
 constexpr const char* RENDERER_MENU = "2 [1 Quenza Renderer, 4 PLUGIN_CMD_1023599, 3 PLUGIN_CMD_1023695, "

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "end_to_end/picture_fixture.h"
 
+#include "end_to_end/plugin_folder.h"
 #include "headless/documents/load_document.h"
 #include "headless/model/handles.h"
 #include "host/plugin_data.h"
@@ -30,13 +31,9 @@ std::vector<int> Picture::pixel(int32_t x, int32_t y) const {
 }
 
 PictureFixture::PictureFixture() {
-    const fs::path bin = QUENZA_BIN_DIR;
-    fs::create_symlink(bin / "cquenza.so", folder() / "cquenza.so");
-    fs::create_symlink(bin / "res", folder() / "res");
-    fs::create_directory(folder() / "quenza_x64");
-    const fs::path library = folder() / "quenza_x64" / "quenza_sdk.dll";
-    fs::create_symlink(capture::CapturingLibrary::folder() / "quenza_sdk.dll", library);
-    library_ = std::make_unique<capture::CapturingLibrary>(library);
+    plugin_ = placePlugin(folder());
+    library_ = std::make_unique<capture::CapturingLibrary>(
+        placeLibrary(folder(), "capturing_x64", "quenza_sdk.dll"));
     install(folder() / "nowhere");
 }
 
@@ -45,7 +42,11 @@ PictureFixture::~PictureFixture() {
 }
 
 void PictureFixture::removeLibrary() {
-    fs::remove(folder() / "quenza_x64" / "quenza_sdk.dll");
+    const fs::path library = folder() / "quenza_x64" / "quenza_sdk.dll";
+    if (fs::exists(library)) {
+        // It's open: Windows lets nobody remove it.
+        fs::rename(library, folder() / "quenza_x64" / "open.dll");
+    }
 }
 
 fs::path PictureFixture::writeDocumentFile(const std::string& name, const std::string& settings) {
@@ -60,7 +61,7 @@ fs::path PictureFixture::writeDocumentFile(const std::string& name, const std::s
 }
 
 void PictureFixture::startPlugin(const std::string& settings) {
-    startHost(true).loadPlugin(folder() / "cquenza.so");
+    startHost(true).loadPlugin(plugin_);
     openFile(writeDocumentFile("document.json", settings));
     newLines();
 }

@@ -77,5 +77,6 @@ protected:
     void removeLibrary();
 
 private:
+    std::filesystem::path plugin_;
     std::unique_ptr<capture::CapturingLibrary> library_;
 };

@@ -3,7 +3,7 @@
 
 #include "headless/images/image_files.h"
 
-#include <cstdlib>
+#include <thread>
 
 namespace {
 
@@ -25,16 +25,20 @@ TEST_F(Session, ProgramsThatRenderAtOnceKeepTheirTexturesApart) {
         "renderData": [{"width": 12, "height": 8, "videoPosts": [{"type": 1020896, "parameters": {
             "RS_HALT_SPP": 8}}]}]})";
     constexpr int PROGRAMS = 4;
-    std::string command = "cd '" + folder().string() + "'; status=0; programs=;";
+    std::vector<std::thread> programs;
+    int statuses[PROGRAMS] = {};
     for (int i = 0; i < PROGRAMS; ++i) {
-        const std::string name = std::to_string(i);
-        writeFile(folder() / (name + ".json"),
-                  replaceAll(DOCUMENT, "COLOUR", i % 2 == 0 ? "[1, 0, 0]" : "[0, 0, 1]"));
-        command += " " QUENZA_BIN_DIR "/quenza-headless --fixed-clock '2026-11-24 09:05:07' picture " + name +
-                   ".json --image " + name + ".png > " + name + ".txt 2>&1 & programs=\"$programs $!\";";
+        const std::string name = (folder() / std::to_string(i)).string();
+        writeFile(name + ".json", replaceAll(DOCUMENT, "COLOUR", i % 2 == 0 ? "[1, 0, 0]" : "[0, 0, 1]"));
+        programs.emplace_back([name, &status = statuses[i]] {
+            status =
+                runInShell(programPath("quenza-headless") + " --fixed-clock '2026-11-24 09:05:07' picture '" +
+                           name + ".json' --image '" + name + ".png' > '" + name + ".txt' 2>&1");
+        });
     }
-    command += " for program in $programs; do wait $program || status=1; done; exit $status";
-    EXPECT_EQ(std::system(command.c_str()), 0);
+    for (std::thread& program : programs) {
+        program.join();
+    }
     for (int i = 0; i < PROGRAMS; ++i) {
         SCOPED_TRACE(readFile(folder() / (std::to_string(i) + ".txt")));
         headless::Image image;

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#ifdef __linux__ // which tells the number of threads
+
 // Renders of a tiny scene, by the renderer's library, that are started and ended in a row in one process, in
 // each phase in turn, while the artist is busy at random. Made for the sanitizers, so not called Slow:
 //
@@ -82,9 +84,7 @@ std::ptrdiff_t countThreads() {
 class PictureStress : public Session {
 protected:
     PictureStress() {
-        startHost(false, [this](const std::string& text) {
-            watch(text);
-        }).loadPlugin(fs::path(QUENZA_BIN_DIR) / "cquenza.so");
+        startHost(false, [this](const std::string& text) { watch(text); }).loadPlugin(Quenza::PLUGIN_PATH);
     }
     ~PictureStress() override { stop(); }
 
@@ -292,3 +292,5 @@ TEST_F(PictureStress, RendersEndInAnyPhaseAndLeaveNothingBehind) {
         await("the end of threads", [&] { return countThreads() <= mostThreads; });
     }
 }
+
+#endif

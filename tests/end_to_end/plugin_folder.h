@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/built_files.h"
+
 #include <filesystem>
 #include <string>
 
@@ -8,10 +10,10 @@
 
 /// Puts the plug-in there and gives its file.
 inline std::filesystem::path placePlugin(const std::filesystem::path& folder) {
-    for (const char* const entry : {"cquenza.so", "res"}) {
-        std::filesystem::create_symlink(std::filesystem::path(QUENZA_BIN_DIR) / entry, folder / entry);
+    for (const char* const entry : {Quenza::PLUGIN_NAME, "res"}) {
+        Quenza::link(std::filesystem::path(QUENZA_BIN_DIR) / entry, folder / entry);
     }
-    return folder / "cquenza.so";
+    return folder / Quenza::PLUGIN_NAME;
 }
 
 /// Puts a library there that was built into `builtFolder`, under the name given, and gives its file.
@@ -19,7 +21,6 @@ inline std::filesystem::path placeLibrary(const std::filesystem::path& folder, c
                                           const std::string& name) {
     const std::filesystem::path file = folder / "quenza_x64" / name;
     std::filesystem::create_directories(file.parent_path());
-    std::filesystem::create_symlink(std::filesystem::path(QUENZA_BIN_DIR) / builtFolder / "quenza_sdk.dll",
-                                    file);
+    Quenza::link(std::filesystem::path(QUENZA_BIN_DIR) / builtFolder / "quenza_sdk.dll", file);
     return file;
 }

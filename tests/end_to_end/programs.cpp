@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "end_to_end/programs.h"
 
-#include <cstdlib>
 #include <map>
-#include <sys/wait.h>
 #include <tinyxml.h>
 
 namespace fs = std::filesystem;
@@ -63,12 +61,13 @@ std::string withoutBakeNumbers(std::string text) {
 int Programs::run(const std::string& command) {
     const fs::path outFile = folder() / "stdout";
     const fs::path errorFile = folder() / "stderr";
-    const int status = std::system(("cd '" + folder().string() + "' && " QUENZA_BIN_DIR "/" + command +
-                                    " > '" + outFile.string() + "' 2> '" + errorFile.string() + "'")
-                                       .c_str());
+    const size_t nameEnd = command.find(' ');
+    const int status = runInShell(programPath(command.substr(0, nameEnd)) + command.substr(nameEnd) + " > '" +
+                                      outFile.string() + "' 2> '" + errorFile.string() + "'",
+                                  folder());
     out = readFile(outFile);
     errors = readFile(errorFile);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return status;
 }
 
 int Programs::headless(const std::string& words) {

@@ -42,7 +42,7 @@ protected:
 };
 
 TEST_F(RealtimeCommand, TellsWhatIsWrong) {
-    const std::string product = plugin("cquenza.so");
+    const std::string product = plugin(Quenza::PLUGIN_NAME);
     writeFile(folder() / "cube.json", R"({"format": "quenza-headless-document", "version": 1,
         "objects": [{"type": "cube", "name": "Cube"}]})");
     const struct {
@@ -81,9 +81,11 @@ TEST_F(RealtimeCommand, TellsWhatIsWrong) {
 /// A brown table fills the picture; the camera of the second run goes far below it, where all is grey.
 TEST_F(RealtimeCommand, ShowsWhatTheMovedCameraSees) {
     const std::string example = (fs::path(QUENZA_SOURCE_DIR) / "examples/still-life.json").string();
-    std::vector<std::string> words = {
-        "--plugin", plugin("cquenza_realtime.so"), "realtime", example, "--seconds", "0.1", "--size", "40x30",
-        "--image"};
+    std::vector<std::string> words = {"--plugin",  plugin(Quenza::REALTIME_PLUGIN_NAME),
+                                      "realtime",  example,
+                                      "--seconds", "0.1",
+                                      "--size",    "40x30",
+                                      "--image"};
     std::vector<std::string> moved = words;
     words.push_back(path("still.png"));
     moved.insert(moved.end(), {path("moved.png"), "--move-camera", "0,-5000,0"});

@@ -29,8 +29,8 @@ class RealtimePreviewTest : public Session {
 protected:
     RealtimePreviewTest() {
         const fs::path bin = QUENZA_BIN_DIR;
-        fs::create_symlink(bin / "cquenza_realtime.so", folder() / "cquenza_realtime.so");
-        fs::create_symlink(bin / "res", folder() / "res");
+        Quenza::link(bin / Quenza::REALTIME_PLUGIN_NAME, folder() / Quenza::REALTIME_PLUGIN_NAME);
+        Quenza::link(bin / "res", folder() / "res");
         fs::create_directory(folder() / "quenza_x64");
         install(folder() / "nowhere");
     }
@@ -38,13 +38,13 @@ protected:
 
     void addLibrary() {
         const fs::path file = folder() / "quenza_x64" / "quenza_sdk.dll";
-        fs::create_symlink(capture::CapturingLibrary::folder() / "quenza_sdk.dll", file);
+        Quenza::link(capture::CapturingLibrary::folder() / "quenza_sdk.dll", file);
         library_ = std::make_unique<capture::CapturingLibrary>(file);
     }
     capture::Control& control() const { return **library_; }
     /// Opens a document with a cube and the preview on it.
     void open() {
-        startHost(true).loadPlugin(folder() / "cquenza_realtime.so");
+        startHost(true).loadPlugin(folder() / Quenza::REALTIME_PLUGIN_NAME);
         openDocument(R"({"type": "cube", "name": "Cube"})");
         openPreview();
         newLines();

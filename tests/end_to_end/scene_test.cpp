@@ -40,12 +40,12 @@ protected:
 /// portal.
 TEST_F(Scene, IsWrittenToTheByte) {
     const fs::path golden = fs::path(QUENZA_SOURCE_DIR) / "tests/end_to_end/golden";
-    const std::string run =
-        std::string(QUENZA_BIN_DIR) + "/quenza-headless --fixed-clock '2026-11-24 09:05:07' render " +
-        (golden / "corner.json").string() + " --to " + (folder() / "corner.qzs").string() + " > " +
-        (folder() / "log").string() + " 2>&1";
-    ASSERT_EQ(std::system(run.c_str()), 0) << readFile(folder() / "log");
-    EXPECT_EQ(readFile(folder() / "corner.qzs"), readFile(golden / "corner.qzs"));
+    const std::string run = programPath("quenza-headless") + " --fixed-clock '2026-11-24 09:05:07' render '" +
+                            (golden / "corner.json").string() + "' --to '" +
+                            (folder() / "corner.qzs").string() + "' > '" + (folder() / "log").string() +
+                            "' 2>&1";
+    ASSERT_EQ(runInShell(run), 0) << readFile(folder() / "log");
+    EXPECT_EQ(readScene(folder() / "corner.qzs"), readFile(golden / "corner.qzs"));
     EXPECT_EQ(listFiles(folder() / "corner_meshes"),
               (std::vector<std::string>{"mesh_2039342014_152.qzmesh", "mesh_438071331_84.qzmesh"}));
 }

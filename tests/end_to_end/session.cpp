@@ -8,46 +8,54 @@
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
+#include <random>
 #include <sstream>
 #include <thread>
 #include <utility>
+
+#ifndef _WIN32
+#include <sys/wait.h>
+#endif
 
 namespace fs = std::filesystem;
 
 namespace {
 
-/// The folders of the environment that a test has to itself, with their names in the test's folder.
-constexpr std::pair<const char*, const char*> FOLDERS[] = {{"XDG_CONFIG_HOME", "config"}, {"TMPDIR", "temp"}};
+#ifdef _WIN32
+constexpr const char* TEMPORARY_FOLDER = "TMP";
+constexpr const char* PROGRAM_SUFFIX = ".exe";
+#else
+constexpr const char* TEMPORARY_FOLDER = "TMPDIR";
+constexpr const char* PROGRAM_SUFFIX = "";
+#endif
+
+fs::path makeFolder() {
+    std::random_device random;
+    fs::path folder;
+    do {
+        folder = fs::temp_directory_path() / ("quenza-test-" + std::to_string(random()));
+    } while (!fs::create_directory(folder));
+    fs::create_directory(folder / "config");
+    fs::create_directory(folder / "temp");
+    return folder;
+}
 
 } // namespace
 
-Session::Session() {
-    std::string name = (fs::temp_directory_path() / "quenza-test-XXXXXX").string();
-    folder_ = mkdtemp(name.data());
-    for (const auto& [variable, ownFolder] : FOLDERS) {
-        const char* const old = std::getenv(variable);
-        oldFolders_.emplace_back(old ? old : "");
-        fs::create_directory(folder_ / ownFolder);
-        setenv(variable, (folder_ / ownFolder).c_str(), 1);
-    }
+Session::Session()
+    : folder_(makeFolder()), profile_(folder_ / "config"),
+      temporary_(TEMPORARY_FOLDER, (folder_ / "temp").string()) {
     install(QUENZA_RENDERER_DIR);
 }
 
 Session::~Session() {
     host_.reset();
-    for (size_t i = 0; i < oldFolders_.size(); ++i) {
-        if (oldFolders_[i].empty()) {
-            unsetenv(FOLDERS[i].first);
-        } else {
-            setenv(FOLDERS[i].first, oldFolders_[i].c_str(), 1);
-        }
-    }
     std::error_code ignored;
     fs::remove_all(folder_, ignored);
 }
 
 headless::Host& Session::start() {
-    startHost().loadPlugin(fs::path(QUENZA_BIN_DIR) / "cquenza.so");
+    startHost().loadPlugin(Quenza::PLUGIN_PATH);
     return *host_;
 }
 
@@ -65,18 +73,20 @@ headless::Host& Session::startHost(bool hasDrivenClock, headless::LineSink statu
     return *host_;
 }
 
-void Session::install(const fs::path& rendererFolder) {
-    writeFile(folder_ / "config" / "registry.ini",
-              "[Software\\Tessaly Works\\Quenza Renderer]\nInstallDirectory=" + rendererFolder.string() +
-                  "\n");
+void Session::install(const fs::path& rendererFolder, const std::string& edition) {
+    profile_.install(rendererFolder, edition);
 }
 
-fs::path Session::makeRenderer(const std::string& name, const std::string& script) {
+fs::path Session::makeRenderer(const std::string& name, [[maybe_unused]] const std::string& script) {
     const fs::path renderer = folder_ / name;
     fs::create_directory(renderer);
     for (const char* const program : {"quenza.exe", "quenza_console.exe"}) {
+#ifdef _WIN32
+        fs::copy_file(fs::path(QUENZA_BIN_DIR) / "child_program.exe", renderer / program);
+#else
         writeFile(renderer / program, "#!/bin/sh\n" + script);
         fs::permissions(renderer / program, fs::perms::owner_all);
+#endif
     }
     return renderer;
 }
@@ -127,12 +137,43 @@ bool Session::waitFor(const fs::path& file) {
     return true;
 }
 
+int runInShell(const std::string& line, const fs::path& folder) {
+#ifdef _WIN32
+    // The shell takes away the outer quotes.
+    const std::string whole = "\"cd /d '" + folder.string() + "' && " + line + "\"";
+    return std::system(replaceAll(whole, "'", "\"").c_str());
+#else
+    const int status = std::system(("cd '" + folder.string() + "' && " + line).c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+#endif
+}
+
+std::string programPath(const std::string& name) {
+    return "'" + (fs::path(QUENZA_BIN_DIR) / (name + PROGRAM_SUFFIX)).string() + "'";
+}
+
+std::string jsonPath(const fs::path& path) {
+    return replaceAll(path.string(), "\\", "\\\\");
+}
+
 std::string readFile(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);
     EXPECT_TRUE(in.good()) << file;
     std::ostringstream text;
     text << in.rdbuf();
+#ifdef _WIN32 // whose texts have other line ends
+    return replaceAll(text.str(), "\r\n", "\n");
+#else
     return text.str();
+#endif
+}
+
+std::string readScene(const fs::path& file) {
+#ifdef _WIN32
+    return replaceAll(readFile(file), "\\", "/");
+#else
+    return readFile(file);
+#endif
 }
 
 void writeFile(const fs::path& file, const std::string& text) {
@@ -145,7 +186,7 @@ std::vector<std::string> listFiles(const fs::path& folder) {
     std::vector<std::string> files;
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {
         if (!entry.is_directory()) {
-            files.push_back(fs::relative(entry.path(), folder).string());
+            files.push_back(fs::relative(entry.path(), folder).generic_string());
         }
     }
     std::sort(files.begin(), files.end());

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "headless/runtime/host.h"
+#include "support/built_files.h"
+#include "support/user_profile.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -29,9 +31,10 @@ protected:
     headless::Host& host() { return *host_; }
     void stop() { host_.reset(); }
 
-    /// Puts the renderer's folder into the registry.
-    void install(const std::filesystem::path& rendererFolder);
-    /// Makes a renderer of a shell script, in a folder of its own.
+    /// Puts the renderer's folder into the registry, for one edition alone.
+    void install(const std::filesystem::path& rendererFolder, const std::string& edition = "Quenza Renderer");
+    /// Makes a renderer of a shell script, in a folder of its own. On Windows, which starts no scripts, it's
+    /// a program that writes how it was started into the file "done" beside it.
     std::filesystem::path makeRenderer(const std::string& name, const std::string& script);
 
     /// Writes a JSON document of the objects and settings given and opens it. `settings` are parameters of
@@ -50,13 +53,24 @@ protected:
     static bool waitFor(const std::filesystem::path& file);
 
 private:
-    std::filesystem::path folder_;
-    std::vector<std::string> oldFolders_;
+    const std::filesystem::path folder_;
+    const Quenza::UserProfile profile_;
+    const Quenza::Variable temporary_;
     std::unique_ptr<headless::Host> host_;
     size_t linesSeen_ = 0;
 };
 
+/// Gives a line to the system's shell and returns the exit status. What is quoted stands in single quotes.
+int runInShell(const std::string& line,
+               const std::filesystem::path& folder = std::filesystem::current_path());
+/// A program of this build, for such a line.
+std::string programPath(const std::string& name);
+/// A path within a text of JSON.
+std::string jsonPath(const std::filesystem::path& path);
+/// With the line ends of Linux.
 std::string readFile(const std::filesystem::path& file);
+/// With the separators of Linux, too.
+std::string readScene(const std::filesystem::path& file);
 void writeFile(const std::filesystem::path& file, const std::string& text);
 /// Files below a folder, relative, in order.
 std::vector<std::string> listFiles(const std::filesystem::path& folder);

@@ -11,7 +11,6 @@
 #include "support/capturing_library.h"
 
 #include <algorithm>
-#include <dlfcn.h>
 
 namespace {
 
@@ -158,7 +157,7 @@ TEST_F(Startup, LoadsTheLibraryBesideItAndPrintsTheBanner) {
     start();
     const std::vector<std::string> lines = newLines();
     ASSERT_EQ(lines.size(), 7u);
-    EXPECT_EQ(lines[0], "Loading quenza from: " + (fs::path(QUENZA_BIN_DIR) / "quenza_x64").string());
+    EXPECT_EQ(lines[0], "Loading quenza from: " + fs::absolute(QUENZA_BIN_DIR "/quenza_x64").string());
     EXPECT_EQ(lines[1], "Successfully initialised Quenza Renderer.");
     EXPECT_EQ(lines[2], std::string("\n") + DECORATION);
     EXPECT_EQ(lines[3], "._.-. Quenza for Cinema 4D 3.6.24");
@@ -169,11 +168,8 @@ TEST_F(Startup, LoadsTheLibraryBesideItAndPrintsTheBanner) {
 
 TEST_F(Startup, CountsInitsAndRefusesOldHosts) {
     startHost();
-    const auto close = [](void* library) { dlclose(library); };
-    const std::unique_ptr<void, decltype(close)> library(
-        dlopen((fs::path(QUENZA_BIN_DIR) / "cquenza.so").c_str(), RTLD_NOW | RTLD_LOCAL), close);
-    ASSERT_NE(library, nullptr) << dlerror();
-    const auto entry = reinterpret_cast<PluginEntry>(dlsym(library.get(), "c4d_main"));
+    const Quenza::LoadedLibrary library(Quenza::PLUGIN_PATH);
+    const auto entry = library.find<PluginEntry>("c4d_main");
     ASSERT_NE(entry, nullptr);
     HostTable tables = *headless::hostTable();
     Filename path("/somewhere");

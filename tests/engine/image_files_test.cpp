@@ -3,6 +3,7 @@
 #include "engine/output.h"
 
 #include "foundation/image_buffers.h"
+#include "support/system_texts.h"
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
@@ -81,9 +82,9 @@ TEST(ImageFiles, QZIHoldsTheNamedLayers) {
 TEST(ImageFiles, AFailedWriteSaysWhyAndLeavesTheOldFile) {
     const TempDir dir;
     const std::string nowhere = (dir / "no/such/folder/a").toStdString();
-    EXPECT_EQ(writePNG(nowhere, 1, 1, {0, 0, 0}), "No such file or directory");
-    EXPECT_EQ(writeEXR(nowhere, gradient(1, 1)), "No such file or directory");
-    EXPECT_EQ(writeQZI(nowhere, {gradient(1, 1)}, {"a"}), "No such file or directory");
+    EXPECT_EQ(writePNG(nowhere, 1, 1, {0, 0, 0}), Quenza::noSuchFolder());
+    EXPECT_EQ(writeEXR(nowhere, gradient(1, 1)), Quenza::noSuchFolder());
+    EXPECT_EQ(writeQZI(nowhere, {gradient(1, 1)}, {"a"}), Quenza::noSuchFolder());
     Quenza::writeBytes(dir / "old.png", "old");
     EXPECT_EQ(writePNG((dir / "old.png").toStdString(), 4, 4, {0}), "the image's size is wrong");
     EXPECT_EQ(Quenza::fileBytes(dir / "old.png"), "old");

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "engine/picture_compare.h"
+#include "engine/program_run.h"
 #include "engine/render_threads.h"
 #include "engine/run_time_library.h"
 #include "engine/scene_builder.h"
@@ -8,10 +9,18 @@
 #include "support/temp_dir.h"
 
 #include <atomic>
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <random>
 #include <stdexcept>
+
+#ifdef _WIN32
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
 
 namespace {
 
@@ -74,10 +83,18 @@ TEST(LibraryBoundary, CreatesWhatItKnowsBetweenInitAndShutdown) {
 }
 
 TEST(LibraryBoundary, StaysInMemoryForTheThreadsThatItsHelpersLeave) {
-    { const RunTimeLibrary library(FULL); }
+    {
+        const RunTimeLibrary library(FULL);
+        library.init(nullptr);
+        library.shutdown();
+    }
+#ifdef _WIN32
+    EXPECT_NE(GetModuleHandleA("quenza_sdk.dll"), nullptr);
+#else
     void* const kept = dlopen(FULL, RTLD_NOW | RTLD_NOLOAD);
     ASSERT_NE(kept, nullptr);
     dlclose(kept);
+#endif
 }
 
 TEST_F(Library, ListsTheProcessorAsTheOnlyDevice) {
@@ -102,10 +119,9 @@ TEST(LibraryPicture, IsThatOfTheProgram) {
     const String scene = temp / "scene.qzs";
     builder.root->writeToXMLFile(scene, false, nullptr);
     const std::string png = (temp / "scene.png").toStdString();
-    const std::string line = std::string(QUENZA_RENDERER_DIR) + "/quenza_console.exe -seed 5 --settings " +
-                             "'<halt_samples_per_pixel>100</halt_samples_per_pixel>' -o " + png + " " +
-                             scene.toStdString() + " > " + (temp / "log").toStdString();
-    ASSERT_EQ(std::system(line.c_str()), 0) << fileBytes(temp / "log");
+    ProgramRun program({"-seed", "5", "--settings", "<halt_samples_per_pixel>100</halt_samples_per_pixel>",
+                        "-o", png, scene.toStdString()});
+    ASSERT_EQ(program.exitCode(), 0) << program.text();
     std::string fault;
     const auto expected = engine::loadImage(png, fault);
     ASSERT_TRUE(expected) << fault;

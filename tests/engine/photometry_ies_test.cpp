@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "engine/photometry_ies.h"
 
+#include "support/system_texts.h"
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
@@ -101,7 +102,7 @@ TEST(PhotometryIES, EveryBadFileHasItsText) {
         EXPECT_EQ(faultOf(c.text), c.fault) << c.text;
     std::string fault;
     EXPECT_FALSE(IESDistribution::load("/nowhere/x.ies", fault));
-    EXPECT_EQ(fault, "CreateFile failed: No such file or directory");
+    EXPECT_EQ(fault, "CreateFile failed: " + Quenza::noSuchFolder());
 }
 
 TEST(PhotometryIES, EveryShorterFileEndsInAFaultOrIsWhole) {

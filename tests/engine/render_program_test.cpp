@@ -1,75 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "engine/images/image_file.h"
+#include "engine/program_run.h"
 #include "engine/scene_builder.h"
 #include "foundation/file_utils.h"
 #include "scene/materials/sun_sky_material.h"
 #include "support/temp_dir.h"
 
-#include <cerrno>
-#include <csignal>
-#include <cstdio>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
 using namespace Quenza;
-
-/// The console renderer, started on arguments; what it prints is read from a pipe.
-class Program {
-public:
-    explicit Program(const std::vector<std::string>& arguments) {
-        int ends[2];
-        EXPECT_EQ(pipe(ends), 0);
-        std::vector<std::string> line = arguments;
-        line.insert(line.begin(), QUENZA_RENDERER_DIR "/quenza_console.exe");
-        std::vector<char*> pointers;
-        for (std::string& argument : line) {
-            pointers.push_back(argument.data());
-        }
-        pointers.push_back(nullptr);
-        id_ = fork();
-        if (id_ == 0) {
-            dup2(ends[1], STDOUT_FILENO);
-            dup2(ends[1], STDERR_FILENO);
-            close(ends[0]);
-            execv(pointers[0], pointers.data());
-            _exit(127);
-        }
-        close(ends[1]);
-        output_ = fdopen(ends[0], "r");
-    }
-    ~Program() { std::fclose(output_); }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-
-    /// False when the program ended without printing it.
-    bool waitForText(const std::string& wanted) {
-        char line[4096];
-        while (std::fgets(line, sizeof line, output_)) {
-            text_ += line;
-            if (std::string(line).find(wanted) != std::string::npos) {
-                return true;
-            }
-        }
-        return false;
-    }
-    void interrupt() const { kill(id_, SIGINT); }
-    int exitCode() {
-        waitForText("\n\n\n never printed");
-        int status = 0;
-        while (waitpid(id_, &status, 0) < 0 && errno == EINTR) {
-        }
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-    const std::string& text() const { return text_; }
-
-private:
-    pid_t id_ = -1;
-    std::FILE* output_ = nullptr;
-    std::string text_;
-};
 
 class RenderProgram : public ::testing::Test {
 protected:
@@ -97,8 +38,8 @@ protected:
 
 TEST_F(RenderProgram, WritesTheFilesThatItsLineNames) {
     const std::string scene = writeScene("a.qzs", 4).toStdString();
-    Program program({"-seed", "5", "-o", path("o.png"), "-qzio", path("q.qzi"), "-uexro", path("u.exr"),
-                     "-texro", path("t.exr"), scene});
+    ProgramRun program({"-seed", "5", "-o", path("o.png"), "-qzio", path("q.qzi"), "-uexro", path("u.exr"),
+                        "-texro", path("t.exr"), scene});
     EXPECT_EQ(program.exitCode(), 0) << program.text();
     expectImage(path("o.png"));
     expectImage(path("u.exr"));
@@ -106,16 +47,16 @@ TEST_F(RenderProgram, WritesTheFilesThatItsLineNames) {
     EXPECT_TRUE(exists(path("q.qzi")));
     EXPECT_FALSE(exists(path("a.png")));
     EXPECT_NE(program.text().find("4.00 samples per pixel, done\n"), std::string::npos) << program.text();
-    const std::string report = fileBytes(path("a.report.txt"));
+    const std::string report = unixLines(fileBytes(path("a.report.txt")));
     EXPECT_EQ(report.substr(report.rfind("Result:")), "Result: no faults\n");
 }
 
 TEST_F(RenderProgram, PutsTheImageBesideTheSceneAndObeysSettings) {
     const std::string scene = writeScene("a.qzs", -1).toStdString();
-    Program program({"--settings",
-                     "<halt_samples_per_pixel>2</halt_samples_per_pixel><width>12</width>"
-                     "<save_untonemapped_exr>true</save_untonemapped_exr>",
-                     scene});
+    ProgramRun program({"--settings",
+                        "<halt_samples_per_pixel>2</halt_samples_per_pixel><width>12</width>"
+                        "<save_untonemapped_exr>true</save_untonemapped_exr>",
+                        scene});
     EXPECT_EQ(program.exitCode(), 0) << program.text();
     expectImage(path("a.png"), 12);
     expectImage(path("a_untonemapped.exr"), 12);
@@ -135,9 +76,10 @@ TEST_F(RenderProgram, PutsTheImageBesideTheSceneAndObeysSettings) {
                                       "image has 1 to 65536 pixels a side"},
     };
     for (const auto& test : wrong) {
-        Program refused({"--settings", test.settings, scene});
+        ProgramRun refused({"--settings", test.settings, scene});
         EXPECT_EQ(refused.exitCode(), 1);
-        EXPECT_NE(fileBytes(path("a.report.txt")).find("Faults:\n  " + test.fault + "\n"), std::string::npos)
+        EXPECT_NE(unixLines(fileBytes(path("a.report.txt"))).find("Faults:\n  " + test.fault + "\n"),
+                  std::string::npos)
             << refused.text();
         EXPECT_NE(refused.text().find("can't render '" + scene + "': "), std::string::npos) << refused.text();
     }
@@ -154,7 +96,7 @@ TEST_F(RenderProgram, RendersEveryItemOfAQueue) {
     FileUtils::writeEntireFile(path("q.qzq"), "<render_queue>" + item("a.qzs", "one.frame_1") +
                                                   item("gone.qzs", "two") + item("b.qzs", "three") +
                                                   item("b.qzs", "") + "</render_queue>");
-    Program program({"-o", path("all.png"), "-texro", path("all_t.exr"), path("q.qzq")});
+    ProgramRun program({"-o", path("all.png"), "-texro", path("all_t.exr"), path("q.qzq")});
     EXPECT_EQ(program.exitCode(), 1) << "one of its scenes is missing";
     for (const char* const file :
          {"one.frame_1.png", "one.frame_1_tonemapped.exr", "three.png", "three_tonemapped.exr", "b.png"}) {
@@ -163,7 +105,7 @@ TEST_F(RenderProgram, RendersEveryItemOfAQueue) {
     EXPECT_FALSE(exists(path("two.png")));
     EXPECT_FALSE(exists(path("all.png")));
     EXPECT_NE(program.text().find("3.00 samples per pixel, done\n"), std::string::npos);
-    const std::string report = fileBytes(path("q.report.txt"));
+    const std::string report = unixLines(fileBytes(path("q.report.txt")));
     for (const std::string& part : {"Queue: " + path("q.qzq") + ", 4 items\n",
                                     std::string("Item: seed 7, halt time -1, halt samples per pixel 3\n"),
                                     path("gone.qzs") + ": ", std::string("\nResult: 1 fault\n")}) {
@@ -189,7 +131,7 @@ TEST_F(RenderProgram, TellsWhatItDoesNotKnow) {
     for (const std::string mode : modes) {
         settings += "<" + mode + ">true</" + mode + ">";
     }
-    Program program({"-n", "wm", "-p", "7117", "--settings", settings, scene});
+    ProgramRun program({"-n", "wm", "-p", "7117", "--settings", settings, scene});
     EXPECT_EQ(program.exitCode(), 0) << program.text();
     std::string notes;
     for (size_t at = program.text().find("Note: "); at != std::string::npos;
@@ -227,7 +169,7 @@ TEST_F(RenderProgram, RefusesImagesBeyondAllBounds) {
          "memory."},
     };
     for (const auto& test : cases) {
-        Program program({"--settings", test.settings, scene});
+        ProgramRun program({"--settings", test.settings, scene});
         EXPECT_EQ(program.exitCode(), 1);
         EXPECT_NE(program.text().find(std::string("can't render '") + scene + "': " + test.fault + "\n"),
                   std::string::npos)
@@ -237,7 +179,7 @@ TEST_F(RenderProgram, RefusesImagesBeyondAllBounds) {
 
 TEST_F(RenderProgram, EndsCleanlyWhenInterrupted) {
     const std::string scene = writeScene("a.qzs", 1e9).toStdString();
-    Program program({scene});
+    ProgramRun program({scene});
     ASSERT_TRUE(program.waitForText(" s left")) << program.text();
     program.interrupt();
     EXPECT_EQ(program.exitCode(), 0) << program.text();
@@ -247,14 +189,14 @@ TEST_F(RenderProgram, EndsCleanlyWhenInterrupted) {
 
 TEST_F(RenderProgram, TellsWhatItCannotWriteOrRender) {
     const std::string scene = writeScene("a.qzs", 1).toStdString();
-    Program nowhere({"-o", path("no/such/folder.png"), scene});
+    ProgramRun nowhere({"-o", path("no/such/folder.png"), scene});
     EXPECT_EQ(nowhere.exitCode(), 1);
     EXPECT_NE(nowhere.text().find("can't write the image '" + path("no/such/folder.png") + "': "),
               std::string::npos)
         << nowhere.text();
 
     FileUtils::writeEntireFile(path("empty.qzs"), std::string("<scene></scene>"));
-    Program empty({path("empty.qzs")});
+    ProgramRun empty({path("empty.qzs")});
     EXPECT_EQ(empty.exitCode(), 1);
     EXPECT_NE(empty.text().find("can't render '" + path("empty.qzs") + "': The scene has no camera.\n"),
               std::string::npos)

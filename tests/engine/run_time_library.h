@@ -7,11 +7,10 @@
 #include "scene/scene_node_root.h"
 #include "sdk/binding.h"
 #include "sdk/render_buffer.h"
+#include "support/built_files.h"
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -25,16 +24,11 @@ namespace ToneCall = Quenza::SDK::ToneMapperInterface;
 /// The built run-time library, bound by names and positions alone, as the plug-in does it.
 class RunTimeLibrary {
 public:
-    explicit RunTimeLibrary(const std::string& path) : handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-        if (!handle_) {
-            ADD_FAILURE() << dlerror();
-            std::abort();
-        }
+    explicit RunTimeLibrary(const std::string& path) : library_(path) {
         create = symbol<Quenza::SDK::CreateInstance>(Quenza::SDK::CREATE_INSTANCE);
         init = symbol<Quenza::SDK::GlobalLibraryInit>(Quenza::SDK::GLOBAL_LIBRARY_INIT);
         shutdown = symbol<Quenza::SDK::GlobalLibraryShutdown>(Quenza::SDK::GLOBAL_LIBRARY_SHUTDOWN);
     }
-    ~RunTimeLibrary() { dlclose(handle_); }
     RunTimeLibrary(const RunTimeLibrary&) = delete;
     RunTimeLibrary& operator=(const RunTimeLibrary&) = delete;
 
@@ -45,11 +39,11 @@ public:
 private:
     template <class T>
     T symbol(const char* name) {
-        void* const found = dlsym(handle_, name);
+        const T found = library_.find<T>(name);
         EXPECT_NE(found, nullptr) << name;
-        return reinterpret_cast<T>(found);
+        return found;
     }
-    void* handle_;
+    const Quenza::LoadedLibrary library_;
 };
 
 struct DestroyObject {

@@ -4,6 +4,7 @@
 #include "engine/cie1931.h"
 #include "engine/colour.h"
 #include "engine/srgb.h"
+#include "support/system_texts.h"
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
@@ -202,8 +203,8 @@ TEST(Tonemap, ResponseCurvesAreReadFromTheDataFolder) {
     camera->response_function_path = "none.txt";
     EXPECT_EQ(ToneMapper(camera.getPointer(), *neutralSettings(), 0, folder).warning(),
               "The camera response '" + (dir / "none.txt").toStdString() +
-                  "' can't be used (CreateFile failed: No such file or directory); the default curve takes "
-                  "its place.");
+                  "' can't be used (CreateFile failed: " + Quenza::noSuchFile() +
+                  "); the default curve takes its place.");
 }
 
 TEST(Tonemap, AnyPictureAndNumbersGiveBytes) {

@@ -4,6 +4,7 @@
 #include "headless/documents/load_document.h"
 #include "headless/documents/save_document.h"
 #include "headless/runtime/host.h"
+#include "support/built_files.h"
 #include "support/temp_dir.h"
 
 #include <filesystem>
@@ -27,7 +28,7 @@ protected:
         host_ = std::make_unique<Host>(options);
     }
 
-    void loadPlugin() { host_->loadPlugin(std::filesystem::path(QUENZA_BIN_DIR) / "cquenza.so"); }
+    void loadPlugin() { host_->loadPlugin(Quenza::PLUGIN_PATH); }
 
     std::string path(const std::string& name) const { return (folder_ / name).toStdString(); }
     std::string write(const std::string& name, const std::string& text) const {

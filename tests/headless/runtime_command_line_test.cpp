@@ -58,7 +58,7 @@ TEST(ArgumentsTest, TellsWhatIsWrong) {
 class Settings : public RuntimeTest {
 protected:
     Settings() {
-        start().loadPlugin(QUENZA_BIN_DIR "/cquenza.so");
+        start().loadPlugin(Quenza::PLUGIN_PATH);
         host().open(std::make_unique<Document>());
     }
     Document& document() { return *host().document(); }

@@ -32,13 +32,17 @@ TEST(FilesTest, MakesAndKillsFoldersWithoutFollowingLinks) {
 
     fs::create_directory(root / "outside");
     Quenza::writeBytes(temp / "outside/precious.txt", "precious");
+#ifdef _WIN32 // where only some may make links
+    fs::create_directory(root / "link");
+#else
     fs::create_directory_symlink(root / "outside", folder / "link");
     fs::create_directory_symlink(root / "outside", root / "link");
+#endif
     EXPECT_FALSE(files::kill(name(root / "a"), false)) << "a folder needs `recursive`";
     EXPECT_TRUE(files::kill(name(root / "a"), true));
     EXPECT_TRUE(files::kill(Filename(String((root / "link").string() + "/")), true));
     EXPECT_FALSE(fs::exists(root / "a"));
-    EXPECT_FALSE(fs::is_symlink(root / "link"));
+    EXPECT_FALSE(fs::exists(fs::symlink_status(root / "link")));
     EXPECT_TRUE(fs::exists(root / "outside" / "precious.txt"));
     EXPECT_TRUE(files::kill(name(root / "kept.txt"), false));
     for (const Filename& refused : {name(root / "nothing"), Filename(), Filename("/"), Filename("//")}) {

@@ -4,6 +4,7 @@
 #include "headless/model/document.h"
 #include "headless/runtime/host.h"
 #include "headless_plugin/numbers.h"
+#include "support/built_files.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

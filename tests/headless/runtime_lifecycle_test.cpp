@@ -6,8 +6,7 @@
 #include "headless/runtime/described_parameter.h"
 #include "support/temp_dir.h"
 #include "support/thrown_message.h"
-
-#include <cstdlib>
+#include "support/user_profile.h"
 
 namespace headless {
 namespace {
@@ -96,12 +95,13 @@ TEST_F(Lifecycle, RunsCommandsOrTellsWhyNot) {
 }
 
 TEST_F(Lifecycle, TakesTheFixedClockFromTheEnvironment) {
-    setenv("QUENZA_HEADLESS_CLOCK", "2026-02-30 00:00:00", 1);
-    EXPECT_EQ(thrownMessage<HostError>([] { Host host; }),
-              "QUENZA_HEADLESS_CLOCK is \"2026-02-30 00:00:00\"; a date reads \"YYYY-MM-DD hh:mm:ss\"");
-    setenv("QUENZA_HEADLESS_CLOCK", "2026-02-03 04:05:06", 1);
+    {
+        const Quenza::Variable clock("QUENZA_HEADLESS_CLOCK", "2026-02-30 00:00:00");
+        EXPECT_EQ(thrownMessage<HostError>([] { Host host; }),
+                  "QUENZA_HEADLESS_CLOCK is \"2026-02-30 00:00:00\"; a date reads \"YYYY-MM-DD hh:mm:ss\"");
+    }
+    const Quenza::Variable clock("QUENZA_HEADLESS_CLOCK", "2026-02-03 04:05:06");
     start();
-    unsetenv("QUENZA_HEADLESS_CLOCK");
     DateTime now;
     GetDateTimeNow(now);
     EXPECT_EQ(now.day, 3);

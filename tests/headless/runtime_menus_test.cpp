@@ -8,7 +8,7 @@ namespace {
 class MenuListTest : public RuntimeTest {};
 
 TEST_F(MenuListTest, ShowsWhereCommandsStandAndWhetherTheyCanBeUsed) {
-    start().loadPlugin(QUENZA_BIN_DIR "/cquenza.so");
+    start().loadPlugin(Quenza::PLUGIN_PATH);
     host().open(std::make_unique<Document>());
     host().menus().find("M_MATERIAL_MANAGER")->InsData(MENURESOURCE_COMMAND, GeData("PLUGIN_CMD_77"));
     EXPECT_EQ(menuList(host()),

@@ -2,9 +2,9 @@
 #include "headless/app/program.h"
 #include "headless/runtime_fixture.h"
 #include "support/temp_dir.h"
+#include "support/user_profile.h"
 
 #include <csignal>
-#include <cstdlib>
 
 namespace headless {
 namespace {
@@ -15,32 +15,23 @@ namespace fs = std::filesystem;
 class Program : public RuntimeTest {
 protected:
     Program() {
-        fs::create_directories(root() / "config");
         fs::create_directories(root() / "renderer");
         for (const char* const name : {"renderer/quenza.exe", "renderer/quenza_console.exe"}) {
+#ifdef _WIN32 // which starts no scripts
+            fs::copy_file(QUENZA_BIN_DIR "/child_program.exe", root() / name);
+#else
             Quenza::writeBytes(temp_ / name, "#!/bin/sh\n");
             fs::permissions(root() / name, fs::perms::owner_all);
+#endif
         }
-        Quenza::writeBytes(
-            temp_ / "config/registry.ini",
-            "[Software\\Tessaly Works\\Quenza Renderer]\nInstallDirectory=" + path("renderer") + "\n");
+        profile_.install(root() / "renderer");
         Quenza::writeBytes(temp_ / "cube.json", R"({"format": "quenza-headless-document", "version": 1,
             "objects": [{"type": "Cube", "name": "Cube"}]})");
         Quenza::writeBytes(temp_ / "empty.json", R"({"format": "quenza-headless-document", "version": 1})");
-        const char* const config = std::getenv("XDG_CONFIG_HOME");
-        oldConfig_ = config ? std::optional<std::string>(config) : std::nullopt;
-        setenv("XDG_CONFIG_HOME", path("config").c_str(), 1);
-    }
-    ~Program() override {
-        if (oldConfig_) {
-            setenv("XDG_CONFIG_HOME", oldConfig_->c_str(), 1);
-        } else {
-            unsetenv("XDG_CONFIG_HOME");
-        }
     }
 
     fs::path root() const { return temp_.path().toStdString(); }
-    std::string path(const std::string& name) const { return (root() / name).string(); }
+    std::string path(const std::string& name) const { return (root() / name).make_preferred().string(); }
 
     int run(const Lines& words) {
         testing::internal::CaptureStdout();
@@ -52,9 +43,8 @@ protected:
     }
     /// The command `render` with the plug-in of this build.
     int render(const std::string& document, Lines more) {
-        Lines words = {"--plugin",      QUENZA_BIN_DIR "/cquenza.so",
-                       "--fixed-clock", "2026-11-24 09:05:07",
-                       "render",        path(document)};
+        Lines words = {"--plugin", Quenza::PLUGIN_PATH, "--fixed-clock", "2026-11-24 09:05:07",
+                       "render",   path(document)};
         words.insert(words.end(), more.begin(), more.end());
         return run(words);
     }
@@ -64,11 +54,9 @@ protected:
     }
 
     const Quenza::TempDir temp_;
+    const Quenza::UserProfile profile_{root() / "config"};
     std::string out_;
     std::string errors_;
-
-private:
-    std::optional<std::string> oldConfig_;
 };
 
 TEST_F(Program, ListsWhatWasRegistered) {
@@ -87,7 +75,7 @@ TEST_F(Program, ListsWhatWasRegistered) {
 }
 
 TEST_F(Program, EndsWithTheStatusOfWhatHappened) {
-    const std::string working = testPlugin("working").string();
+    const std::string working = fs::absolute(testPlugin("working")).string();
     const struct {
         Lines words;
         int status;
@@ -100,9 +88,9 @@ TEST_F(Program, EndsWithTheStatusOfWhatHappened) {
          2,
          "quenza-headless: --fixed-clock takes a date \"YYYY-MM-DD hh:mm:ss\", not \"noon\"\n"
          "Try \"quenza-headless --help\".\n"},
-        {{"--plugin", "/nowhere.so", "list", "plugins"},
+        {{"--plugin", path("nowhere.so"), "list", "plugins"},
          1,
-         "quenza-headless: There is no plug-in /nowhere.so\n"},
+         "quenza-headless: There is no plug-in " + path("nowhere.so") + "\n"},
         {{"--plugin", working, "render", path("cube.json")},
          1,
          "quenza-headless: There is no command 1023920 in " + working + "\n"},
@@ -156,7 +144,7 @@ TEST_F(Program, TellsWhyARenderFailed) {
     EXPECT_EQ(render("cube.json", {"--set", "RS_HALTSPP=1"}), 2);
     EXPECT_NE(errors_.find("is RS_HALT_SPP meant?"), std::string::npos);
 
-    fs::remove(path("config/registry.ini"));
+    profile_.install("");
     EXPECT_EQ(render("cube.json", {}), 1);
     EXPECT_NE(errors_.find("[file selection] Please choose the Quenza directory. (cancelled)\n"),
               std::string::npos);
@@ -171,6 +159,7 @@ TEST_F(Program, CancelsByTheCloseButtonAndByCtrlC) {
     EXPECT_NE(errors_.find("quenza-headless: Export failed: Export was cancelled by user.\n"),
               std::string::npos);
 
+#ifndef _WIN32 // where Ctrl-C goes to all programs of a console
     fs::remove(path("long_frame000000.qzs"));
     // Ctrl-C counts from the moment that the plug-in has started; before that the signal would end this test.
     std::thread user([&] {
@@ -181,6 +170,7 @@ TEST_F(Program, CancelsByTheCloseButtonAndByCtrlC) {
     });
     EXPECT_EQ(render("cube.json", endless), 130);
     user.join();
+#endif
     EXPECT_FALSE(fs::exists(path("long.qzq")));
 }
 

@@ -3,8 +3,7 @@
 
 #include "runtime_fixture.h"
 #include "support/temp_dir.h"
-
-#include <cstdlib>
+#include "support/user_profile.h"
 
 // Texture search, presets, and the file calls beside them.
 
@@ -13,18 +12,6 @@ namespace headless {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A variable of the environment while it lives.
-class Variable {
-public:
-    Variable(const char* name, const std::string& value) : name_(name) { setenv(name, value.c_str(), 1); }
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-    ~Variable() { unsetenv(name_); }
-
-private:
-    const char* name_;
-};
 
 class TextureSearchTest : public RuntimeTest {
 protected:
@@ -44,7 +31,7 @@ protected:
             EXPECT_EQ(found, Filename("untouched"));
             return "";
         }
-        return found.Content() ? fs::path(found.GetUtf8()).lexically_relative(at("")).string()
+        return found.Content() ? fs::path(found.GetUtf8()).lexically_relative(at("")).generic_string()
                                : "(as it stands)";
     }
 
@@ -52,7 +39,12 @@ protected:
 };
 
 TEST_F(TextureSearchTest, PlacesComeInTheirOrder) {
-    const Variable paths("QUENZA_HEADLESS_TEXTURES", at("first") + "::" + at("second"));
+#ifdef _WIN32
+    const char* const separators = ";;";
+#else
+    const char* const separators = "::";
+#endif
+    const Quenza::Variable paths("QUENZA_HEADLESS_TEXTURES", at("first") + separators + at("second"));
     const char* const places[] = {"extra", "document", "document/tex", "first", "second"};
     for (const char* const place : places) {
         makeFile(std::string(place) + "/wood.jpg");
@@ -69,19 +61,28 @@ TEST_F(TextureSearchTest, NamesMayHaveFoldersOtherCaseAndBeFromElsewhere) {
     makeFile("document/maps/Oak.JPG");
     makeFile("document/oak.png");
     makeFile("document/both.png");
+#ifndef _WIN32 // where case makes no other file
     makeFile("document/BOTH.png");
+#endif
     makeFile("away/full.png");
     fs::create_directories(at("document/folder.png"));
     const std::pair<std::string, std::string> cases[] = {
         {"maps/Oak.JPG", "document/maps/Oak.JPG"},
+#ifdef _WIN32 // where each spelling is the file's name
+        {"MAPS\\oak.jpg", "document/MAPS/oak.jpg"},
+        {"gone/OAK.png", "document/OAK.png"},
+#else
         {"MAPS\\oak.jpg", "document/maps/Oak.JPG"},
         {"gone/OAK.png", "document/oak.png"},
+#endif
         {"C:\\Textures\\oak.png", "document/oak.png"},
         {"/other/machine/oak.png", "document/oak.png"},
         {at("away/full.png"), "away/full.png"},
         {"both.png", "document/both.png"},
+#ifndef _WIN32
         {"BOTH.png", "document/BOTH.png"},
         {"Both.png", "document/BOTH.png"},
+#endif
         {"folder.png", ""},
         {"maps", ""},
         {"none.png", ""},
@@ -92,7 +93,7 @@ TEST_F(TextureSearchTest, NamesMayHaveFoldersOtherCaseAndBeFromElsewhere) {
 }
 
 TEST_F(TextureSearchTest, PresetsLieBelowTheirFolder) {
-    const Variable presets("QUENZA_HEADLESS_PRESETS", at("presets"));
+    const Quenza::Variable presets("QUENZA_HEADLESS_PRESETS", at("presets"));
     makeFile("presets/tex.lib4d/wood/oak.jpg", "oak");
     makeFile("secret.txt");
     EXPECT_EQ(find("preset://tex.lib4d/wood/oak.jpg"), "(as it stands)");

@@ -60,6 +60,9 @@ protected:
 };
 
 TEST_F(ShadersTest, BitmapGoesOverLinearlyAndRepeats) {
+#ifdef _WIN32
+    GTEST_SKIP() << "without OpenImageIO no OpenEXR files are written";
+#endif
     const Quenza::TempDir folder;
     Image image;
     ASSERT_EQ(image.init(2, 2, 96), IMAGERESULT_OK);

@@ -35,7 +35,7 @@ protected:
 
     fs::path pack(const std::vector<Packed>& entries) const {
         const fs::path file = root() / "archive.zip";
-        const zipFile zip = zipOpen64(file.c_str(), APPEND_STATUS_CREATE);
+        const zipFile zip = zipOpen64(file.string().c_str(), APPEND_STATUS_CREATE);
         for (const Packed& entry : entries) {
             zip_fileinfo info{};
             info.external_fa = static_cast<uLong>(entry.mode) << 16;
@@ -129,7 +129,11 @@ TEST_F(ZipExtractTest, RefusesWhatLeavesTheFolderAndLeavesNothing) {
     std::ofstream(folder() / "taken") << "a file";
     fs::create_directory(folder() / "place");
     fs::create_directory(root() / "outside");
+#ifdef _WIN32 // where only some may make links
+    std::ofstream(folder() / "away") << "a file";
+#else
     fs::create_directory_symlink(root() / "outside", folder() / "away");
+#endif
     const Files before = files();
     for (const Attack& attack : ATTACKS) {
         EXPECT_EQ(extractZip(pack({{"first.txt", "first"}, attack.entry, {"last.txt", "last"}}), folder()),

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "foundation/platform.h"
 #include "render/runtime/hardware_info.h"
 #include "render/runtime/quenza_context.h"
 #include "render/runtime/renderer.h"
@@ -44,7 +45,7 @@ bool waitUntil(const Condition& condition) {
 }
 
 void link(const char* builtFolder, const String& to) {
-    fs::create_symlink(fs::path(QUENZA_BIN_DIR) / builtFolder / "quenza_sdk.dll", to.toStdString());
+    Quenza::link(fs::path(QUENZA_BIN_DIR) / builtFolder / "quenza_sdk.dll", to.toStdString());
 }
 
 TEST(LoadLibrary, TellsWhatIsWrongWithTheFolder) {
@@ -65,13 +66,29 @@ TEST(LoadLibrary, TellsWhatIsWrongWithTheFolder) {
     fs::create_directory(path("folder/quenza_sdk.dll"));
     Quenza::writeBytes(dir / "file", "");
 
+    const auto notFound = [&](const char* name, int code) {
+        return "Failed to load DLL from '" + path(name) + "' (Error code: " + std::to_string(code) + ")";
+    };
+#ifdef _WIN32                                                                       // with the system's words
+    const std::string broken = Quenza::PlatformUtils::errorText(193).toStdString(); // a bad format
+    const std::string folder = Quenza::PlatformUtils::errorText(5).toStdString();   // no access
+    const std::string brokenAndWhole = broken;
+    constexpr int NO_SUCH_FOLDER = 3;
+    constexpr int NO_FOLDER = 3;
+#else
+    const std::string broken = path("broken") + "/quenza_sdk.dll: file too short";
+    const std::string brokenAndWhole = path("broken_and_whole") + "/quenza_sdk.dll: file too short";
+    const std::string folder = path("folder") + "/quenza_sdk.dll: cannot read file data: Is a directory";
+    constexpr int NO_SUCH_FOLDER = 2;
+    constexpr int NO_FOLDER = 20;
+#endif
     const Case cases[] = {
-        {"nowhere", 20, "Failed to load DLL from '" + path("nowhere") + "' (Error code: 2)"},
-        {"empty", 20, "Failed to load DLL from '" + path("empty") + "' (Error code: 2)"},
-        {"file", 20, "Failed to load DLL from '" + path("file") + "' (Error code: 20)"},
-        {"broken", 22, path("broken") + "/quenza_sdk.dll: file too short"},
-        {"broken_and_whole", 22, path("broken_and_whole") + "/quenza_sdk.dll: file too short"},
-        {"folder", 22, path("folder") + "/quenza_sdk.dll: cannot read file data: Is a directory"},
+        {"nowhere", 20, notFound("nowhere", NO_SUCH_FOLDER)},
+        {"empty", 20, notFound("empty", 2)},
+        {"file", 20, notFound("file", NO_FOLDER)},
+        {"broken", 22, broken},
+        {"broken_and_whole", 22, brokenAndWhole},
+        {"folder", 22, folder},
         {"half", 22, "unable to get address of procedure 'quenzaGlobalLibraryInit'"},
     };
     const capture::CapturingLibrary half(path("half") + "/quenza_sdk.dll");

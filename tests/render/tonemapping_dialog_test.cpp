@@ -5,7 +5,9 @@
 #include "scene/scene_node_render_settings.h"
 #include "scene/scene_node_tonemapping.h"
 #include "shared/plugin_state.h"
+#include "support/built_files.h"
 #include "support/temp_dir.h"
+#include "support/user_profile.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -47,11 +49,10 @@ constexpr int32_t LAYER_GROUP = 9660000;
 class TonemappingDialogTest : public ::testing::Test {
 protected:
     TonemappingDialogTest() {
-        setenv("XDG_CONFIG_HOME", folder_.path().toStdString().c_str(), 1);
         headless::HostOptions options;
         options.consoleSink = options.errorSink = options.statusSink = [](const std::string&) {};
         host_ = std::make_unique<headless::Host>(options);
-        host_->loadPlugin(std::filesystem::path(QUENZA_BIN_DIR) / "cquenza.so");
+        host_->loadPlugin(Quenza::PLUGIN_PATH);
         command_ = std::make_unique<TonemappingCommand>();
     }
     ~TonemappingDialogTest() override {
@@ -59,7 +60,6 @@ protected:
         host_.reset();
         clearRenderState();
         pluginState().isRTEdition = false;
-        unsetenv("XDG_CONFIG_HOME");
     }
 
     /// A render begins, as its loop tells it.
@@ -100,6 +100,7 @@ protected:
     }
 
     const Quenza::TempDir folder_;
+    const Quenza::UserProfile profile_{folder_.path().toStdString()};
     std::unique_ptr<headless::Host> host_;
     std::unique_ptr<TonemappingCommand> command_;
     GeDialog* dialog_ = nullptr;

@@ -2,11 +2,9 @@
 #pragma once
 
 #include "capturing_library/control.h"
+#include "support/built_files.h"
 
-#include <dlfcn.h>
 #include <filesystem>
-#include <stdexcept>
-#include <string>
 
 namespace capture {
 
@@ -15,17 +13,10 @@ namespace capture {
 class CapturingLibrary {
 public:
     explicit CapturingLibrary(const std::filesystem::path& file = folder() / "quenza_sdk.dll")
-        : module_(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-        if (!module_) {
-            throw std::runtime_error(dlerror());
-        }
-        control_ = reinterpret_cast<GetControl>(dlsym(module_, GET_CONTROL))();
+        : library_(file), control_(library_.find<GetControl>(GET_CONTROL)()) {
         control_->reset();
     }
-    ~CapturingLibrary() {
-        control_->reset();
-        dlclose(module_);
-    }
+    ~CapturingLibrary() { control_->reset(); }
     CapturingLibrary(const CapturingLibrary&) = delete;
     CapturingLibrary& operator=(const CapturingLibrary&) = delete;
 
@@ -36,7 +27,7 @@ public:
     Control& operator*() const { return *control_; }
 
 private:
-    void* module_;
+    const Quenza::LoadedLibrary library_;
     Control* control_;
 };
 

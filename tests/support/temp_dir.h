@@ -30,12 +30,27 @@ public:
     TempDir& operator=(const TempDir&) = delete;
 
     String path() const { return utf8Path(path_); }
-    /// Path of an entry.
-    String operator/(const std::string& name) const { return utf8Path(path_ / nativePath(name)); }
+    /// Path of an entry, with the system's own separators.
+    String operator/(const std::string& name) const {
+        return utf8Path((path_ / nativePath(name)).make_preferred());
+    }
 
 private:
     std::filesystem::path path_;
 };
+
+/// A path with the system's own separators.
+inline std::string nativeText(const std::string& path) {
+    return utf8Path(nativePath(path).make_preferred());
+}
+
+/// With line feeds alone, where the system's text files end their lines otherwise.
+inline std::string unixLines(std::string text) {
+#ifdef _WIN32
+    std::erase(text, '\r');
+#endif
+    return text;
+}
 
 inline std::string fileBytes(const String& path) {
     std::ifstream file(nativePath(path.view()), std::ios::binary);
