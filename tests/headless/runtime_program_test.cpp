@@ -30,8 +30,12 @@ protected:
         Quenza::writeBytes(temp_ / "empty.json", R"({"format": "quenza-headless-document", "version": 1})");
     }
 
-    fs::path root() const { return temp_.path().toStdString(); }
-    std::string path(const std::string& name) const { return (root() / name).make_preferred().string(); }
+    fs::path root() const {
+        return temp_.path().toStdString();
+    }
+    std::string path(const std::string& name) const {
+        return (root() / name).make_preferred().string();
+    }
 
     int run(const Lines& words) {
         testing::internal::CaptureStdout();
