@@ -57,7 +57,7 @@ protected:
             action();
         } catch (const DocumentError& error) {
             std::string text = error.what();
-            const std::string prefix = folder_.path().toStdString() + "/";
+            const std::string prefix = (folder_ / "").toStdString();
             for (size_t at; (at = text.find(prefix)) != std::string::npos;) {
                 text.erase(at, prefix.size());
             }

@@ -77,9 +77,11 @@ struct FormatCase {
     int tolerance;
 };
 const FormatCase FORMATS[] = {
-    {"a.png", FILTER_PNG, 24, 0}, {"a.tif", FILTER_TIF, 24, 0},         {"a.bmp", FILTER_BMP, 24, 0},
-    {"a.tga", FILTER_TGA, 24, 0}, {"a.jpg", FILTER_JPG, 24, 12},        {"a.exr", FILTER_EXR, 96, 1},
-    {"a.hdr", FILTER_HDR, 96, 3}, {"misnamed.png", FILTER_JPG, 24, 12},
+    {"a.png", FILTER_PNG, 24, 0},  {"a.bmp", FILTER_BMP, 24, 0}, {"a.tga", FILTER_TGA, 24, 0},
+    {"a.jpg", FILTER_JPG, 24, 12}, {"a.hdr", FILTER_HDR, 96, 3}, {"misnamed.png", FILTER_JPG, 24, 12},
+#ifndef _WIN32 // where there is no OpenImageIO
+    {"a.tif", FILTER_TIF, 24, 0},  {"a.exr", FILTER_EXR, 96, 1},
+#endif
 };
 
 TEST_F(ImageFilesTest, EachFormatKeepsPlaceAndColour) {
@@ -172,7 +174,11 @@ TEST_F(ImageFilesTest, WhatCantBeReadIsAnErrorAndLeavesAnEmptyImage) {
     }
     writeBytes(dir_ / "huge.png", hugePng());
     BitmapOwner read;
+#ifdef _WIN32 // whose decoder takes no image of that size for one
+    EXPECT_EQ(read->Init(at("huge.png")), IMAGERESULT_WRONGTYPE);
+#else
     EXPECT_EQ(read->Init(at("huge.png")), IMAGERESULT_OUTOFMEMORY);
+#endif
     EXPECT_EQ(read->Init(60000, 60000), IMAGERESULT_OUTOFMEMORY);
     EXPECT_EQ(read->Init(0, 5), IMAGERESULT_PARAM_ERROR);
     EXPECT_EQ(read->Init(5, 5, 32), IMAGERESULT_PARAM_ERROR);

@@ -82,7 +82,8 @@ TEST_F(Settings, TakeValuesOfEachType) {
         EXPECT_EQ(set(std::string("RS_MODE=") + path).GetLong(1334), 1335) << path;
     }
     EXPECT_EQ(set("RS_DEFAULT_MATERIAL_COLOUR=0.1,0.2,1").GetVector(1424), Vector(0.1f, 0.2f, 1.0f));
-    EXPECT_EQ(set("RS_OUTPUT_FILE=/out/a=b.png").GetFilename(1422), Filename("/out/a=b.png"));
+    EXPECT_EQ(set("RS_OUTPUT_FILE=/out/a=b.png").GetFilename(1422),
+              Filename(String(std::filesystem::absolute("/out/a=b.png").string())));
     EXPECT_EQ(set("RS_OUTPUT_FILE=a.png").GetFilename(1422),
               Filename(String((std::filesystem::current_path() / "a.png").string())));
     EXPECT_EQ(set("1410=Key, left").GetString(1410), String("Key, left"));

@@ -15,7 +15,7 @@ namespace headless {
 class RuntimeTest : public ::testing::Test {
 protected:
     static std::filesystem::path testPlugin(const std::string& name) {
-        return std::filesystem::path(QUENZA_BIN_DIR) / "test_plugins" / ("test_plugin_" + name + ".plugin");
+        return std::filesystem::absolute(QUENZA_BIN_DIR "/test_plugins/test_plugin_" + name + ".plugin");
     }
 
     Host& start(HostOptions options = {}) {
