@@ -12,6 +12,7 @@
 #include "shared/parameter_ids.h"
 #include "shared/plugin_ids.h"
 #include "shared/plugin_state.h"
+#include "support/temp_dir.h"
 
 using Quenza::SceneNodeModel;
 
@@ -81,7 +82,7 @@ protected:
     }
 };
 
-constexpr const char* DEFAULT_IES = "/plugins/quenza/presets/default.ies";
+const std::string DEFAULT_IES = "/plugins/quenza" + Quenza::nativeText("/presets/default.ies");
 
 } // namespace
 

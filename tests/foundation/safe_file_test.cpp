@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "foundation/safe_file.h"
 
-#include "foundation/platform.h"
+#include "support/pipe.h"
+#include "support/system_texts.h"
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
-
-#ifndef _WIN32
-#include <sys/stat.h>
-#endif
 
 namespace Quenza {
 namespace {
@@ -61,11 +58,7 @@ TEST(SafeFileTest, TellsWhyItFailed) {
     EXPECT_FALSE(unopened.isOpen());
     unopened.write("x", 1);
     EXPECT_FALSE(unopened.commit());
-#ifdef _WIN32
-    EXPECT_EQ(unopened.failureReason(), PlatformUtils::errorText(3)); // no such path
-#else
-    EXPECT_EQ(unopened.failureReason(), "No such file or directory");
-#endif
+    EXPECT_EQ(unopened.failureReason(), noSuchFolder());
     std::filesystem::create_directories((dir / "taken/by").toStdString());
     expectRefusal(dir / "taken");
 }
@@ -74,7 +67,7 @@ TEST(SafeFileTest, TellsWhyItFailed) {
 TEST(SafeFileTest, LeavesPipesAlone) {
     const TempDir dir;
     const String pipe = dir / "pipe";
-    ASSERT_EQ(mkfifo(pipe.toStdString().c_str(), 0600), 0);
+    ASSERT_TRUE(makePipe(pipe));
     expectRefusal(pipe);
     EXPECT_TRUE(std::filesystem::is_fifo(pipe.toStdString()));
 }

@@ -4,15 +4,11 @@
 #include "host/ids.h"
 #include "materials/import_command.h"
 #include "materials/material_fixture.h"
-
-#include <cstdlib>
+#include "support/user_profile.h"
 
 /// Runs the import command on files of the fixture's folder.
 class ImportTest : public MaterialTest {
 protected:
-    ImportTest() { setenv("XDG_CONFIG_HOME", (folder() + "/config").c_str(), 1); }
-    ~ImportTest() override { unsetenv("XDG_CONFIG_HOME"); }
-
     bool runImport(const std::string& file) {
         linesBefore_ = host().console().lines().size();
         host().user().addFileAnswer(file);
@@ -69,4 +65,5 @@ protected:
 
 private:
     size_t linesBefore_ = 0;
+    const Quenza::UserProfile profile_{folder() + "/config"};
 };

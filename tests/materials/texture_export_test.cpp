@@ -5,8 +5,8 @@
 #include "scene/wavelength_dependent_param.h"
 #include "shared/plugin_state.h"
 #include "shared/text.h"
+#include "support/user_profile.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
@@ -62,15 +62,15 @@ TEST_F(TextureExport, LooksForImagesOfPreviewsBesideThePlugin) {
 /// A library of presets with files that hold their own names.
 class PresetExport : public MaterialTest {
 protected:
-    PresetExport() { setenv("QUENZA_HEADLESS_PRESETS", (folder() + "/library").c_str(), 1); }
-    ~PresetExport() override { unsetenv("QUENZA_HEADLESS_PRESETS"); }
-
     void addPreset(const std::string& name) const {
         const std::filesystem::path path = folder() + "/library/" + name;
         std::filesystem::create_directories(path.parent_path());
         std::ofstream(path, std::ios::binary) << name;
     }
     std::string contentOf(const std::string& path) const { return Quenza::fileBytes(path); }
+
+private:
+    const Quenza::Variable presets_{"QUENZA_HEADLESS_PRESETS", folder() + "/library"};
 };
 
 TEST_F(PresetExport, CopiesAPresetOnceUnderAFlatName) {

@@ -181,13 +181,15 @@ TEST_F(MeshFileTest, TellsWhyItCannotWrite) {
 }
 
 TEST(MeshFileNameTest, NamesFilesAfterTheirContent) {
-    EXPECT_EQ(getMeshDirectory("/out", "/out/my.scene.qzs"), "/out/my.scene_meshes");
+    EXPECT_EQ(getMeshDirectory(nativeText("/out"), nativeText("/out/my.scene.qzs")),
+              nativeText("/out/my.scene_meshes"));
     EXPECT_EQ(getMeshDirectory("", "s.qzs"), "s_meshes");
     const Ref<Mesh> mesh = sampleMesh();
     u64 num_bytes = 0;
     const std::string checksum = toString(mesh->checksum(num_bytes));
     EXPECT_EQ(num_bytes, 4u + 2 + 24 + 24 + 8 + 28 + 36);
-    EXPECT_EQ(getMeshFilePath("/out", "s.qzs", *mesh), "/out/s_meshes/mesh_" + checksum + "_126.qzmesh");
+    EXPECT_EQ(getMeshFilePath(nativeText("/out"), "s.qzs", *mesh),
+              nativeText("/out/s_meshes/mesh_" + checksum + "_126.qzmesh"));
     EXPECT_EQ(getMeshFileName(*sampleMesh()), getMeshFileName(*mesh));
 }
 

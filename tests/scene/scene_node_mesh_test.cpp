@@ -38,7 +38,9 @@ protected:
         const size_t start = xml.find(before) + before.size();
         return xml.substr(start, xml.find("</path>", start) - start);
     }
-    std::string relativePath() { return "scene_meshes/" + getMeshFileName(*triangleMesh()).toStdString(); }
+    std::string relativePath() {
+        return nativeText("scene_meshes/" + getMeshFileName(*triangleMesh()).toStdString());
+    }
 
     const TempDir dir;
     const Ref<SceneNodeMesh> node = new SceneNodeMesh;

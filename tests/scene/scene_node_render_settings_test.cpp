@@ -26,7 +26,7 @@ TEST(RenderSettingsTest, WhitePointHasSixDigitsInAFile) {
     root->addChild(newSettings().getPointer());
     const TempDir dir;
     root->writeToXMLFile(dir / "white.qzs", false, nullptr);
-    const std::string text = fileBytes(dir / "white.qzs");
+    const std::string text = unixLines(fileBytes(dir / "white.qzs"));
     EXPECT_NE(text.find("\t\t<white_point>\n\t\t\t0.333333 0.333333\t\t\t\n\t\t</white_point>\n"),
               std::string::npos)
         << text;

@@ -4,6 +4,7 @@
 #include "scene/scene_node_material.h"
 #include "scene/scene_node_sphere.h"
 #include "scene/xml_text.h"
+#include "support/system_texts.h"
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
@@ -124,7 +125,7 @@ TEST_F(WriteSceneFileTest, KeepsTheOldFileWhenANodeFails) {
 TEST_F(WriteSceneFileTest, TellsWhyTheFileCannotBeWritten) {
     const String in_missing_dir = dir / "missing/scene.qzs";
     EXPECT_EQ(thrownText([&] { root.writeToXMLFile(in_missing_dir, false, nullptr); }),
-              "Failed to write scene file '" + in_missing_dir.toStdString() + "'. No such file or directory");
+              "Failed to write scene file '" + in_missing_dir.toStdString() + "'. " + noSuchFolder());
 #ifdef __linux__
     std::filesystem::create_symlink("/dev/full", (path + ".partial").toStdString());
     EXPECT_EQ(writeFailure(),

@@ -2,6 +2,7 @@
 #include "scene/xml_elements.h"
 
 #include "foundation/platform.h"
+#include "support/system_texts.h"
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
@@ -116,7 +117,7 @@ TEST(OStreamTest, LosesTextSilentlyAndTellsAtTheEnd) {
     unopened.writeString(String(1000000, 'x'));
     unopened.writeDouble(1);
     EXPECT_FALSE(unopened.commit());
-    EXPECT_EQ(unopened.failureReason(), "No such file or directory");
+    EXPECT_EQ(unopened.failureReason(), noSuchFolder());
     {
         OFStream uncommitted(dir / "f");
         uncommitted.writeString("half");

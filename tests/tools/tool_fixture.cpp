@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tools/tool_fixture.h"
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 namespace {
 
 /// A PNG image of one brown pixel.
@@ -27,32 +22,6 @@ Tool::Tool() {
 void Tool::write(const std::string& name, const std::string& bytes) const {
     std::filesystem::create_directories(std::filesystem::path(path(name)).parent_path());
     Quenza::writeBytes(path(name), bytes);
-}
-
-Outcome Tool::run(const std::vector<std::string>& words) const {
-    std::vector<std::string> all = {QUENZA_BIN_DIR "/quenza-scene"};
-    all.insert(all.end(), words.begin(), words.end());
-    std::vector<char*> arguments;
-    for (std::string& word : all)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    const Quenza::TempDir streams;
-    const std::string out = (streams / "out").toStdString();
-    const std::string errors = (streams / "errors").toStdString();
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, out.c_str(), O_WRONLY | O_CREAT, 0600);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errors.c_str(), O_WRONLY | O_CREAT, 0600);
-    Outcome outcome;
-    pid_t child = 0;
-    int status = 0;
-    if (posix_spawn(&child, arguments[0], &actions, nullptr, arguments.data(), environ) == 0 &&
-        waitpid(child, &status, 0) == child && WIFEXITED(status))
-        outcome.status = WEXITSTATUS(status);
-    posix_spawn_file_actions_destroy(&actions);
-    outcome.out = Quenza::fileBytes(out);
-    outcome.errors = Quenza::fileBytes(errors);
-    return outcome;
 }
 
 std::string Tool::soundScene() {

@@ -2,18 +2,14 @@
 #pragma once
 
 #include "scene/mesh.h"
+#include "support/run_program.h"
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
-/// What one run of quenza-scene gave.
-struct Outcome {
-    int status = -1;
-    std::string out;
-    std::string errors;
-};
+using Quenza::Outcome;
 
 /// Runs the program as a child, in a folder of its own. That folder holds a small sound scene,
 /// "scene.qzs", with its mesh "scene_meshes/square.qzmesh" and its image "images/wood.png".
@@ -27,7 +23,9 @@ protected:
     std::string read(const std::string& name) const { return Quenza::fileBytes(temp_ / name); }
     bool has(const std::string& name) const { return Quenza::exists(temp_ / name); }
 
-    Outcome run(const std::vector<std::string>& words) const;
+    static Outcome run(const std::vector<std::string>& words) {
+        return Quenza::runProgram(QUENZA_BIN_DIR "/quenza-scene", words);
+    }
 
     /// The text of "scene.qzs".
     static std::string soundScene();
