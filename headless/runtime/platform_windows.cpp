@@ -9,9 +9,6 @@
 #include <io.h>
 #include <thread>
 
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
 #include <windows.h>
 
 namespace headless::platform {

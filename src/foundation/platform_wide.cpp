@@ -5,9 +5,6 @@
 
 #include <string>
 
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
 #include <windows.h>
 
 namespace Quenza::PlatformUtils {

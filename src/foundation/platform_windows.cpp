@@ -15,9 +15,6 @@
 #include <string>
 #include <string_view>
 
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
 #include <windows.h>
 
 namespace Quenza {

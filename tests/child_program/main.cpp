@@ -4,9 +4,6 @@
 
 #include <string>
 
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
 #include <windows.h>
 
 int main() {

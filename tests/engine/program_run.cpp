@@ -8,9 +8,6 @@
 #include <fcntl.h>
 #include <io.h>
 
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
 #include <windows.h>
 #else
 #include <cerrno>
