@@ -42,7 +42,9 @@ function(quenza_tests folder)
     ${name} PRIVATE QUENZA_SOURCE_DIR="${PROJECT_SOURCE_DIR}" QUENZA_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}"
                     QUENZA_RENDERER_DIR="${PROJECT_BINARY_DIR}/renderer")
   target_compile_options(${name} PRIVATE ${QUENZA_TEST_OPTIONS})
-  quenza_precompile(${name} TESTS)
+  quenza_unity(${name})
+  # It takes a test's own file, which is included in another there, for a header.
+  target_compile_options(${name} PRIVATE $<$<AND:$<CXX_COMPILER_ID:GNU>,$<BOOL:${CMAKE_UNITY_BUILD}>>:-Wno-subobject-linkage>)
   foreach(program IN LISTS ARG_RUNS)
     if(TARGET ${program})
       add_dependencies(${name} ${program})
@@ -56,6 +58,7 @@ endfunction()
 # every test runs under the options that make a finding fail it.
 function(quenza_test_properties)
   get_property(lists DIRECTORY PROPERTY QUENZA_TEST_LISTS)
+  get_property(tests DIRECTORY PROPERTY QUENZA_TESTS)
   set(environment "")
   # Without intercept_tls_get_addr=0 the leak checker of GCC 12 takes a library's thread-local memory for a block of an
   # old C library wherever the heap puts it 16 bytes into a page. It then reads the block's place out of the bytes before
@@ -74,7 +77,7 @@ function(quenza_test_properties)
     CONFIGURE
     OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/test_properties.cmake
     CONTENT
-      [[foreach(test IN LISTS @lists@)
+      [[foreach(test IN LISTS @lists@ ITEMS @tests@)
   set_tests_properties("${test}" PROPERTIES ENVIRONMENT "@environment@")
   if(test MATCHES "Slow")
     set_tests_properties("${test}" PROPERTIES LABELS slow)

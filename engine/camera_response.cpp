@@ -16,7 +16,7 @@ namespace engine {
 
 namespace {
 
-constexpr Quenza::u64 MAX_FILE_BYTES = 4u << 20;
+constexpr Quenza::u64 MAX_RESPONSE_BYTES = 4u << 20;
 
 /// The numbers of a line; false when something else stands on it.
 bool numbersOf(std::string_view line, std::vector<float>& numbers) {
@@ -104,7 +104,7 @@ bool CameraResponse::readCurves(const std::string& text, std::vector<Curve>& cur
 bool CameraResponse::load(const std::string& path, std::string& fault) {
     std::vector<Curve> curves;
     try {
-        if (Quenza::FileUtils::getFileSize(path) > MAX_FILE_BYTES) {
+        if (Quenza::FileUtils::getFileSize(path) > MAX_RESPONSE_BYTES) {
             fault = "the file is too long";
             return false;
         }

@@ -14,7 +14,7 @@ namespace {
 
 using Quenza::TextCursor;
 
-constexpr Quenza::u64 MAX_FILE_BYTES = 4u << 20;
+constexpr Quenza::u64 MAX_TABLE_BYTES = 4u << 20;
 /// Nanometres in a micrometre, a nanometre and an Angstrom.
 constexpr double UNITS[] = {1000.0, 1.0, 0.1};
 
@@ -103,7 +103,7 @@ std::shared_ptr<const NKTable> NKTable::parse(std::string_view text, std::string
 
 std::shared_ptr<const NKTable> NKTable::load(const std::string& path, std::string& fault) {
     try {
-        if (Quenza::FileUtils::getFileSize(path) > MAX_FILE_BYTES) {
+        if (Quenza::FileUtils::getFileSize(path) > MAX_TABLE_BYTES) {
             fault = "it is too large";
             return nullptr;
         }

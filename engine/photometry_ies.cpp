@@ -10,15 +10,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <numbers>
 
 namespace engine {
 
 namespace {
 
-constexpr Quenza::u64 MAX_FILE_BYTES = 16u << 20;
+constexpr Quenza::u64 MAX_IES_BYTES = 16u << 20;
 constexpr int MAX_ANGLES = 4096;
-constexpr double PI = 3.14159265358979323846;
-constexpr double DEGREE = PI / 180.0;
+constexpr double DEGREE = std::numbers::pi / 180.0;
 constexpr float TYPE_C = 1;
 
 /// The numbers behind the keywords: blanks, line ends or commas stand between them.
@@ -116,7 +116,7 @@ double fraction(const std::vector<float>& angles, size_t segment, double angle) 
 
 std::shared_ptr<const IESDistribution> IESDistribution::load(const std::string& path, std::string& fault) {
     try {
-        if (Quenza::FileUtils::getFileSize(path) > MAX_FILE_BYTES) {
+        if (Quenza::FileUtils::getFileSize(path) > MAX_IES_BYTES) {
             fault = "the file is too long";
             return nullptr;
         }
@@ -216,7 +216,7 @@ double IESDistribution::integrate() const {
         for (int j = 0; j < columns; ++j)
             sum += band * double(candela((low + high) / 2, (j + 0.5) * 360.0 / columns));
     }
-    return sum * 2 * PI / columns;
+    return sum * 2 * std::numbers::pi / columns;
 }
 
 float IESDistribution::at(float vertical, float horizontal) const {

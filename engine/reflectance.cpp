@@ -44,7 +44,7 @@ FilmWavelengths filmWavelengths() {
 }
 
 /// A reflectance whose colour the primaries can't show loses what is too much.
-RGB limited(const RGB& c) {
+RGB withinUnit(const RGB& c) {
     return {std::clamp(c.r, 0.0f, 1.0f), std::clamp(c.g, 0.0f, 1.0f), std::clamp(c.b, 0.0f, 1.0f)};
 }
 
@@ -70,7 +70,7 @@ ReflectanceCurve::ReflectanceCurve(const std::function<double(double, double)>& 
             value += weight * float(reflectance(double(nm), double(i) / double(STEPS)));
             white += weight;
         }
-        values_[i] = limited({value.r / white.r, value.g / white.g, value.b / white.b});
+        values_[i] = withinUnit({value.r / white.r, value.g / white.g, value.b / white.b});
     }
 }
 
@@ -101,7 +101,7 @@ RGB filmReflectance(float cosine, float eta, float thickness) {
             wavelength.weight *
             (0.5f * (airy(crossed * crossed, phase, contrast) + airy(parallel * parallel, phase, contrast)));
     }
-    return limited(sum);
+    return withinUnit(sum);
 }
 
 } // namespace engine

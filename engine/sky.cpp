@@ -2,6 +2,7 @@
 #include "engine/sky.h"
 
 #include "engine/cie1931.h"
+#include "engine/sampling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,7 +12,6 @@ namespace engine {
 
 namespace {
 
-constexpr float PI = 3.14159265f;
 /// Radians; seen from the earth at its mean distance.
 constexpr double SUN_RADIUS = 0.004652;
 constexpr float GROUND_REFLECTANCE = 0.2f;

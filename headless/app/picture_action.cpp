@@ -34,13 +34,6 @@ constexpr Verb VERBS[] = {
     {"layer", Kind::layer, "layer takes its index, and gain=N, on, off or color=R,G,B"},
 };
 
-struct Method {
-    const char* word;
-    int32_t value;
-};
-constexpr Method METHODS[] = {
-    {"reinhard", TONEMAP_REINHARD}, {"linear", TONEMAP_LINEAR}, {"camera", TONEMAP_CAMERA}};
-
 struct NumberWord {
     int32_t method;
     const char* word;
@@ -123,7 +116,8 @@ std::pair<std::string, std::string> halves(const std::string& word) {
 
 void readTonemap(PictureAction& action, std::span<const std::string> words) {
     const std::string& methodWord = words.front();
-    action.method = find(std::begin(METHODS), std::end(METHODS), methodWord, "tone mapping").value;
+    action.method =
+        find(std::begin(TONEMAP_METHODS), std::end(TONEMAP_METHODS), methodWord, "tone mapping").value;
     for (const std::string& word : words.subspan(1)) {
         const auto [name, value] = halves(word);
         if (action.method == TONEMAP_CAMERA && name == RESPONSE) {

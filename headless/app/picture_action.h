@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "headless/app/plugin_numbers.h"
 #include "host/vector.h"
 
 #include <cstdint>
@@ -10,6 +11,14 @@
 #include <vector>
 
 namespace headless {
+
+/// The word for a kind of tone mapping, and what its radio button is worth.
+struct TonemapMethod {
+    const char* word;
+    int32_t value;
+};
+inline constexpr TonemapMethod TONEMAP_METHODS[] = {
+    {"reinhard", TONEMAP_REINHARD}, {"linear", TONEMAP_LINEAR}, {"camera", TONEMAP_CAMERA}};
 
 /// What a user does to a render that runs in the Picture Viewer.
 struct PictureAction {

@@ -30,13 +30,6 @@ constexpr Slider SLIDERS[] = {
     {"camera ev", "EV adjust", TONEMAP_EV_ADJUST, -10, 10, 0.1},
 };
 
-struct Method {
-    const char* word;
-    int32_t value;
-};
-constexpr Method METHODS[] = {
-    {"reinhard", TONEMAP_REINHARD}, {"linear", TONEMAP_LINEAR}, {"camera", TONEMAP_CAMERA}};
-
 constexpr std::chrono::seconds TIME_TO_TELL{4};
 /// A page asks twice a second, in a hidden window once, until it knows of the end.
 constexpr std::chrono::milliseconds QUIET{1300};
@@ -119,9 +112,9 @@ void PictureWatch::fillFromDialog(WatchedState& state) const {
     if (!gadgets) {
         return;
     }
-    const auto method =
-        std::ranges::find(METHODS, gadgets->find(TONEMAP_METHOD)->value.GetLong(), &Method::value);
-    state.method = method == std::end(METHODS) ? "" : method->word;
+    const auto method = std::ranges::find(TONEMAP_METHODS, gadgets->find(TONEMAP_METHOD)->value.GetLong(),
+                                          &TonemapMethod::value);
+    state.method = method == std::end(TONEMAP_METHODS) ? "" : method->word;
     for (const Slider& slider : SLIDERS) {
         if (const Gadget* const gadget = gadgets->find(slider.gadget)) {
             const double value = gadget->value.GetReal();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/import/animation_import.h"
 
+#include "headless/import/model_space.h"
 #include "headless/import/model_text.h"
 #include "headless/model/track.h"
 
@@ -43,17 +44,9 @@ void addTrack(std::vector<Track>& tracks, Channel channel, const AssimpKey* keys
     }
 }
 
-bool isFinite(const aiVector3D& v) {
-    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
-}
-
-bool isFinite(const aiQuaternion& q) {
-    return std::isfinite(q.w) && std::isfinite(q.x) && std::isfinite(q.y) && std::isfinite(q.z);
-}
-
 template <class AssimpKey>
 bool allFinite(const AssimpKey* keys, unsigned count) {
-    return std::all_of(keys, keys + count, [](const AssimpKey& key) { return isFinite(key.mValue); });
+    return std::all_of(keys, keys + count, [](const AssimpKey& key) { return areAllFinite(key.mValue); });
 }
 
 bool isBroken(const aiNodeAnim& channel) {

@@ -2,6 +2,7 @@
 #include "headless/import/fixture_import.h"
 
 #include "headless/import/aims_3ds.h"
+#include "headless/import/model_space.h"
 #include "headless/import/model_text.h"
 
 #include <assimp/commonMetaData.h>
@@ -12,13 +13,9 @@ namespace headless {
 
 namespace {
 
-bool isFinite(const aiVector3D& v) {
-    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
-}
-
 /// A unit vector, or the fallback for one without a direction.
 Vector unitDirection(const aiVector3D& v, const Vector& fallback) {
-    const Vector unit = isFinite(v) ? ModelSpace::direction(v).GetNormalized() : Vector();
+    const Vector unit = areAllFinite(v) ? ModelSpace::direction(v).GetNormalized() : Vector();
     return unit == Vector() ? fallback : unit;
 }
 
@@ -31,7 +28,7 @@ std::string_view formatOf(const aiScene& scene, aiString& storage) {
 Matrix aimedMatrix(const aiVector3D& position, const aiVector3D& forward, const aiVector3D& up,
                    const ModelSpace& space) {
     Matrix matrix;
-    if (isFinite(position)) {
+    if (areAllFinite(position)) {
         matrix.off = space.point(position);
     }
     matrix.axisZ = unitDirection(forward, matrix.axisZ);

@@ -5,7 +5,16 @@
 
 #include <assimp/scene.h>
 
+#include <cmath>
+
 namespace headless {
+
+inline bool areAllFinite(const aiVector3D& v) {
+    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+}
+inline bool areAllFinite(const aiQuaternion& q) {
+    return std::isfinite(q.w) && std::isfinite(q.x) && std::isfinite(q.y) && std::isfinite(q.z);
+}
 
 /// From the space of a model as Assimp gives it, right-handed with Y up, to the host's, left-handed with Y up
 /// in centimetres: lengths are scaled and Z is mirrored.

@@ -2,6 +2,7 @@
 #include "headless/import/texture_import.h"
 
 #include "foundation/safe_file.h"
+#include "foundation/string_utils.h"
 #include "headless/images/image_files.h"
 #include "headless/import/model_text.h"
 #include "headless/runtime/platform.h"
@@ -66,13 +67,6 @@ std::string plainStem(std::string path) {
     return stem.empty() ? "texture" : stem;
 }
 
-std::string lowerCase(std::string text) {
-    std::ranges::transform(text, text.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    return text;
-}
-
 /// The format's suffix as the model tells it: "png", "jpg"; "" for one that isn't a plain word.
 std::string suffixOf(const aiTexture& texture) {
     const std::string_view hint(
@@ -83,7 +77,7 @@ std::string suffixOf(const aiTexture& texture) {
     const bool isPlain = std::ranges::all_of(hint, [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
     });
-    return isPlain && !hint.empty() ? "." + lowerCase(std::string(hint)) : ".img";
+    return isPlain && !hint.empty() ? "." + Quenza::toLowerCase(hint) : ".img";
 }
 
 void save(const fs::path& path, const Image& image) {

@@ -11,12 +11,12 @@ namespace headless::resources {
 
 namespace {
 
-struct KeywordKind {
+struct KeywordEntry {
     std::string_view keyword;
     EntryKind kind;
 };
 
-constexpr KeywordKind keywordKinds[] = {
+constexpr KeywordEntry keywordKinds[] = {
     {"GROUP", EntryKind::group},
     {"SEPARATOR", EntryKind::separator},
     {"STATICTEXT", EntryKind::staticText},
@@ -71,7 +71,7 @@ void scale(Value& value, double factor) {
 } // namespace
 
 EntryKind kindOfKeyword(std::string_view keyword) {
-    for (const KeywordKind& known : keywordKinds)
+    for (const KeywordEntry& known : keywordKinds)
         if (known.keyword == keyword)
             return known.kind;
     return EntryKind::other;

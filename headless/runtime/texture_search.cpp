@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/runtime/texture_search.h"
 
+#include "foundation/string_utils.h"
 #include "headless/runtime/files.h"
 #include "headless/runtime/platform.h"
 
@@ -22,21 +23,15 @@ constexpr char LIST_SEPARATOR = ';';
 constexpr char LIST_SEPARATOR = ':';
 #endif
 
-std::string lowerCase(std::string text) {
-    std::ranges::transform(text, text.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    return text;
-}
-
 /// The entry of a folder whose name differs from `name` in case alone; the first by its bytes.
 std::optional<fs::path> entryIgnoringCase(const fs::path& folder, const fs::path& name) {
-    const std::string wanted = lowerCase(platform::utf8FromPath(name));
+    const std::string wanted = Quenza::toLowerCase(platform::utf8FromPath(name));
     std::optional<fs::path> best;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         const fs::path candidate = entry->path().filename();
-        if (lowerCase(platform::utf8FromPath(candidate)) == wanted && (!best || candidate < *best)) {
+        if (Quenza::toLowerCase(platform::utf8FromPath(candidate)) == wanted &&
+            (!best || candidate < *best)) {
             best = candidate;
         }
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/runtime/zip_extract.h"
 
+#include "foundation/string_utils.h"
 #include "foundation/utf8.h"
 #include "headless/runtime/platform.h"
 
@@ -173,13 +174,6 @@ Entry Archive::currentEntry() {
     return entry;
 }
 
-std::string lowerCase(std::string text) {
-    std::ranges::transform(text, text.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    return text;
-}
-
 std::vector<Entry> Archive::entries() {
     unz_global_info64 contents{};
     if (unzGetGlobalInfo64(handle_, &contents) != UNZ_OK) {
@@ -201,7 +195,7 @@ std::vector<Entry> Archive::entries() {
         if (entries.size() == zip_limits::ENTRIES) {
             throw Refusal("it has more than " + std::to_string(zip_limits::ENTRIES) + " entries");
         }
-        if (!names.insert(lowerCase(entry.path.generic_string())).second) {
+        if (!names.insert(Quenza::toLowerCase(entry.path.generic_string())).second) {
             refuse(entry.name, "stands twice");
         }
         if (entry.byteCount > zip_limits::BYTES - total) {

@@ -8,25 +8,25 @@ namespace headless {
 
 namespace {
 
-DescriptionInstance& fromHost(Description* description) {
+DescriptionInstance& instanceOf(Description* description) {
     return *reinterpret_cast<DescriptionInstance*>(description);
 }
 
 bool load(Description* description, int32_t pluginId) {
     const resources::Description* const resource = Host::current().descriptionOf(pluginId);
     if (resource) {
-        fromHost(description).load(*resource);
+        instanceOf(description).load(*resource);
     }
     return resource != nullptr;
 }
 
 BaseContainer* getParameter(Description* description, const DescID& id) {
-    return fromHost(description).properties(id[0]);
+    return instanceOf(description).properties(id[0]);
 }
 
 bool setParameter(Description* description, const DescID& id, int32_t dataType,
                   const BaseContainer& properties, const DescID& group) {
-    return fromHost(description).set(id[0], dataType, properties, group[0]);
+    return instanceOf(description).set(id[0], dataType, properties, group[0]);
 }
 
 } // namespace

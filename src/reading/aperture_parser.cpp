@@ -37,7 +37,7 @@ Ref<ApertureShape> parseGenerated(const ParserState&, const TiXmlElement& elemen
     return shape;
 }
 
-Ref<ApertureShape> parseImage(const ParserState& state, const TiXmlElement& element) {
+Ref<ApertureShape> parseImageAperture(const ParserState& state, const TiXmlElement& element) {
     constexpr const char* names[] = {"path"};
     xml::checkChildrenAreInOnce(element, names);
     const Ref<ApertureImage> shape = new ApertureImage;
@@ -51,7 +51,7 @@ constexpr struct {
 } KINDS[] = {
     {"circular", parseCircular},
     {"generated", parseGenerated},
-    {"image", parseImage},
+    {"image", parseImageAperture},
 };
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "foundation/mapped_file.h"
 #include "foundation/string_utils.h"
 #include "foundation/text_cursor.h"
+#include "reading/byte_order_mark.h"
 #include "reading/obj_corner_merge.h"
 
 #include <cmath>
@@ -16,8 +17,6 @@
 namespace Quenza {
 
 namespace {
-
-constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 /// Corners that are read of a face; it's refused anyway.
 constexpr u32 MAX_CORNERS = 256;

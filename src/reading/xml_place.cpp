@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "reading/xml_place.h"
 
+#include "reading/byte_order_mark.h"
+
 #include <algorithm>
 
 namespace Quenza {
 
 namespace {
-
-constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 bool isContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0) == 0x80;

@@ -2,6 +2,7 @@
 #include "reading/xml_precheck.h"
 
 #include "foundation/utf8.h"
+#include "reading/byte_order_mark.h"
 #include "reading/xml_place.h"
 
 #include <algorithm>
@@ -18,7 +19,6 @@ constexpr const char* READING_ATTRIBUTES = "Error reading Attributes.";
 constexpr const char* PARSING_ELEMENT = "Error parsing Element.";
 constexpr const char* DOCUMENT_EMPTY = "Error document empty.";
 
-constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 constexpr u64 NONE = std::string_view::npos;
 
 enum CharacterClass : unsigned char { SPACE = 1, NAME_BEGIN = 2, NAME_PART = 4 };

@@ -13,7 +13,7 @@ using namespace engine;
 
 namespace {
 
-constexpr float DEGREE = 3.14159265f / 180;
+constexpr float IES_DEGREE = 3.14159265f / 180;
 const std::string HEADER = "IESNA:LM-63-2002\n[TEST] 1\nTILT=NONE\n";
 
 std::shared_ptr<const IESDistribution> good(const std::string& text) {
@@ -35,19 +35,19 @@ TEST(PhotometryIES, IntegratesToItsLumens) {
     const auto sphere = good(HEADER + "1 1000 2 3 1 1 2 0 0 0\n0.5 1 10\n0 90 180\n0\n100 100 100\n");
     EXPECT_NEAR(sphere->lumens(), 400 * 3.14159265, 0.01);
     EXPECT_NEAR(sphere->at(1.0f, 2.0f), 1 / (4 * 3.14159265f), 1e-6f);
-    EXPECT_NEAR(sphere->at(180 * DEGREE, 0), sphere->maximum(), 1e-6f);
+    EXPECT_NEAR(sphere->at(180 * IES_DEGREE, 0), sphere->maximum(), 1e-6f);
     // A cosine: the flux is pi times the intensity at nadir. Nothing above what was measured.
     std::string cosine = HEADER + "1 -1 1 91 1 1 2 0 0 0\n1 1 10\n";
     for (int i = 0; i <= 90; ++i)
         cosine += std::to_string(i) + (i % 10 == 0 ? "\r\n" : " ");
     cosine += "0\n";
     for (int i = 0; i <= 90; ++i)
-        cosine += std::to_string(std::abs(100 * std::cos(float(i) * DEGREE))) + ",";
+        cosine += std::to_string(std::abs(100 * std::cos(float(i) * IES_DEGREE))) + ",";
     const auto lambert = good(cosine);
     EXPECT_NEAR(lambert->lumens(), 100 * 3.14159265, 0.1);
     EXPECT_NEAR(lambert->at(0, 0), 1 / 3.14159265f, 1e-4f);
-    EXPECT_NEAR(lambert->at(60 * DEGREE, 5), 0.5f / 3.14159265f, 1e-4f);
-    EXPECT_EQ(lambert->at(91 * DEGREE, 0), 0.0f);
+    EXPECT_NEAR(lambert->at(60 * IES_DEGREE, 5), 0.5f / 3.14159265f, 1e-4f);
+    EXPECT_EQ(lambert->at(91 * IES_DEGREE, 0), 0.0f);
 }
 
 TEST(PhotometryIES, InterpolatesAndMirrorsHorizontalAngles) {
@@ -56,7 +56,8 @@ TEST(PhotometryIES, InterpolatesAndMirrorsHorizontalAngles) {
                             angles + "\n" + candelas);
         std::vector<float> found;
         for (const float h : {0.0f, 45.0f, 90.0f, 135.0f, 180.0f, 225.0f, 270.0f, 315.0f, 360.0f, -90.0f})
-            found.push_back(std::round(d->at(90 * DEGREE, h * DEGREE) * float(d->lumens()) * 100) / 100);
+            found.push_back(std::round(d->at(90 * IES_DEGREE, h * IES_DEGREE) * float(d->lumens()) * 100) /
+                            100);
         return found;
     };
     using Values = std::vector<float>;

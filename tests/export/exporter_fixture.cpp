@@ -8,6 +8,7 @@
 #include "scene/scene_node_render_settings.h"
 #include "shared/parameter_ids.h"
 #include "shared/plugin_ids.h"
+#include "support/quiet_host.h"
 
 namespace {
 
@@ -33,13 +34,6 @@ void addPluginTypes() {
         type.name = std::to_string(id);
         headless::NodeTypes::instance().add(type);
     }
-}
-
-headless::HostOptions quietHost() {
-    headless::HostOptions options;
-    options.consoleSink = options.errorSink = options.statusSink = [](const std::string&) {};
-    options.fixedClock = DateTime{2026, 3, 9, 7, 5, 4};
-    return options;
 }
 
 std::string string(const Quenza::String& text) {

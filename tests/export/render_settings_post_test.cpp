@@ -11,6 +11,7 @@
 #include "host/tables.h"
 #include "shared/parameter_ids.h"
 #include "shared/plugin_ids.h"
+#include "support/quiet_host.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -18,12 +19,6 @@
 #include <vector>
 
 namespace {
-
-headless::HostOptions quietHost() {
-    headless::HostOptions options;
-    options.consoleSink = options.errorSink = options.statusSink = [](const std::string&) {};
-    return options;
-}
 
 const headless::resources::Description& shippedPage() {
     static headless::resources::ResourceFolder folder(QUENZA_SOURCE_DIR "/res");

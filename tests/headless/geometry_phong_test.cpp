@@ -75,10 +75,10 @@ TEST(PhongNormals, BrokenEdgesAreHardFromEitherSide) {
 }
 
 TEST(PhongNormals, BadPolygonsAreZeroAndLeaveTheirNeighboursAlone) {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float noNumber = std::numeric_limits<float>::quiet_NaN();
     const float inf = std::numeric_limits<float>::infinity();
     PolyMesh mesh = roof();
-    mesh.points.push_back({nan, 0, 0});
+    mesh.points.push_back({noNumber, 0, 0});
     mesh.points.push_back({inf, 0, 0});
     mesh.polygons.insert(mesh.polygons.end(), {{0, 1, 6}, {0, 1, 7}, {0, 0, 1}, {0, 1, 0, 1}, {2, 2, 2, 2}});
     const std::vector<Vector> normals = normalsOf(mesh, {true, 10.0 * degree, {}});

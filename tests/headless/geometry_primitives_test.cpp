@@ -113,9 +113,9 @@ TEST(Primitives, AreWeldedClosedAndFaceOutward) {
 }
 
 TEST(Primitives, SegmentsAndSizesAreBroughtIntoRange) {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float noNumber = std::numeric_limits<float>::quiet_NaN();
     const float inf = std::numeric_limits<float>::infinity();
-    for (const float bad : {0.0f, -1.0f, nan, inf}) {
+    for (const float bad : {0.0f, -1.0f, noNumber, inf}) {
         EXPECT_TRUE(makeCube({{bad, bad, 1.0f}, 3, 3, 3}).polygons.empty());
         EXPECT_TRUE(makeSphere({bad, 24, SphereType::Icosahedron}).polygons.empty());
         EXPECT_TRUE(makeDisc({0.0f, bad, 1, 36, Axis::PlusY}).points.empty());

@@ -105,11 +105,11 @@ TEST(UVProjection, NothingToWorkWithGivesNothing) {
     const std::vector<UVWStruct> own{{{1, 2, 3}, {4, 5, 6}, {7, 8, 9}, {7, 8, 9}}};
     EXPECT_EQ(generate(6, own), own);
 
-    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float noNumber = std::numeric_limits<float>::quiet_NaN();
     const float inf = std::numeric_limits<float>::infinity();
-    PolyMesh bad = face({{nan, 0, 0}, {inf, 1, 0}, {3e38f, 3e38f, -3e38f}});
+    PolyMesh bad = face({{noNumber, 0, 0}, {inf, 1, 0}, {3e38f, 3e38f, -3e38f}});
     for (const int projection : {0, 1, 2, 3, 4, 5, 7, 8}) {
-        for (const Vector& axis : {Vector(1, 0, 0), Vector(0, 0, 0), Vector(nan, 0, inf)}) {
+        for (const Vector& axis : {Vector(1, 0, 0), Vector(0, 0, 0), Vector(noNumber, 0, inf)}) {
             Matrix matrix;
             matrix.axisX = axis;
             ProjectionCamera camera;

@@ -2,7 +2,6 @@
 #include "materials/material_fixture.h"
 
 #include "headless/model/handles.h"
-#include "headless/model/node_types.h"
 #include "host/bitmap.h"
 #include "host/ids.h"
 #include "materials/file_names.h"
@@ -16,19 +15,11 @@
 #include "materials/quenza_material.h"
 #include "scene/ostream.h"
 #include "scene/scene_node_material.h"
+#include "support/quiet_host.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-
-namespace {
-
-constexpr int32_t METRES = 2;
-
-template <class Data>
-NodeData* allocate() {
-    return new Data;
-}
 
 void addType(int32_t id, headless::NodeKind kind, NodeDataAllocator allocator) {
     headless::NodeTypeInfo type;
@@ -39,6 +30,10 @@ void addType(int32_t id, headless::NodeKind kind, NodeDataAllocator allocator) {
     headless::NodeTypes::instance().add(type);
 }
 
+namespace {
+
+constexpr int32_t METRES = 2;
+
 void addPluginTypes() {
     using enum headless::NodeKind;
     addType(PLUGINID_MATERIAL, material, allocate<QuenzaMaterial>);
@@ -47,13 +42,6 @@ void addPluginTypes() {
     addType(PLUGINID_QSL_BLEND, shader, allocate<QSLBlendShader>);
     addType(PLUGINID_QSL_GRADIENT, shader, allocate<QSLGradientShader>);
     addType(PLUGINID_QSL_NORMAL, shader, allocate<QSLNormalShader>);
-}
-
-headless::HostOptions quietHost() {
-    headless::HostOptions options;
-    options.consoleSink = options.errorSink = options.statusSink = [](const std::string&) {};
-    options.fixedClock = DateTime{2026, 3, 9, 7, 5, 4};
-    return options;
 }
 
 } // namespace

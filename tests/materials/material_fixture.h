@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "headless/model/node_types.h"
 #include "headless/runtime/host.h"
 #include "host/document.h"
 #include "host/material.h"
@@ -14,6 +15,14 @@
 #include <memory>
 #include <string>
 #include <vector>
+
+template <class Data>
+NodeData* allocate() {
+    return new Data;
+}
+
+/// Makes a kind of node known to the host, as a registration would.
+void addType(int32_t id, headless::NodeKind kind, NodeDataAllocator allocator);
 
 /// A document in the stand-in host with the plug-in's material and shaders. The document's file and the
 /// scene's lie in one folder; 1 unit is 1 metre.

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "headless/model/handles.h"
-#include "headless/model/node_types.h"
 #include "host/preview.h"
 #include "host/tag.h"
 #include "host/videopost.h"
@@ -38,19 +37,6 @@ public:
 };
 
 class PlainTag : public TagData {};
-
-template <class Data>
-NodeData* allocate() {
-    return new Data;
-}
-
-void addType(int32_t id, headless::NodeKind kind, NodeDataAllocator allocator) {
-    headless::NodeTypeInfo type;
-    type.id = id;
-    type.kind = kind;
-    type.allocator = allocator;
-    headless::NodeTypes::instance().add(type);
-}
 
 class MaterialPreviews : public MaterialTest {
 protected:

@@ -31,9 +31,9 @@ std::string embedded2(const std::string& content) {
     return "<embedded_2>\n" + content + "</embedded_2>";
 }
 
-const std::string FOUR =
+const std::string CORNERS =
     "<vertex pos='0 0 0'/><vertex pos='1 0 0'/>\n<vertex pos='1 1 0'/><vertex pos='0 1 0'/>\n";
-const std::string FOUR_VERTICES = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n";
+const std::string CORNER_VERTICES = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n";
 
 TEST(EmbeddedMeshTest, ReadsTheOlderForm) {
     EXPECT_EQ(read(embedded("<vertex pos='0 0 0' normal='0 0 2' uv1='0.5 1'/>"
@@ -58,11 +58,11 @@ TEST(EmbeddedMeshTest, ReadsTheNewerForm) {
         read(
             embedded2("<expose_uv_set><index>0</index><name>albedo</name></expose_uv_set>"
                       "<used_material_name>a</used_material_name><used_material_name>b</used_material_name>" +
-                      FOUR +
+                      CORNERS +
                       "<uvs uv0='0 0'/><uvs uv0='1 0'/><uvs uv0='1 1' uv3='5 6'/>"
                       "<triangle v='0 1 2' uv='2 1 0' m='1'/><quad v='0 1 2 3' uv='0 1 2 0' m='0'/>"
                       "<triangle v='0 1 1' uv='2 1 0' m='1'/>")),
-        "material a\nmaterial b\n" + FOUR_VERTICES +
+        "material a\nmaterial b\n" + CORNER_VERTICES +
             "uv 0 0\n   0 0\n   0 0\n   0 0\nuv 1 0\n   0 0\n   0 0\n   0 0\nuv 1 1\n   0 0\n   0 0\n   5 6\n"
             "triangle 0 1 2 uv 2 1 0 m 1\nquad 0 1 2 3 uv 0 1 2 0 m 0\n");
     // UVs of vertices, and faces that take them or others.
@@ -71,7 +71,7 @@ TEST(EmbeddedMeshTest, ReadsTheNewerForm) {
                        "<uvs uv0='3 4'/><triangle v='2 1 0' m='0'/><triangle v='2 1 0' uv='3 3 0' m='0'/>")),
         "v 0 0 0\nv 1 0 0\nv 0 1 0\nuv 1 2\nuv 0 0\nuv 0 0\nuv 3 4\n"
         "triangle 2 1 0 uv 2 1 0 m 0\ntriangle 2 1 0 uv 3 3 0 m 0\n");
-    EXPECT_EQ(read(embedded2(FOUR + "<triangle v='2 1 0' m='0'/><quad v='3 2 1 0' m='7'/>"), -1),
+    EXPECT_EQ(read(embedded2(CORNERS + "<triangle v='2 1 0' m='0'/><quad v='3 2 1 0' m='7'/>"), -1),
               "v -0 -0 -0\nv -1 -0 -0\nv -1 -1 -0\nv -0 -1 -0\ntriangle 2 1 0 m 0\nquad 3 2 1 0 m 7\n");
 }
 

@@ -10,7 +10,7 @@
 namespace Quenza {
 namespace {
 
-std::string held(const std::string& children) {
+std::string heldSpectrum(const std::string& children) {
     return "<spectrum>\n" + children + "</spectrum>";
 }
 
@@ -35,7 +35,7 @@ TEST(SpectrumParser, ReadsWhatIsWritten) {
     };
     for (const Ref<Spectrum>& spectrum : spectra) {
         const std::string text = xmlText(*spectrum);
-        EXPECT_EQ(xmlText(*parseSpectrum(ParsedElement(held(text)))), text);
+        EXPECT_EQ(xmlText(*parseSpectrum(ParsedElement(heldSpectrum(text)))), text);
     }
 }
 

@@ -73,11 +73,11 @@ TEST(MeshMeasureTest, FindsTheExtremesOfAnyCountInAnyPieces) {
 
 // Large enough for all arrays to be read by several threads.
 TEST(MeshMeasureTest, LargeFilesAreReadScaledAndChecked) {
-    constexpr u64 VERTICES = 700000;
+    constexpr u64 VERTEX_COUNT = 700000;
     constexpr u64 FACES = 300000;
     const TempDir dir;
     const String path = dir / "large.qzmesh";
-    const Ref<Mesh> written = randomMesh(VERTICES, FACES);
+    const Ref<Mesh> written = randomMesh(VERTEX_COUNT, FACES);
     Mesh::writeToFile(path, *written);
     const std::string bytes = fileBytes(path);
 
@@ -88,8 +88,8 @@ TEST(MeshMeasureTest, LargeFilesAreReadScaledAndChecked) {
     EXPECT_TRUE(std::equal(mesh.triangles.begin(), mesh.triangles.end(), written->triangles.begin(),
                            written->triangles.end()));
     written->endOfModel();
-    ASSERT_EQ(mesh.vert_positions.size(), VERTICES);
-    EXPECT_EQ(mesh.vert_positions[VERTICES - 1].z, 2 * written->vert_positions[VERTICES - 1].z);
+    ASSERT_EQ(mesh.vert_positions.size(), VERTEX_COUNT);
+    EXPECT_EQ(mesh.vert_positions[VERTEX_COUNT - 1].z, 2 * written->vert_positions[VERTEX_COUNT - 1].z);
     EXPECT_EQ(mesh.aabb_min.x, 2 * written->aabb_min.x);
     EXPECT_EQ(mesh.max_radius, 2 * written->max_radius);
     EXPECT_EQ(mesh.num_materials_referenced, written->num_materials_referenced);
