@@ -57,6 +57,26 @@ String findNameInDir(const String& dir, const String& name) {
     return found;
 }
 
+u64 behindParts(const String& path, u64 from, int count) {
+    for (; from < path.size() && count > 0; ++from)
+        if (PlatformUtils::isSeparator(path[from]))
+            --count;
+    return from;
+}
+
+/// Index behind what no folder lists: the server and share of a Windows path, and the prefix of a long one.
+u64 unlistedEnd(const String& path) {
+    const bool named = PlatformUtils::SEPARATOR == '\\' && path.size() >= 2 &&
+                       PlatformUtils::isSeparator(path[0]) && PlatformUtils::isSeparator(path[1]);
+    if (!named)
+        return 0;
+    const bool prefixed =
+        path.size() >= 4 && (path[2] == '?' || path[2] == '.') && PlatformUtils::isSeparator(path[3]);
+    if (!prefixed)
+        return behindParts(path, 2, 2);
+    return toLowerCase(path.view().substr(4, 4)) == "unc\\" ? behindParts(path, 8, 2) : 4;
+}
+
 } // namespace
 
 String join(const String& dir, const String& path) {
@@ -176,9 +196,9 @@ void deleteDirectory(const String& path) {
 }
 
 String getActualOSPath(const String& path) {
-    String actual;
-    u64 start = 0;
-    for (u64 i = 0; i <= path.size(); ++i) {
+    u64 start = unlistedEnd(path);
+    String actual = part(path, 0, start);
+    for (u64 i = start; i <= path.size(); ++i) {
         if (i < path.size() && !PlatformUtils::isSeparator(path[i]))
             continue;
         const String name = part(path, start, i);

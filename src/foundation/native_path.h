@@ -18,6 +18,16 @@ inline std::string utf8Path(const std::filesystem::path& path) {
     return std::string(text.begin(), text.end());
 }
 
+/// A path for one call of the standard library, to be neither kept nor shown: Windows' limit of 260
+/// characters is lifted.
+#ifdef _WIN32
+std::filesystem::path systemPath(const std::filesystem::path& path);
+#else
+inline std::filesystem::path systemPath(const std::filesystem::path& path) {
+    return path;
+}
+#endif
+
 /// With slashes on every system, as files hold it.
 inline std::string genericUtf8Path(const std::filesystem::path& path) {
     const std::u8string text = path.generic_u8string();

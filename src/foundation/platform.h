@@ -33,6 +33,9 @@ bool isSeparator(char c);
 /// True when the path doesn't depend on a current directory.
 bool isAbsolutePath(const String& path);
 
+/// Text of a variable of the environment, "" when it isn't set.
+String environment(const char* name);
+
 /// Text of a value below the current user's part of the registry, or "" when it isn't there. Away from
 /// Windows the registry is "registry.ini" in the application data folder, with one section a key:
 ///     [Software\Maker\Product]
@@ -94,11 +97,15 @@ PathKind pathKind(const String& path);
 /// True for what exists and is no ordinary file: a directory, a device, a pipe.
 bool isSpecialFile(const String& path);
 
+/// True for a symbolic link, and on Windows for a junction; whatever it leads to.
+bool isLink(const String& path);
+
 /// These return false on failure and leave the reason to lastErrorText().
 bool makeDirectory(const String& path);
 bool removeFile(const String& path);
 bool removeDirectory(const String& path);
-/// A move within one volume; an existing file at `to` is replaced in one step.
+/// A move within one volume; an existing file at `to` is replaced in one step. On Windows another program's
+/// hold on either file is waited out for about a second.
 bool replaceFile(const String& from, const String& to);
 /// Names in the directory without "." and "..", in byte order.
 bool listDirectory(const String& path, Vector<String>& names);

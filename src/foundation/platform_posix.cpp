@@ -43,13 +43,8 @@ namespace PlatformUtils {
 
 namespace {
 
-std::string environmentVariable(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
-}
-
 std::string homeDirectory() {
-    std::string home = environmentVariable("HOME");
+    std::string home = environment("HOME").toStdString();
     if (home.empty())
         if (const passwd* user = getpwuid(getuid()))
             home = user->pw_dir;
@@ -91,15 +86,20 @@ String readRegistryText(const String& key, const String& value) {
     return "";
 }
 
+String environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
 String getAppDataDirectory() {
-    const std::string configured = environmentVariable("XDG_CONFIG_HOME");
+    const String configured = environment("XDG_CONFIG_HOME");
     if (!configured.empty())
         return configured;
     return homeDirectory() + "/.config";
 }
 
 String getTempDirectory() {
-    std::string directory = environmentVariable("TMPDIR");
+    std::string directory = environment("TMPDIR").toStdString();
     while (directory.size() > 1 && directory.back() == '/')
         directory.pop_back();
     return directory.empty() ? "/tmp" : directory;
@@ -152,6 +152,11 @@ bool makeDirectory(const String& path) {
 bool isSpecialFile(const String& path) {
     struct stat status {};
     return stat(path.toStdString().c_str(), &status) == 0 && !S_ISREG(status.st_mode);
+}
+
+bool isLink(const String& path) {
+    struct stat status {};
+    return lstat(path.toStdString().c_str(), &status) == 0 && S_ISLNK(status.st_mode);
 }
 
 bool removeFile(const String& path) {

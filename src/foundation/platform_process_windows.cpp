@@ -35,6 +35,11 @@ HANDLE handleOf(std::thread& thread) {
 
 } // namespace
 
+String environment(const char* name) {
+    const wchar_t* const value = _wgetenv(toWide(name).c_str());
+    return value ? toUtf8(value) : String();
+}
+
 String readRegistryText(const String& key, const String& value) {
     HKEY handle;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, toWide(key).c_str(), 0, REGISTRY_ACCESS, &handle) != ERROR_SUCCESS)
@@ -57,8 +62,11 @@ String getAppDataDirectory() {
 
 String getTempDirectory() {
     wchar_t path[MAX_PATH + 1] = {};
-    if (GetTempPathW(MAX_PATH + 1, path) == 0)
-        throw PlatformUtilsExcep("GetTempPath() failed, Error code: " + std::to_string(GetLastError()));
+    const DWORD length = GetTempPathW(MAX_PATH + 1, path);
+    if (length == 0 || length > MAX_PATH) {
+        const DWORD error = length == 0 ? GetLastError() : ERROR_INSUFFICIENT_BUFFER;
+        throw PlatformUtilsExcep("GetTempPath() failed, Error code: " + std::to_string(error));
+    }
     std::wstring directory = path;
     while (!directory.empty() && directory.back() == L'\\')
         directory.pop_back();
@@ -73,8 +81,8 @@ bool createProcess(const String& executablePath, const String& commandLine, bool
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
     const DWORD flags = CREATE_DEFAULT_ERROR_MODE | (lowPriority ? BELOW_NORMAL_PRIORITY_CLASS : 0);
-    if (!CreateProcessW(toWide(executablePath).c_str(), writable_line.data(), nullptr, nullptr, FALSE, flags,
-                        nullptr, nullptr, &startup, &process))
+    if (!CreateProcessW(toWidePath(executablePath).c_str(), writable_line.data(), nullptr, nullptr, FALSE,
+                        flags, nullptr, nullptr, &startup, &process))
         return false;
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
@@ -121,7 +129,7 @@ String errorText(int code) {
     LocalFree(buffer);
     while (!text.empty() && std::iswspace(text.back()))
         text.pop_back();
-    return toUtf8(text);
+    return text.empty() ? String("error " + std::to_string(DWORD(code))) : toUtf8(text);
 }
 
 String lastErrorText() {
@@ -133,11 +141,11 @@ int lastErrorCode() {
 }
 
 void setLibraryDirectory(const String& directory) {
-    SetDllDirectoryW(toWide(directory).c_str());
+    SetDllDirectoryW(toWidePath(directory).c_str());
 }
 
 void* loadLibrary(const String& path, String& error) {
-    const HMODULE library = LoadLibraryW(toWide(path).c_str());
+    const HMODULE library = LoadLibraryW(toWidePath(path).c_str());
     if (!library)
         error = lastErrorText();
     return library;

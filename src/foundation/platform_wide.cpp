@@ -2,6 +2,7 @@
 #ifdef _WIN32
 
 #include "foundation/platform_wide.h"
+#include "foundation/native_path.h"
 
 #include <string>
 
@@ -13,6 +14,16 @@ namespace {
 
 /// A folder's path leaves room for a file name of the old form, of 12 characters.
 constexpr std::size_t SHORT_PATH = MAX_PATH - 12 - 1;
+
+bool isSeparator(wchar_t c) {
+    return c == L'\\' || c == L'/';
+}
+
+/// True when no current folder has a say, neither the process's nor a drive's.
+bool isFullyQualified(const std::wstring& path) {
+    return (path.size() >= 3 && path[1] == L':' && isSeparator(path[2])) ||
+           (path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1]));
+}
 
 } // namespace
 
@@ -31,20 +42,34 @@ String toUtf8(const std::wstring& wide) {
     return text;
 }
 
+std::wstring fullPath(const std::wstring& path) {
+    std::wstring whole(std::size_t(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr)), L'\0');
+    whole.resize(GetFullPathNameW(path.c_str(), DWORD(whole.size()), whole.data(), nullptr));
+    return whole;
+}
+
 std::wstring toWidePath(const String& path) {
-    std::wstring wide = toWide(path);
-    if (wide.size() < SHORT_PATH || wide.starts_with(L"\\\\?\\"))
-        return wide;
+    return toWidePath(toWide(path));
+}
+
+std::wstring toWidePath(const std::wstring& path) {
+    const bool isLong = path.size() >= SHORT_PATH;
+    if (path.empty() || path.starts_with(L"\\\\?\\") || (!isLong && isFullyQualified(path)))
+        return path;
     // Behind the prefix nothing is resolved any more: neither "..", nor slashes, nor the current folder.
-    std::wstring whole(std::size_t(GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr)), L'\0');
-    whole.resize(GetFullPathNameW(wide.c_str(), DWORD(whole.size()), whole.data(), nullptr));
-    if (whole.empty())
-        return wide;
+    const std::wstring whole = fullPath(path);
+    const bool isDevice = whole.starts_with(L"\\\\.\\");
+    if (whole.empty() || isDevice || (!isLong && whole.size() < SHORT_PATH))
+        return path;
     if (whole.starts_with(L"\\\\"))
         return L"\\\\?\\UNC" + whole.substr(1);
     return L"\\\\?\\" + whole;
 }
 
 } // namespace Quenza::PlatformUtils
+
+std::filesystem::path Quenza::systemPath(const std::filesystem::path& path) {
+    return PlatformUtils::toWidePath(path.native());
+}
 
 #endif

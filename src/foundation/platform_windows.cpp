@@ -36,6 +36,9 @@ constexpr i64 FILETIME_OF_1970 = 116444736000000000;
 /// Others may do with an open file what they may do elsewhere.
 constexpr DWORD SHARE_ALL = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
+constexpr int REPLACE_ATTEMPTS = 10;
+constexpr DWORD REPLACE_PAUSE_MS = 100;
+
 /// What a mode of fopen asks for. The C library's own opening would pass the file on to child processes, take
 /// no long paths, and know no "x".
 struct Opening {
@@ -65,6 +68,15 @@ Opening openingOf(const char* mode) {
     return opening;
 }
 
+/// True when another program's hold on a file explains the error: a viewer, a search for viruses.
+bool mayPass(DWORD error, const std::wstring& target) {
+    if (error != ERROR_SHARING_VIOLATION && error != ERROR_ACCESS_DENIED)
+        return false;
+    const DWORD attributes = GetFileAttributesW(target.c_str());
+    return attributes == INVALID_FILE_ATTRIBUTES ||
+           (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) == 0;
+}
+
 } // namespace
 
 bool isSeparator(char c) {
@@ -87,9 +99,21 @@ bool makeDirectory(const String& path) {
 }
 
 bool isSpecialFile(const String& path) {
-    const DWORD attributes = GetFileAttributesW(toWidePath(path).c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES &&
-           (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) != 0;
+    const std::wstring wide = toWide(path);
+    // So the system names the reserved ones, such as "NUL" and, in older versions, "C:\aux.png".
+    const bool isDevice = !wide.empty() && fullPath(wide).starts_with(L"\\\\.\\");
+    return isDevice || pathKind(path) == PathKind::DIRECTORY;
+}
+
+bool isLink(const String& path) {
+    WIN32_FIND_DATAW entry;
+    const HANDLE search = FindFirstFileW(toWidePath(path).c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE)
+        return false;
+    FindClose(search);
+    // Files in a cloud are reparse points too, but stand for themselves.
+    return (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           IsReparseTagNameSurrogate(entry.dwReserved0);
 }
 
 bool removeFile(const String& path) {
@@ -101,11 +125,26 @@ bool removeDirectory(const String& path) {
 }
 
 bool replaceFile(const String& from, const String& to) {
-    return MoveFileExW(toWidePath(from).c_str(), toWidePath(to).c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+    const std::wstring source = toWidePath(from);
+    const std::wstring target = toWidePath(to);
+    for (int attempt = 1;; ++attempt) {
+        if (MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING))
+            return true;
+        const DWORD error = GetLastError();
+        if (attempt == REPLACE_ATTEMPTS || !mayPass(error, target)) {
+            SetLastError(error);
+            return false;
+        }
+        Sleep(REPLACE_PAUSE_MS);
+    }
 }
 
 bool listDirectory(const String& path, Vector<String>& names) {
     std::wstring pattern = toWidePath(path);
+    if (pattern.empty()) { // with the separator it would be the drive's root
+        SetLastError(ERROR_PATH_NOT_FOUND);
+        return false;
+    }
     // Long paths take no second separator.
     pattern += pattern.ends_with(L'\\') || pattern.ends_with(L'/') ? L"*" : L"\\*";
     WIN32_FIND_DATAW entry;
@@ -116,7 +155,12 @@ bool listDirectory(const String& path, Vector<String>& names) {
         if (std::wcscmp(entry.cFileName, L".") != 0 && std::wcscmp(entry.cFileName, L"..") != 0)
             names.push_back(toUtf8(entry.cFileName));
     } while (FindNextFileW(search, &entry));
+    const DWORD end = GetLastError();
     FindClose(search);
+    if (end != ERROR_NO_MORE_FILES) {
+        SetLastError(end);
+        return false;
+    }
     std::sort(names.begin(), names.end());
     return true;
 }

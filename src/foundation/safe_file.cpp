@@ -3,9 +3,17 @@
 
 #include "foundation/platform.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Quenza {
+
+namespace {
+
+/// Windows' C library may refuse a write of gigabytes.
+constexpr u64 WRITE_BLOCK = u64(64) << 20;
+
+} // namespace
 
 SafeFile::SafeFile(const String& path, Mode mode) : path_(path), partial_path_(path + ".partial") {
     // The rename would put an ordinary file in its place.
@@ -28,8 +36,14 @@ SafeFile::~SafeFile() {
 }
 
 void SafeFile::write(const void* data, u64 size) {
-    if (good_ && size > 0 && std::fwrite(data, 1, size, file_) != size)
-        fail();
+    const char* bytes = static_cast<const char*>(data);
+    while (good_ && size > 0) {
+        const u64 block = std::min(size, WRITE_BLOCK);
+        if (std::fwrite(bytes, 1, block, file_) != block)
+            fail();
+        bytes += block;
+        size -= block;
+    }
 }
 
 bool SafeFile::commit() {
