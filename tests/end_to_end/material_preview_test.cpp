@@ -12,7 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 using headless::Image;
 
-constexpr int32_t MATERIAL = 1024337;
+constexpr int32_t PREVIEWED_MATERIAL = 1024337;
 
 /// Previews by the stand-in renderer's library, on the plug-in's own scenes.
 class MaterialPreviewCommand : public Programs {
@@ -120,7 +120,8 @@ TEST_F(PreviewScenes, AreTheDocumentsOfTheFolder) {
     addScene("newer.json", R"({"format": "quenza-headless-document", "version": 2})");
     fs::create_directory(scenes() / "folder");
     load();
-    EXPECT_EQ(host().previewScenes().names(MATERIAL), (std::vector<std::string>{"sphere", "studio"}));
+    EXPECT_EQ(host().previewScenes().names(PREVIEWED_MATERIAL),
+              (std::vector<std::string>{"sphere", "studio"}));
     std::vector<std::string> failed = newLines();
     std::erase_if(failed, [](const std::string& line) { return !line.starts_with("Failed loading"); });
     EXPECT_EQ(failed, (std::vector<std::string>{"Failed loading preview scene: empty.json",
@@ -140,7 +141,7 @@ TEST_F(PreviewScenes, AreUsedAgain) {
         {"name": "a", "type": 1024337, "parameters": {"MAT_PREVIEW_QUALITY": "MAT_PREVIEW_NONE"}},
         {"name": "b", "type": 1024337, "parameters": {"MAT_PREVIEW_QUALITY": "MAT_PREVIEW_NONE"}}]})");
     openFile(folder() / "document.json");
-    headless::PreviewScene& scene = *host().previewScenes().find(MATERIAL, "");
+    headless::PreviewScene& scene = *host().previewScenes().find(PREVIEWED_MATERIAL, "");
     const headless::Document& stage = *scene.document;
     for (headless::Material* material = host().document()->materials().first(); material;
          material = material->next) {

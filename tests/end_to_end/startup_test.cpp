@@ -102,7 +102,6 @@ private:
 };
 
 TEST_F(StartupOnLibrary, TellsHowLoadingWent) {
-    using Lines = std::vector<std::string>;
     const std::string failed20 = "Failed initialising Quenza sdk (error code:20):";
     const std::string failed22 = "Failed initialising Quenza sdk (error code:22):";
     const auto noLibrary = [](const fs::path& path) {
@@ -110,36 +109,38 @@ TEST_F(StartupOnLibrary, TellsHowLoadingWent) {
     };
     // Without a folder of its own the plug-in looks into the installed renderer.
     const fs::path installed = QUENZA_RENDERER_DIR;
-    EXPECT_EQ(startLines(),
-              (Lines{"Loading quenza from: " + installed.string(), failed20, noLibrary(installed)}));
+    EXPECT_EQ(startLines(), (std::vector<std::string>{"Loading quenza from: " + installed.string(), failed20,
+                                                      noLibrary(installed)}));
     stop();
 
     const std::string loading = "Loading quenza from: " + libraryFolder().string();
     fs::create_directory(libraryFolder());
-    EXPECT_EQ(startLines(), (Lines{loading, failed20, noLibrary(libraryFolder())}));
-    EXPECT_EQ(devices(), Lines{});
+    EXPECT_EQ(startLines(), (std::vector<std::string>{loading, failed20, noLibrary(libraryFolder())}));
+    EXPECT_EQ(devices(), std::vector<std::string>{});
     stop();
 
     fs::path library = placeLibrary(folder(), "half_x64", "quenza_sdk.dll");
     EXPECT_EQ(startLines(),
-              (Lines{loading, failed22, "unable to get address of procedure 'quenzaGlobalLibraryInit'"}));
+              (std::vector<std::string>{loading, failed22,
+                                        "unable to get address of procedure 'quenzaGlobalLibraryInit'"}));
     stop();
     fs::remove(library);
 
     library = placeLibrary(folder(), "capturing_x64", "quenza_rt_sdk.dll");
     const capture::CapturingLibrary captured(library);
     captured->setDevices({{"Left card", 1}, {"Right card", 0}});
-    EXPECT_EQ(startLines(), (Lines{loading, "Successfully initialised Quenza RT."}));
-    EXPECT_EQ(devices(), (Lines{"Left card CUDA", "Right card OpenCL"}));
+    EXPECT_EQ(startLines(), (std::vector<std::string>{loading, "Successfully initialised Quenza RT."}));
+    EXPECT_EQ(devices(), (std::vector<std::string>{"Left card CUDA", "Right card OpenCL"}));
     stop();
     placeLibrary(folder(), "capturing_x64", "quenza_sdk.dll");
     captured->fail("HardwareInfoDLLAPI.getGPUInfo", 1);
-    EXPECT_EQ(startLines(), (Lines{loading, "Successfully initialised Quenza Renderer."}));
-    EXPECT_EQ(devices(), Lines{}) << "those of the last start are gone";
+    EXPECT_EQ(startLines(), (std::vector<std::string>{loading, "Successfully initialised Quenza Renderer."}));
+    EXPECT_EQ(devices(), std::vector<std::string>{}) << "those of the last start are gone";
     stop();
     captured->fail("quenzaCreateInstance:HardwareInfoDLLAPI", 1);
-    EXPECT_EQ(startLines(), (Lines{loading, "Failed to create Instance of 'HardwareInfoDLLAPI'",
-                                   "Successfully initialised Quenza Renderer."}));
+    EXPECT_EQ(startLines(),
+              (std::vector<std::string>{loading, "Failed to create Instance of 'HardwareInfoDLLAPI'",
+                                        "Successfully initialised Quenza Renderer."}));
     stop();
 
     const Lines look{"quenzaGlobalLibraryInit", "quenzaCreateInstance:HardwareInfoDLLAPI",
@@ -150,7 +151,7 @@ TEST_F(StartupOnLibrary, TellsHowLoadingWent) {
     all.insert(all.end(), {look[0], look[1], look[4]});
     EXPECT_EQ(captured->actions(), all);
     EXPECT_EQ(captured->liveObjects(), 0);
-    EXPECT_EQ(captured->violations(), Lines{});
+    EXPECT_EQ(captured->violations(), std::vector<std::string>{});
 }
 
 TEST_F(Startup, LoadsTheLibraryBesideItAndPrintsTheBanner) {
