@@ -2,6 +2,7 @@
 #include "engine/options.h"
 #include "engine/render_job.h"
 #include "engine/report.h"
+#include "foundation/console_output.h"
 #include "foundation/platform.h"
 #include "foundation/safe_file.h"
 
@@ -85,6 +86,7 @@ int run(std::vector<std::string> words, const std::string& commandLine) {
 } // namespace
 
 int main(int argc, char** argv) {
+    const Quenza::ConsoleOutput console;
     try {
         return run(Quenza::PlatformUtils::commandLineWords(argc, argv),
                    Quenza::PlatformUtils::commandLine(argc, argv).toStdString());

@@ -18,7 +18,13 @@ std::string utf8FromPath(const std::filesystem::path& path);
 /// Full path of the running program.
 std::filesystem::path executablePath();
 
+/// On Windows a missing drive or a damaged library is an error as elsewhere, not a box that waits for a
+/// click.
+void refuseErrorBoxes();
+
 bool isTerminal(std::FILE* stream);
+/// True for a terminal that follows control sequences.
+bool takesSequences(std::FILE* stream);
 /// Columns of the terminal behind a stream, 80 when they aren't known.
 int terminalWidth(std::FILE* stream);
 

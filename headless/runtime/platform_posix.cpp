@@ -124,6 +124,12 @@ bool isTerminal(std::FILE* stream) {
     return isatty(fileno(stream)) == 1;
 }
 
+void refuseErrorBoxes() {}
+
+bool takesSequences(std::FILE* stream) {
+    return isTerminal(stream);
+}
+
 int terminalWidth(std::FILE* stream) {
     winsize size{};
     return ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;

@@ -3,10 +3,13 @@
 
 #include "headless/runtime/platform.h"
 
+#include "foundation/console_output.h"
+#include "foundation/native_path.h"
 #include "headless/runtime/host_error.h"
 
 #include <atomic>
 #include <io.h>
+#include <mutex>
 #include <thread>
 
 #include <windows.h>
@@ -17,8 +20,27 @@ namespace {
 
 constexpr int FATAL_REQUEST = 3;
 
+constexpr DWORD NO_MODE = ~DWORD(0);
+
 std::atomic<int> requestCount{0};
+/// Of the console's input before a KeyWatch.
+std::atomic<DWORD> savedInputMode{NO_MODE};
+std::mutex callbackMutex;
+/// Empty without an InterruptWatch; guarded by the mutex.
 std::function<void()> interruptCallback;
+
+void restoreInputMode() {
+    if (const DWORD mode = savedInputMode.exchange(NO_MODE); mode != NO_MODE) {
+        SetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), mode);
+    }
+}
+
+/// An ordinary end would destroy static objects while the other threads still use them, or can't go on.
+void endProcess() {
+    restoreInputMode();
+    Quenza::ConsoleOutput::restore();
+    TerminateProcess(GetCurrentProcess(), STATUS_CONTROL_C_EXIT);
+}
 
 std::string systemReason(DWORD code) {
     wchar_t* text = nullptr;
@@ -39,9 +61,12 @@ BOOL WINAPI onConsoleEvent(DWORD event) {
         return FALSE;
     }
     if (++requestCount >= FATAL_REQUEST) {
-        return FALSE;
+        endProcess();
     }
-    interruptCallback();
+    const std::lock_guard lock(callbackMutex);
+    if (interruptCallback) {
+        interruptCallback();
+    }
     return TRUE;
 }
 
@@ -72,8 +97,18 @@ std::filesystem::path executablePath() {
     }
 }
 
+void refuseErrorBoxes() {
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+}
+
 bool isTerminal(std::FILE* stream) {
-    return _isatty(_fileno(stream)) != 0;
+    DWORD mode = 0;
+    return GetConsoleMode(handleOf(stream), &mode) != 0;
+}
+
+bool takesSequences(std::FILE* stream) {
+    DWORD mode = 0;
+    return GetConsoleMode(handleOf(stream), &mode) && (mode & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
 int terminalWidth(std::FILE* stream) {
@@ -82,7 +117,8 @@ int terminalWidth(std::FILE* stream) {
                                                                : 80;
 }
 
-Library::Library(const std::filesystem::path& file) : handle_(LoadLibraryW(file.c_str())) {
+Library::Library(const std::filesystem::path& file)
+    : handle_(LoadLibraryW(Quenza::systemPath(file).c_str())) {
     if (!handle_) {
         throw HostError(utf8FromPath(file) + " can't be loaded: " + systemReason(GetLastError()));
     }
@@ -100,16 +136,21 @@ struct InterruptWatch::State {};
 
 InterruptWatch::InterruptWatch(std::function<void()> onInterrupt) {
     requestCount = 0;
-    interruptCallback = std::move(onInterrupt);
+    {
+        const std::lock_guard lock(callbackMutex);
+        interruptCallback = std::move(onInterrupt);
+    }
     SetConsoleCtrlHandler(onConsoleEvent, TRUE);
 }
 
 InterruptWatch::~InterruptWatch() {
     SetConsoleCtrlHandler(onConsoleEvent, FALSE);
+    // A handler that the system has begun isn't waited for by the call above.
+    const std::lock_guard lock(callbackMutex);
+    interruptCallback = nullptr;
 }
 
 struct KeyWatch::State {
-    DWORD savedMode = 0;
     HANDLE stop = nullptr;
     std::thread thread;
 };
@@ -117,13 +158,15 @@ struct KeyWatch::State {
 KeyWatch::KeyWatch(std::function<void(char)> onKey) {
     const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
     auto state = std::make_unique<State>();
-    if (!GetConsoleMode(input, &state->savedMode)) {
+    DWORD mode = 0;
+    if (!GetConsoleMode(input, &mode)) {
         return;
     }
     state->stop = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     if (!state->stop) {
         return;
     }
+    savedInputMode = mode;
     SetConsoleMode(input, ENABLE_PROCESSED_INPUT);
     state->thread = std::thread([input, stop = state->stop, call = std::move(onKey)] {
         const HANDLE sources[] = {stop, input};
@@ -152,7 +195,7 @@ void KeyWatch::end() {
     }
     SetEvent(state_->stop);
     state_->thread.join();
-    SetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), state_->savedMode);
+    restoreInputMode();
     CloseHandle(state_->stop);
     state_.reset();
 }

@@ -24,7 +24,7 @@ std::string padded(long long number) {
 
 } // namespace
 
-Terminal::Terminal() : showsStatus_(platform::isTerminal(stderr)) {}
+Terminal::Terminal() : showsStatus_(platform::takesSequences(stderr)) {}
 
 Terminal::~Terminal() {
     erase();

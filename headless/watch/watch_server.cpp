@@ -48,14 +48,15 @@ void forbidForeignPages(httplib::Response& response) {
 }
 
 /// The library would share a port with other programs: then some requests would go to them. A port that an
-/// ended program has left may be taken at once.
+/// ended program has left may be taken at once, which Windows allows anyway.
 void claimPort(socket_t socket) {
-#ifndef _WIN32
-    const int yes = 1;
-    setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+#ifdef _WIN32
+    constexpr int OPTION = SO_EXCLUSIVEADDRUSE;
 #else
-    static_cast<void>(socket);
+    constexpr int OPTION = SO_REUSEADDR;
 #endif
+    const int yes = 1;
+    setsockopt(socket, SOL_SOCKET, OPTION, reinterpret_cast<const char*>(&yes), sizeof yes);
 }
 
 void answer(httplib::Response& response, std::string_view content, const char* type) {

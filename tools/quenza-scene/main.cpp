@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "foundation/console_output.h"
 #include "foundation/platform.h"
 #include "reading/model_loader.h"
 #include "tools/quenza-scene/command_line.h"
@@ -47,6 +48,7 @@ ExitStatus failureOf(std::span<const std::string> words) {
 } // namespace
 
 int main(int count, char** arguments) {
+    const Quenza::ConsoleOutput console;
     const std::vector<std::string> all = Quenza::PlatformUtils::commandLineWords(count, arguments);
     const std::span<const std::string> words = std::span(all).subspan(all.empty() ? 0 : 1);
     ExitStatus status = failureOf(words);
