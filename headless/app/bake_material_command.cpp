@@ -4,6 +4,7 @@
 #include "headless/app/document_nodes.h"
 #include "headless/app/plugin_numbers.h"
 #include "headless/documents/save_document.h"
+#include "headless/runtime/files.h"
 
 #include <charconv>
 #include <cstdio>
@@ -50,11 +51,9 @@ std::filesystem::path imageFile(const Arguments& arguments) {
     if (!path.has_filename()) {
         throw UsageError("--to needs a file, not the folder " + file);
     }
-    std::error_code error;
-    std::filesystem::create_directories(path.parent_path(), error);
-    if (error) {
+    if (const std::string reason = files::makeFolders(path.parent_path()); !reason.empty()) {
         throw HostError("The folder " + platform::utf8FromPath(path.parent_path()) +
-                        " can't be made: " + error.message());
+                        " can't be made: " + reason);
     }
     return path;
 }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "headless/runtime/files.h"
 #include "headless/runtime/platform.h"
 
 namespace headless {
@@ -14,15 +15,10 @@ constexpr std::string_view SAVED = "Saved scene to: ";
 constexpr std::string_view FAILED = "Export failed:";
 constexpr std::string_view FRAME = "_frame";
 
-bool isFile(const std::filesystem::path& path) {
-    std::error_code error;
-    return std::filesystem::is_regular_file(path, error);
-}
-
 /// The path in a console line. The plug-in puts a backslash before the file's name on every platform.
 std::string pathOf(std::string text) {
     const size_t backslash = text.rfind('\\');
-    if (backslash != std::string::npos && !isFile(platform::pathFromUtf8(text))) {
+    if (backslash != std::string::npos && !files::isFile(platform::pathFromUtf8(text))) {
         text[backslash] = static_cast<char>(std::filesystem::path::preferred_separator);
     }
     return text;
@@ -61,7 +57,7 @@ std::string queueBeside(const std::string& scene) {
         return "";
     }
     path.replace_filename(platform::pathFromUtf8(stem.substr(0, frame) + ".qzq"));
-    return isFile(path) ? platform::utf8FromPath(path) : "";
+    return files::isFile(path) ? platform::utf8FromPath(path) : "";
 }
 
 } // namespace
@@ -84,7 +80,7 @@ ExportOutcome judgeExport(bool opened, std::span<const std::string> lines,
             continue;
         }
         outcome.scenes.push_back(pathOf(line.substr(SAVED.size())));
-        if (!isFile(platform::pathFromUtf8(outcome.scenes.back()))) {
+        if (!files::isFile(platform::pathFromUtf8(outcome.scenes.back()))) {
             outcome.failure = "The plug-in wrote no scene to " + outcome.scenes.back();
             return outcome;
         }

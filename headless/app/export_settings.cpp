@@ -7,6 +7,7 @@
 #include "headless/app/parameter_setting.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
+#include "headless/runtime/files.h"
 #include "headless/runtime/host.h"
 #include "headless/runtime/platform.h"
 
@@ -76,8 +77,7 @@ void exportTo(VideoPost& settings, const std::string& file) {
         throw UsageError("--to needs a file");
     }
     std::filesystem::path path = std::filesystem::absolute(platform::pathFromUtf8(file)).lexically_normal();
-    std::error_code error;
-    if (!path.has_filename() || std::filesystem::is_directory(path, error)) {
+    if (!path.has_filename() || files::exists(Filename(String(platform::utf8FromPath(path))), true)) {
         throw UsageError("--to needs a file, not the folder " + file);
     }
     if (!path.has_extension()) {
@@ -86,10 +86,9 @@ void exportTo(VideoPost& settings, const std::string& file) {
     if (path.extension() != ".qzs") {
         throw UsageError("--to writes a scene: " + file + " should end with .qzs");
     }
-    std::filesystem::create_directories(path.parent_path(), error);
-    if (error) {
+    if (const std::string reason = files::makeFolders(path.parent_path()); !reason.empty()) {
         throw HostError("The folder " + platform::utf8FromPath(path.parent_path()) +
-                        " can't be made: " + error.message());
+                        " can't be made: " + reason);
     }
     settings.setParameter(RS_EXPORT_TO_FILE, GeData(true));
     settings.setParameter(RS_EXPORT_NEXT_TO_DOC, GeData(false));

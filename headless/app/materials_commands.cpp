@@ -4,6 +4,7 @@
 #include "headless/app/document_nodes.h"
 #include "headless/app/plugin_numbers.h"
 #include "headless/documents/save_document.h"
+#include "headless/runtime/files.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -81,8 +82,7 @@ ExitStatus importMaterialsCommand(Host& host, const Arguments& arguments) {
         host.open(std::make_unique<Document>());
     }
     const std::filesystem::path file = platform::pathFromUtf8(arguments.operands.front());
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(file, error)) {
+    if (!files::isFile(file)) {
         throw HostError(arguments.operands.front() + ": there is no such file");
     }
     host.user().addFileAnswer(platform::utf8FromPath(std::filesystem::absolute(file).lexically_normal()));

@@ -6,6 +6,7 @@
 
 #include "headless/app/arguments.h"
 #include "headless/images/image_files.h"
+#include "headless/runtime/files.h"
 #include "headless/runtime/platform.h"
 
 namespace headless {
@@ -40,11 +41,9 @@ PictureFile::PictureFile(const std::string& file)
     : path_(fs::absolute(platform::pathFromUtf8(file)).lexically_normal()), filter_(filterOf(path_)) {}
 
 void PictureFile::makeFolder() const {
-    std::error_code error;
-    fs::create_directories(path_.parent_path(), error);
-    if (error) {
+    if (const std::string reason = files::makeFolders(path_.parent_path()); !reason.empty()) {
         throw HostError("The folder " + platform::utf8FromPath(path_.parent_path()) +
-                        " can't be made: " + error.message());
+                        " can't be made: " + reason);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "headless/app/plugin_numbers.h"
 #include "headless/images/image_files.h"
 #include "headless/preview/material_preview.h"
+#include "headless/runtime/files.h"
 #include "host/videopost.h"
 
 #include <algorithm>
@@ -197,8 +198,11 @@ ExitStatus previewMaterialsCommand(Host& host, const Arguments& arguments) {
     openDocumentFile(host, arguments.operands.front());
     PreviewScene& scene = chosenScene(host, arguments);
     const std::vector<Material*> materials = wantedMaterials(*host.document(), arguments);
+    if (const std::string reason = files::makeFolders(target.parent_path()); !reason.empty()) {
+        throw HostError("The folder " + platform::utf8FromPath(target.parent_path()) +
+                        " can't be made: " + reason);
+    }
     const std::vector<std::filesystem::path> files = imageFiles(materials, target);
-    std::filesystem::create_directories(target.parent_path());
     ExitStatus status = ExitStatus::done;
     for (size_t i = 0; i < materials.size(); ++i) {
         if (wantedQuality) {

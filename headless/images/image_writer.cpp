@@ -1,22 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include "foundation/safe_file.h"
 #include "headless/images/image_encoder.h"
+#include "headless/runtime/platform.h"
 
-#include <fstream>
 #include <new>
-#include <system_error>
 
 namespace headless {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-bool writeBytes(const fs::path& file, const std::vector<unsigned char>& bytes) {
-    std::ofstream stream(file, std::ios::binary);
-    stream.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    stream.close();
-    return stream.good();
-}
 
 } // namespace
 
@@ -28,21 +21,9 @@ int32_t writeImage(const fs::path& file, const Image& image, const ImageSaving& 
     if (const int32_t result = encodeImage(image, saving, bytes); result != IMAGERESULT_OK) {
         return result;
     }
-    std::error_code error;
-    // The rename would put an ordinary file in the place of a device.
-    if (fs::exists(file, error) && !fs::is_regular_file(file, error)) {
-        return IMAGERESULT_FILEERROR;
-    }
-    fs::path partial = file;
-    partial += ".partial";
-    if (writeBytes(partial, bytes)) {
-        fs::rename(partial, file, error);
-        if (!error) {
-            return IMAGERESULT_OK;
-        }
-    }
-    fs::remove(partial, error);
-    return IMAGERESULT_FILEERROR;
+    Quenza::SafeFile stream(platform::utf8FromPath(file), Quenza::SafeFile::Mode::BINARY);
+    stream.write(bytes.data(), bytes.size());
+    return stream.commit() ? IMAGERESULT_OK : IMAGERESULT_FILEERROR;
 }
 
 std::string encodePng(const Image& image) {

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "headless/runtime/files.h"
 
+#include "foundation/native_path.h"
+#include "foundation/platform.h"
 #include "foundation/safe_file.h"
 #include "headless/runtime/host.h"
 #include "headless/runtime/platform.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 
 namespace headless::files {
@@ -15,11 +16,14 @@ namespace fs = std::filesystem;
 
 namespace {
 
+namespace system = Quenza::PlatformUtils;
+using system::PathKind;
+
 constexpr std::string_view PRESET = "preset://";
 
 fs::path presetFolder() {
-    const char* const folder = std::getenv("QUENZA_HEADLESS_PRESETS");
-    return folder && *folder ? platform::pathFromUtf8(folder) : Host::current().startupPath() / "presets";
+    const std::string folder = system::environment("QUENZA_HEADLESS_PRESETS").toStdString();
+    return folder.empty() ? Host::current().startupPath() / "presets" : platform::pathFromUtf8(folder);
 }
 
 /// Empty for a name that would lead out of the presets.
@@ -31,7 +35,58 @@ fs::path presetPath(std::string name) {
     return leadsOut ? fs::path() : presetFolder() / inside;
 }
 
+Quenza::String textOf(const fs::path& path) {
+    return platform::utf8FromPath(path);
+}
+
+PathKind kindOf(const fs::path& path) {
+    return system::pathKind(textOf(path));
+}
+
 } // namespace
+
+bool isFile(const fs::path& path) {
+    return kindOf(path) == PathKind::FILE && !system::isSpecialFile(textOf(path));
+}
+
+std::string makeFolders(const fs::path& folder) {
+    switch (kindOf(folder)) {
+    case PathKind::DIRECTORY:
+        return "";
+    case PathKind::FILE:
+        return std::make_error_code(std::errc::not_a_directory).message();
+    case PathKind::MISSING:
+        break;
+    }
+    const fs::path parent = folder.parent_path();
+    if (!parent.empty() && parent != folder) {
+        if (std::string reason = makeFolders(parent); !reason.empty()) {
+            return reason;
+        }
+    }
+    const bool isMade = system::makeDirectory(textOf(folder));
+    std::string reason = isMade ? "" : system::lastErrorText().toStdString();
+    // Another program may have been faster.
+    return isMade || kindOf(folder) == PathKind::DIRECTORY ? "" : reason;
+}
+
+bool removeTree(const fs::path& path) {
+    const Quenza::String text = textOf(path);
+    if (system::isLink(text)) {
+        // On Windows a link to a folder goes as a folder does.
+        return system::removeFile(text) || system::removeDirectory(text);
+    }
+    if (system::pathKind(text) != PathKind::DIRECTORY) {
+        return system::removeFile(text);
+    }
+    Quenza::Vector<Quenza::String> names;
+    return system::listDirectory(text, names) &&
+           std::ranges::all_of(names,
+                               [&path](const Quenza::String& name) {
+                                   return removeTree(path / platform::pathFromUtf8(name.view()));
+                               }) &&
+           system::removeDirectory(text);
+}
 
 bool isPreset(const Filename& name) {
     return name.GetUtf8().starts_with(PRESET);
@@ -43,30 +98,22 @@ fs::path pathOf(const Filename& name) {
 }
 
 bool exists(const Filename& path, bool isDirectory) {
-    std::error_code error;
-    const fs::file_status status = fs::status(pathOf(path), error);
-    return isDirectory ? fs::is_directory(status) : fs::exists(status) && !fs::is_directory(status);
+    return kindOf(pathOf(path)) == (isDirectory ? PathKind::DIRECTORY : PathKind::FILE);
 }
 
 bool createDirectory(const Filename& path) {
-    if (!path.Content()) {
-        return false;
-    }
-    const fs::path folder = platform::pathFromUtf8(path.GetUtf8());
-    std::error_code error;
-    fs::create_directories(folder, error);
-    return fs::is_directory(folder, error);
+    return path.Content() && makeFolders(platform::pathFromUtf8(path.GetUtf8())).empty();
 }
 
 bool copy(const Filename& source, const Filename& target, bool overwrite) {
     const fs::path from = pathOf(source);
     const fs::path to = platform::pathFromUtf8(target.GetUtf8());
     std::error_code error;
-    if (!fs::is_regular_file(from, error) || fs::equivalent(from, to, error) ||
-        (!overwrite && fs::exists(fs::symlink_status(to, error)))) {
+    if (!isFile(from) || fs::equivalent(from, to, error) ||
+        (!overwrite && (kindOf(to) != PathKind::MISSING || system::isLink(target.GetUtf8())))) {
         return false;
     }
-    std::ifstream input(from, std::ios::binary);
+    std::ifstream input(Quenza::systemPath(from), std::ios::binary);
     Quenza::SafeFile output(target.GetUtf8(), Quenza::SafeFile::Mode::BINARY);
     std::vector<char> block(1 << 20);
     while (input && output.good()) {
@@ -77,18 +124,12 @@ bool copy(const Filename& source, const Filename& target, bool overwrite) {
 }
 
 bool list(const Filename& folder, std::vector<Filename>& names) {
-    std::error_code error;
-    std::vector<std::string> found;
-    for (fs::directory_iterator entry(pathOf(folder), error), end; !error && entry != end;
-         entry.increment(error)) {
-        found.push_back(platform::utf8FromPath(entry->path().filename()));
-    }
-    if (error) {
+    Quenza::Vector<Quenza::String> found;
+    if (!system::listDirectory(textOf(pathOf(folder)), found)) {
         return false;
     }
-    std::ranges::sort(found);
-    for (const std::string& name : found) {
-        names.emplace_back(String(name));
+    for (const Quenza::String& name : found) {
+        names.emplace_back(String(name.view()));
     }
     return true;
 }
@@ -102,13 +143,13 @@ bool kill(const Filename& path, bool recursive) {
     if (target.empty() || target == target.root_path()) {
         return false;
     }
-    std::error_code error;
-    const fs::file_status status = fs::symlink_status(target, error);
-    if (!fs::exists(status) || (fs::is_directory(status) && !recursive)) {
-        return false;
+    if (!system::isLink(textOf(target))) {
+        const PathKind kind = kindOf(target);
+        if (kind == PathKind::MISSING || (kind == PathKind::DIRECTORY && !recursive)) {
+            return false;
+        }
     }
-    fs::remove_all(target, error);
-    return !error;
+    return removeTree(target);
 }
 
 } // namespace headless::files

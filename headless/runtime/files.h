@@ -4,6 +4,7 @@
 #include "host/filename.h"
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 /// The host's file calls. Links are followed but for deletions, which take a link itself, never what it leads
@@ -17,6 +18,13 @@ bool isPreset(const Filename& name);
 /// which is QUENZA_HEADLESS_PRESETS of the environment, or "presets" beside the program; such a name with
 /// ".." or a drive is empty.
 std::filesystem::path pathOf(const Filename& name);
+
+/// The three below take long paths, as the standard library on Windows doesn't. True for an ordinary file.
+bool isFile(const std::filesystem::path& path);
+/// Makes a folder with those above it where they are missing. The system's reason when it can't, else "".
+std::string makeFolders(const std::filesystem::path& folder);
+/// Deletes a file, a link, or a folder with all it holds. False when something was left.
+bool removeTree(const std::filesystem::path& path);
 
 /// True when the path is a folder (`isDirectory`), or a file.
 bool exists(const Filename& path, bool isDirectory);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "headless/runtime/host.h"
 
-#include <cstdlib>
 #include <thread>
 
+#include "foundation/platform.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 #include "headless/model/warnings.h"
@@ -24,14 +24,13 @@ std::optional<DateTime> fixedClock(const HostOptions& options) {
     if (options.fixedClock) {
         return options.fixedClock;
     }
-    const char* const text = std::getenv("QUENZA_HEADLESS_CLOCK");
-    if (!text || !*text) {
+    const std::string text = Quenza::PlatformUtils::environment("QUENZA_HEADLESS_CLOCK").toStdString();
+    if (text.empty()) {
         return std::nullopt;
     }
     const std::optional<DateTime> clock = Clock::parse(text);
     if (!clock) {
-        throw HostError("QUENZA_HEADLESS_CLOCK is \"" + std::string(text) +
-                        "\"; a date reads \"YYYY-MM-DD hh:mm:ss\"");
+        throw HostError("QUENZA_HEADLESS_CLOCK is \"" + text + "\"; a date reads \"YYYY-MM-DD hh:mm:ss\"");
     }
     return clock;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/runtime/plugin.h"
 
+#include "headless/runtime/files.h"
 #include "headless/runtime/host_error.h"
 
 namespace headless {
@@ -14,8 +15,7 @@ constexpr int32_t REFUSED = -3;
 
 Plugin::Plugin(std::filesystem::path file, const HostTable& table) : file_(std::move(file)) {
     const std::string name = platform::utf8FromPath(file_);
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(file_, error)) {
+    if (!files::isFile(file_)) {
         throw HostError("There is no plug-in " + name);
     }
     hostFolder_ = Filename(String(platform::utf8FromPath(folder())));

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "headless/runtime/texture_search.h"
 
+#include "foundation/platform.h"
 #include "foundation/string_utils.h"
 #include "headless/runtime/files.h"
 #include "headless/runtime/platform.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,26 +26,28 @@ constexpr char LIST_SEPARATOR = ':';
 /// The entry of a folder whose name differs from `name` in case alone; the first by its bytes.
 std::optional<fs::path> entryIgnoringCase(const fs::path& folder, const fs::path& name) {
     const std::string wanted = Quenza::toLowerCase(platform::utf8FromPath(name));
-    std::optional<fs::path> best;
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        const fs::path candidate = entry->path().filename();
-        if (Quenza::toLowerCase(platform::utf8FromPath(candidate)) == wanted &&
-            (!best || candidate < *best)) {
-            best = candidate;
+    Quenza::Vector<Quenza::String> names;
+    Quenza::PlatformUtils::listDirectory(platform::utf8FromPath(folder), names);
+    for (const Quenza::String& candidate : names) {
+        if (Quenza::toLowerCase(candidate.view()) == wanted) {
+            return platform::pathFromUtf8(candidate.view());
         }
     }
-    return best;
+    return std::nullopt;
+}
+
+bool isThere(const fs::path& path) {
+    using Quenza::PlatformUtils::PathKind;
+    return Quenza::PlatformUtils::pathKind(platform::utf8FromPath(path)) != PathKind::MISSING;
 }
 
 std::optional<fs::path> fileOnDisk(const fs::path& folder, const fs::path& relative) {
-    std::error_code error;
-    if (fs::is_regular_file(folder / relative, error)) {
+    if (files::isFile(folder / relative)) {
         return folder / relative;
     }
     fs::path place = folder;
     for (const fs::path& part : relative) {
-        if (fs::exists(place / part, error)) {
+        if (isThere(place / part)) {
             place /= part;
             continue;
         }
@@ -55,7 +57,7 @@ std::optional<fs::path> fileOnDisk(const fs::path& folder, const fs::path& relat
         }
         place /= *entry;
     }
-    return fs::is_regular_file(place, error) ? std::optional(place) : std::nullopt;
+    return files::isFile(place) ? std::optional(place) : std::nullopt;
 }
 
 std::vector<fs::path> placesOf(const Filename& documentPath, const Filename& extra) {
@@ -68,8 +70,7 @@ std::vector<fs::path> placesOf(const Filename& documentPath, const Filename& ext
         places.push_back(folder);
         places.push_back(folder / "tex");
     }
-    const char* const variable = std::getenv("QUENZA_HEADLESS_TEXTURES");
-    const std::string list = variable ? variable : "";
+    const std::string list = Quenza::PlatformUtils::environment("QUENZA_HEADLESS_TEXTURES").toStdString();
     for (size_t start = 0; start < list.size();) {
         const size_t end = std::min(list.find(LIST_SEPARATOR, start), list.size());
         if (end > start) {
@@ -103,15 +104,14 @@ bool findTexture(const Filename& documentPath, const Filename& name, const Filen
         return false;
     }
     const fs::path asItStands = files::pathOf(name);
-    std::error_code error;
     if (files::isPreset(name)) {
-        const bool exists = fs::is_regular_file(asItStands, error);
-        if (exists) {
+        const bool isPresetThere = files::isFile(asItStands);
+        if (isPresetThere) {
             *found = Filename();
         }
-        return exists;
+        return isPresetThere;
     }
-    if (asItStands.is_absolute() && fs::is_regular_file(asItStands, error)) {
+    if (asItStands.is_absolute() && files::isFile(asItStands)) {
         *found = name;
         return true;
     }

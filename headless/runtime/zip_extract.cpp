@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "headless/runtime/zip_extract.h"
 
+#include "foundation/native_path.h"
+#include "foundation/platform.h"
 #include "foundation/string_utils.h"
 #include "foundation/utf8.h"
+#include "headless/runtime/files.h"
 #include "headless/runtime/platform.h"
 
 #include <algorithm>
@@ -22,6 +25,8 @@ namespace headless {
 namespace {
 
 namespace fs = std::filesystem;
+namespace system = Quenza::PlatformUtils;
+using system::PathKind;
 
 /// Why an archive isn't unpacked.
 class Refusal : public std::runtime_error {
@@ -31,6 +36,16 @@ public:
 
 [[noreturn]] void refuse(const std::string& entry, const std::string& fault) {
     throw Refusal("the entry \"" + entry + "\" " + fault);
+}
+
+Quenza::String textOf(const fs::path& path) {
+    return platform::utf8FromPath(path);
+}
+
+void makeFolders(const fs::path& folder) {
+    if (const std::string reason = files::makeFolders(folder); !reason.empty()) {
+        throw Refusal("it can't be unpacked: " + reason);
+    }
 }
 
 struct Entry {
@@ -45,17 +60,13 @@ struct Entry {
 class TemporaryFolder {
 public:
     explicit TemporaryFolder(fs::path path) : path_(std::move(path)) {
-        std::error_code error;
-        if (!fs::create_directory(path_, error)) {
+        if (!system::makeDirectory(textOf(path_))) {
             throw Refusal("its folder can't be written to");
         }
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
+    ~TemporaryFolder() { files::removeTree(path_); }
     const fs::path& path() const { return path_; }
 
 private:
@@ -66,21 +77,26 @@ unzFile openArchive(const fs::path& file) {
 #ifdef _WIN32
     zlib_filefunc64_def functions;
     fill_win32_filefunc64W(&functions);
-    return unzOpen2_64(file.c_str(), &functions);
+    return unzOpen2_64(Quenza::systemPath(file).c_str(), &functions);
 #else
     return unzOpen64(file.c_str());
 #endif
 }
 
+uint64_t byteCountOf(const fs::path& file) {
+    std::ifstream stream(Quenza::systemPath(file), std::ios::binary | std::ios::ate);
+    const std::streamoff end = stream.tellg();
+    return end < 0 ? 0 : static_cast<uint64_t>(end);
+}
+
 class Archive {
 public:
     explicit Archive(const fs::path& file) {
-        std::error_code error;
         // A pipe would wait for its other end.
-        if (!fs::is_regular_file(file, error)) {
+        if (!files::isFile(file)) {
             throw Refusal("there is no such file");
         }
-        byteCount_ = fs::file_size(file, error);
+        byteCount_ = byteCountOf(file);
         handle_ = openArchive(file);
         if (!handle_) {
             throw Refusal("it is no zip archive");
@@ -100,6 +116,28 @@ private:
     uint64_t byteCount_ = 0;
     unzFile handle_ = nullptr;
 };
+
+#ifdef _WIN32
+/// True for a name that stands for a device in every folder, such as "nul" or "Aux.png", and for one with
+/// characters that no name has.
+bool isReserved(std::string_view part) {
+    if (part.find_first_of("<>\"|?*") != std::string_view::npos) {
+        return true;
+    }
+    std::string stem = Quenza::toLowerCase(part.substr(0, part.find('.')));
+    stem.erase(stem.find_last_not_of(' ') + 1);
+    for (const char* const device : {"con", "prn", "aux", "nul", "conin$", "conout$"}) {
+        if (stem == device) {
+            return true;
+        }
+    }
+    const bool isPort = stem.starts_with("com") || stem.starts_with("lpt");
+    const std::string number = stem.substr(std::min<size_t>(stem.size(), 3));
+    const bool isDigit = number.size() == 1 && number >= "0" && number <= "9";
+    // The raised 1, 2 and 3 count as well.
+    return isPort && (isDigit || number == "\xc2\xb9" || number == "\xc2\xb2" || number == "\xc2\xb3");
+}
+#endif
 
 /// The path that an entry's name stands for, below the folder. Throws Refusal.
 fs::path safePath(const std::string& name) {
@@ -127,6 +165,11 @@ fs::path safePath(const std::string& name) {
         if (part.empty() || part.back() == '.' || part.back() == ' ') {
             refuse(name, "leads out of its folder");
         }
+#ifdef _WIN32
+        if (isReserved(part)) {
+            refuse(name, "has a name that Windows doesn't take");
+        }
+#endif
         if (++depth > zip_limits::DEPTH + 1) {
             refuse(name, "lies too deep");
         }
@@ -218,7 +261,7 @@ void Archive::unpack(const Entry& entry, const fs::path& target) {
     if (unzGoToFilePos64(handle_, &entry.place) != UNZ_OK || unzOpenCurrentFile(handle_) != UNZ_OK) {
         refuse(entry.name, "is broken");
     }
-    std::ofstream file(target, std::ios::binary);
+    std::ofstream file(Quenza::systemPath(target), std::ios::binary);
     std::vector<char> block(1 << 18);
     uint64_t written = 0;
     int count = 0;
@@ -244,8 +287,8 @@ fs::path freshName(const fs::path& folder, const std::vector<Entry>& entries) {
         const fs::path name = ".unpacking-" + std::to_string(number);
         const bool isTaken =
             std::ranges::any_of(entries, [&name](const Entry& entry) { return *entry.path.begin() == name; });
-        std::error_code error;
-        if (!isTaken && !fs::exists(fs::symlink_status(folder / name, error))) {
+        const Quenza::String path = textOf(folder / name);
+        if (!isTaken && system::pathKind(path) == PathKind::MISSING && !system::isLink(path)) {
             return folder / name;
         }
     }
@@ -254,12 +297,13 @@ fs::path freshName(const fs::path& folder, const std::vector<Entry>& entries) {
 /// Throws unless the entry can take its place: folders above it are real folders or missing.
 void checkPlace(const Entry& entry, const fs::path& folder) {
     fs::path place = folder;
-    std::error_code error;
     for (const fs::path& part : entry.path) {
         place /= part;
-        const fs::file_status status = fs::symlink_status(place, error);
+        const PathKind kind = system::pathKind(textOf(place));
         const bool wantsFolder = entry.isFolder || place != folder / entry.path;
-        if (fs::exists(status) && (wantsFolder ? !fs::is_directory(status) : !fs::is_regular_file(status))) {
+        const bool fits =
+            kind == PathKind::MISSING || (wantsFolder ? kind == PathKind::DIRECTORY : files::isFile(place));
+        if (!fits || system::isLink(textOf(place))) {
             refuse(entry.name, "meets something else in its folder");
         }
     }
@@ -274,16 +318,16 @@ void unpackAll(const fs::path& file, const fs::path& folder) {
     const TemporaryFolder unpacked(freshName(folder, entries));
     for (const Entry& entry : entries) {
         const fs::path target = unpacked.path() / entry.path;
-        fs::create_directories(entry.isFolder ? target : target.parent_path());
+        makeFolders(entry.isFolder ? target : target.parent_path());
         if (!entry.isFolder) {
             archive.unpack(entry, target);
         }
     }
     for (const Entry& entry : entries) {
         const fs::path target = folder / entry.path;
-        fs::create_directories(entry.isFolder ? target : target.parent_path());
-        if (!entry.isFolder) {
-            fs::rename(unpacked.path() / entry.path, target);
+        makeFolders(entry.isFolder ? target : target.parent_path());
+        if (!entry.isFolder && !system::replaceFile(textOf(unpacked.path() / entry.path), textOf(target))) {
+            throw Refusal("it can't be unpacked: " + system::lastErrorText().toStdString());
         }
     }
 }
@@ -292,15 +336,12 @@ void unpackAll(const fs::path& file, const fs::path& folder) {
 
 std::string extractZip(const fs::path& archive, const fs::path& folder) {
     try {
-        std::error_code error;
-        if (!fs::is_directory(folder, error)) {
+        if (system::pathKind(textOf(folder)) != PathKind::DIRECTORY) {
             return "there is no folder " + platform::utf8FromPath(folder);
         }
         unpackAll(archive, folder);
     } catch (const Refusal& refusal) {
         return refusal.what();
-    } catch (const fs::filesystem_error& error) {
-        return "it can't be unpacked: " + error.code().message();
     } catch (const std::bad_alloc&) {
         return "there isn't memory enough to unpack it";
     }

@@ -3,7 +3,9 @@
 // In the place of its namesake in headless/images where there is no OpenImageIO: TIFF and OpenEXR files are
 // of an unknown format then.
 
+#include "foundation/native_path.h"
 #include "headless/images/image_files.h"
+#include "headless/runtime/files.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -12,7 +14,6 @@
 #include <memory>
 #include <new>
 #include <string>
-#include <system_error>
 
 namespace {
 
@@ -121,15 +122,16 @@ int32_t readAlphaOf(const Source& source, int channels, Image& image) {
 using ReadPart = int32_t (*)(const Source&, int channels, Image&);
 
 int32_t readFile(const fs::path& file, Image& image, ReadPart read) {
-    std::error_code error;
     // A pipe would wait for its other end.
-    if (!fs::is_regular_file(file, error)) {
+    if (!files::isFile(file)) {
         return IMAGERESULT_NOTEXISTING;
     }
-    if (const auto size = fs::file_size(file, error); error || size > ALLOCATION_LIMIT - 1) {
+    std::ifstream stream(Quenza::systemPath(file), std::ios::binary | std::ios::ate);
+    if (const std::streamoff size = stream.tellg();
+        size < 0 || static_cast<size_t>(size) > ALLOCATION_LIMIT - 1) {
         return IMAGERESULT_FILEERROR;
     }
-    std::ifstream stream(file, std::ios::binary);
+    stream.seekg(0);
     const Source source(std::string(std::istreambuf_iterator<char>(stream), {}));
     int width = 0;
     int height = 0;

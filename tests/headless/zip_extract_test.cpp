@@ -123,6 +123,13 @@ const Attack ATTACKS[] = {
     {{"taken/x", "x"}, "the entry \"taken/x\" meets something else in its folder"},
     {{"away/x", "x"}, "the entry \"away/x\" meets something else in its folder"},
     {{"place", "x"}, "the entry \"place\" meets something else in its folder"},
+#ifdef _WIN32
+    {{"a/NUL", "x"}, "the entry \"a/NUL\" has a name that Windows doesn't take"},
+    {{"aux.tar.png", "x"}, "the entry \"aux.tar.png\" has a name that Windows doesn't take"},
+    {{"com1 .txt", "x"}, "the entry \"com1 .txt\" has a name that Windows doesn't take"},
+    {{"lpt\xc2\xb2/x", "x"}, "the entry \"lpt\xc2\xb2/x\" has a name that Windows doesn't take"},
+    {{"what?", "x"}, "the entry \"what?\" has a name that Windows doesn't take"},
+#endif
 };
 
 TEST_F(ZipExtractTest, RefusesWhatLeavesTheFolderAndLeavesNothing) {
