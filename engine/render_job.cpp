@@ -120,14 +120,15 @@ bool run(RenderSession& session, const Outputs& outputs, const std::atomic<bool>
         if (progress.done || lines.isDue(progress.seconds)) {
             showProgress(progress);
         }
-        if (fault.empty() && (progress.done || saves.isDue(progress.seconds))) {
+        // A save that fails on the way may be made good by the next: another program may hold a file.
+        if (progress.done || saves.isDue(progress.seconds)) {
             fault = writeImages(session, outputs);
+            if (!fault.empty()) {
+                std::fprintf(stderr, "%s\n", fault.c_str());
+            }
         }
-        return fault.empty();
+        return true;
     });
-    if (!fault.empty()) {
-        std::fprintf(stderr, "%s\n", fault.c_str());
-    }
     return fault.empty();
 }
 

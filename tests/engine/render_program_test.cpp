@@ -187,6 +187,16 @@ TEST_F(RenderProgram, EndsCleanlyWhenInterrupted) {
     expectImage(path("a.png"));
 }
 
+TEST_F(RenderProgram, GoesOnWhenASaveFailsOnTheWay) {
+    const std::string scene = writeScene("a.qzs", 1e9).toStdString();
+    ProgramRun program({"-o", path("late/folder.png"), scene});
+    ASSERT_TRUE(program.waitForText("can't write the image")) << program.text();
+    FileUtils::createDir(path("late"));
+    program.interrupt();
+    EXPECT_EQ(program.exitCode(), 0) << program.text();
+    expectImage(path("late/folder.png"));
+}
+
 TEST_F(RenderProgram, TellsWhatItCannotWriteOrRender) {
     const std::string scene = writeScene("a.qzs", 1).toStdString();
     ProgramRun nowhere({"-o", path("no/such/folder.png"), scene});
