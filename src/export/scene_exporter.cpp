@@ -15,6 +15,16 @@
 
 using namespace Quenza;
 
+namespace {
+
+::String savedPath(const Filename& folder, const ::String& file) {
+    const std::string& path = folder.GetUtf8();
+    const bool isRoot = !path.empty() && (path.back() == '\\' || path.back() == Filename::separator);
+    return folder.GetString() + (isRoot ? "" : "\\") + file;
+}
+
+} // namespace
+
 void SceneExporter::print(const ::String& line) const {
     if (context->verbose) {
         GePrint(line);
@@ -47,7 +57,7 @@ Ref<SceneNodeRoot> SceneExporter::exportScene() {
     print(::String("Processing time: ") + longTimeText(secondsSince(start)));
     // The caller writes the file only after these lines: the time between them is that of nothing.
     start = GeGetMilliSeconds();
-    print(::String("Saved scene to: ") + context->sceneDirectory.GetString() + "\\" + sceneFileName);
+    print(::String("Saved scene to: ") + savedPath(context->sceneDirectory, sceneFileName));
     print(::String("Saving time: ") + shortTimeText(start));
     print(DECORATION);
     lightGeometry.reset();

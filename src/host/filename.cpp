@@ -3,10 +3,18 @@
 
 #include "host/tables.h"
 
+#include <string_view>
+
 namespace {
 
 bool isSeparator(char c) {
     return c == '/' || c == Filename::separator;
+}
+
+/// "/", and on Windows "C:\": without its separator it would be the drive's current folder.
+bool isRoot(std::string_view path) {
+    const bool isDrive = Filename::separator == '\\' && path.size() == 3 && path[1] == ':';
+    return path.size() == 1 || isDrive;
 }
 
 } // namespace
@@ -29,7 +37,8 @@ Filename Filename::GetDirectory() const {
     if (start == 0) {
         return Filename();
     }
-    return Filename(String(path_.substr(0, start == 1 ? 1 : start - 1)));
+    const bool keepsSeparator = isRoot(std::string_view(path_).substr(0, start));
+    return Filename(String(path_.substr(0, keepsSeparator ? start : start - 1)));
 }
 
 Filename Filename::GetFile() const {

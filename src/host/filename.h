@@ -27,7 +27,7 @@ public:
         return path_;
     }
 
-    /// The part before the last separator, without it ("/" for a file of the root folder).
+    /// The part before the last separator, without it ("/" or "C:\" for a file of the root folder).
     Filename GetDirectory() const;
     /// The part behind the last separator.
     Filename GetFile() const;

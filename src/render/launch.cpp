@@ -39,7 +39,7 @@ String buildLaunchArguments(const Filename& sceneFile, const LaunchOptions& opti
                        {" -qzio ", ".qzi"},
                        {" -uexro ", "_untonemapped.exr"},
                        {" -texro ", "_tonemapped.exr"}};
-        Filename stem = options.outputFile;
+        Filename stem = options.outputFile.GetDirectory() + options.outputFile.GetFile();
         stem.ClearSuffix();
         for (const auto& output : OUTPUTS) {
             arguments += String(output.option) + quoted(Filename(stem.GetString() + output.tail));

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "render/render_state.h"
 
+#include "render/runtime/never_destroyed.h"
+
 #include <utility>
 
 RenderState& renderState() {
-    static RenderState state;
-    return state;
+    static NeverDestroyed<RenderState> state;
+    return state.get();
 }
 
 Quenza::Mutex& renderStateMutex() {

@@ -57,6 +57,12 @@ TEST(Filename, TakesPathsApart) {
         {"d.txt", "", "d.txt", "txt", "d.qzs"},
         {"/d", "/", "d", "", "/d.qzs"},
         {"/a/", "/a", "", "", "/a/.qzs"},
+#ifdef _WIN32
+        {"C:\\d", "C:\\", "d", "", "C:\\d.qzs"},
+        {"C:/d", "C:/", "d", "", "C:/d.qzs"},
+        {"C:\\a\\d", "C:\\a", "d", "", "C:\\a\\d.qzs"},
+        {"C:d", "", "C:d", "", "C:d.qzs"},
+#endif
         {"", "", "", "", ".qzs"},
     };
     for (const auto& test : cases) {

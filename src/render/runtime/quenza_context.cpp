@@ -2,6 +2,7 @@
 #include "render/runtime/quenza_context.h"
 
 #include "foundation/platform.h"
+#include "render/runtime/never_destroyed.h"
 
 #include <string>
 
@@ -85,8 +86,8 @@ bool hasFullRenderer(const String& dllDirectory) {
 }
 
 Quenza::Ref<QuenzaContext>& quenzaContext() {
-    static Quenza::Ref<QuenzaContext> context;
-    return context;
+    static NeverDestroyed<Quenza::Ref<QuenzaContext>> context;
+    return context.get();
 }
 
 bool isLibraryLoaded() {
