@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "foundation/file_utils.h"
 #include "foundation/native_path.h"
+#include "foundation/platform.h"
 #include "foundation/string_utils.h"
 #include "scene/mesh_loader.h"
 #include "tools/quenza-scene/commands.h"
@@ -10,7 +11,6 @@
 #include "tools/quenza-scene/scene_files.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <stdexcept>
 
 namespace scene_tool {
@@ -37,8 +37,7 @@ void writeMeshFile(const std::string& path, const Mesh& mesh) {
     try {
         Mesh::writeToFile(path, mesh);
     } catch (...) {
-        std::error_code ignored;
-        std::filesystem::remove(Quenza::nativePath(path + ".partial"), ignored);
+        Quenza::PlatformUtils::removeFile(path + ".partial");
         throw;
     }
 }

@@ -65,7 +65,10 @@ private:
 };
 
 fs::path folderOf(const std::string& file) {
-    return fs::weakly_canonical(fs::absolute(nativePath(file))).parent_path();
+    const fs::path path = fs::absolute(nativePath(file));
+    std::error_code fault; // long paths on Windows
+    const fs::path real = fs::weakly_canonical(path, fault);
+    return (fault ? path.lexically_normal() : real).parent_path();
 }
 
 } // namespace

@@ -27,30 +27,42 @@ class StagingFolder {
 public:
     explicit StagingFolder(const std::string& zip_path) {
         for (u32 i = 0; i < MAX_TRIES; ++i) {
-            path_ = nativePath(zip_path + ".partial" + (i == 0 ? "" : toString(i)));
-            std::error_code fault;
-            if (fs::create_directory(path_, fault))
+            path_ = zip_path + ".partial" + (i == 0 ? "" : toString(i));
+            if (PlatformUtils::makeDirectory(path_))
                 return;
-            if (fault)
-                throw std::runtime_error("can't write beside '" + zip_path + "': " + fault.message());
+            const std::string reason = PlatformUtils::lastErrorText().toStdString();
+            if (!FileUtils::directoryExists(path_))
+                throw std::runtime_error("can't write beside '" + zip_path + "': " + reason);
         }
-        throw std::runtime_error("can't write beside '" + zip_path + "': '" + utf8Path(path_) +
+        throw std::runtime_error("can't write beside '" + zip_path + "': '" + path_ +
                                  "' and its like are in the way");
     }
     ~StagingFolder() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
+        Vector<String> names;
+        PlatformUtils::listDirectory(path_, names);
+        for (const String& name : names)
+            PlatformUtils::removeFile(FileUtils::join(path_, name));
+        PlatformUtils::removeDirectory(path_);
     }
     StagingFolder(const StagingFolder&) = delete;
     StagingFolder& operator=(const StagingFolder&) = delete;
 
-    std::string operator/(const std::string& name) const { return utf8Path(path_ / nativePath(name)); }
+    std::string operator/(const std::string& name) const {
+        return FileUtils::join(path_, name).toStdString();
+    }
 
 private:
     static constexpr u32 MAX_TRIES = 100;
 
-    fs::path path_;
+    std::string path_;
 };
+
+/// One text for all paths that lead to the file, where the system can tell.
+std::string realPath(const std::string& path) {
+    std::error_code fault;
+    const fs::path real = fs::canonical(nativePath(path), fault);
+    return fault ? utf8Path(fs::absolute(nativePath(path)).lexically_normal()) : utf8Path(real);
+}
 
 /// Characters that some system doesn't take in a file name.
 bool isUnsafe(char c) {
@@ -96,7 +108,7 @@ private:
     /// The entry of a file; one for all paths that lead to it.
     std::string nameOf(const std::string& file) {
         const std::string path = resolvedPath(scene_path_, file);
-        const auto [known, is_new] = name_of_file_.try_emplace(utf8Path(fs::canonical(nativePath(path))));
+        const auto [known, is_new] = name_of_file_.try_emplace(realPath(path));
         if (is_new) {
             known->second = names_.add(file);
             sources_[known->second] = path;

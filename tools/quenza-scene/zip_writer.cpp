@@ -44,7 +44,8 @@ zipFile createArchive(const std::string& path) {
 #ifdef _WIN32
     zlib_filefunc64_def functions;
     fill_win32_filefunc64W(&functions);
-    return zipOpen2_64(Quenza::nativePath(path).c_str(), APPEND_STATUS_CREATE, nullptr, &functions);
+    return zipOpen2_64(Quenza::systemPath(Quenza::nativePath(path)).c_str(), APPEND_STATUS_CREATE, nullptr,
+                       &functions);
 #else
     return zipOpen64(path.c_str(), APPEND_STATUS_CREATE);
 #endif
