@@ -166,6 +166,71 @@ TEST(PlatformTest, TakesFoldersOfAnyNameAndDepth) {
     }
 }
 
+/// The process's current folder, as before at the end.
+class CurrentFolder {
+public:
+    explicit CurrentFolder(const std::wstring& path) : earlier_(std::filesystem::current_path()) {
+        SetCurrentDirectoryW(path.c_str());
+    }
+    ~CurrentFolder() { SetCurrentDirectoryW(earlier_.c_str()); }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+private:
+    const std::filesystem::path earlier_;
+};
+
+TEST(PlatformTest, LengthensPathsWhereTheyLead) {
+    const TempDir dir;
+    // A current folder itself must be short.
+    const String folder = dir / std::string(180 - dir.path().size(), 'x');
+    FileUtils::createDir(folder);
+    const CurrentFolder current(PlatformUtils::toWide(folder));
+    const String name(100, 'y');
+    const std::wstring wide = PlatformUtils::toWidePath(name);
+    EXPECT_EQ(wide, L"\\\\?\\" + PlatformUtils::toWide(FileUtils::join(folder, name)));
+    for (const char* const path : {"", "a", "a/b", "C:\\a/b", "C:a", "\\\\server\\share\\a", "NUL"})
+        EXPECT_EQ(PlatformUtils::toWidePath(String(path)), PlatformUtils::toWide(path)) << path;
+    Vector<String> names;
+    EXPECT_FALSE(PlatformUtils::listDirectory("", names)) << "not the drive's root";
+    FileUtils::writeEntireFile(name, std::string("deep"));
+    ASSERT_TRUE(PlatformUtils::listDirectory(".", names));
+    ASSERT_EQ(names.size(), 1u);
+    EXPECT_EQ(names[0], name);
+    FileUtils::deleteFile(name);
+}
+
+TEST(PlatformTest, FindsTheCaseBelowAPrefix) {
+    const TempDir dir;
+    FileUtils::writeEntireFile(dir / "Wood.PNG", std::string("x"));
+    const String prefix = "\\\\?\\";
+    EXPECT_EQ(FileUtils::getActualOSPath(prefix + (dir / "wood.png")), prefix + (dir / "Wood.PNG"));
+}
+
+TEST(PlatformTest, KnowsDevicesAndUnknownErrors) {
+    const TempDir dir;
+    EXPECT_TRUE(PlatformUtils::isSpecialFile("NUL"));
+    EXPECT_TRUE(PlatformUtils::isSpecialFile(dir.path()));
+    EXPECT_FALSE(PlatformUtils::isSpecialFile(dir / "nullable"));
+    EXPECT_EQ(PlatformUtils::errorText(0x2ABCDEF), "error 44813807");
+}
+
+TEST(PlatformTest, WaitsForOthersBeforeItReplaces) {
+    const TempDir dir;
+    writeBytes(dir / "old", "old");
+    writeBytes(dir / "new", "new");
+    const HANDLE held = CreateFileW(PlatformUtils::toWide(dir / "old").c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                    nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    std::thread reader([held] {
+        Sleep(250);
+        CloseHandle(held);
+    });
+    EXPECT_TRUE(PlatformUtils::replaceFile(dir / "new", dir / "old"));
+    reader.join();
+    EXPECT_EQ(fileBytes(dir / "old"), "new");
+}
+
 TEST(PlatformTest, EndsLinesOfTextFilesAsTheSystemDoes) {
     const TempDir dir;
     for (const auto& [mode, bytes] :

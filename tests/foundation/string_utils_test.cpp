@@ -14,7 +14,7 @@
 namespace Quenza {
 namespace {
 
-constexpr double INFINITE = std::numeric_limits<double>::infinity();
+constexpr double UNBOUNDED = std::numeric_limits<double>::infinity();
 
 TEST(NumberTextTest, WritesDoublesInTheShortestForm) {
     const struct {
@@ -41,8 +41,8 @@ TEST(NumberTextTest, WritesDoublesInTheShortestForm) {
         {18014398509481984.0, "18014398509481984"},
         {5e-324, "5e-324"},
         {std::numeric_limits<double>::max(), "1.7976931348623157e308"},
-        {INFINITE, "Inf"},
-        {-INFINITE, "-Inf"},
+        {UNBOUNDED, "Inf"},
+        {-UNBOUNDED, "-Inf"},
         {std::nan(""), "NaN"},
     };
     for (const auto& c : cases)
@@ -79,7 +79,7 @@ TEST(NumberTextTest, WritesFixedDecimals) {
 TEST(NumberTextTest, ReadsDoubles) {
     EXPECT_EQ(stringToDouble("-1.5e3"), -1500.0);
     EXPECT_EQ(stringToDouble(" 7 "), 7.0);
-    EXPECT_EQ(stringToDouble("Inf"), INFINITE);
+    EXPECT_EQ(stringToDouble("Inf"), UNBOUNDED);
     EXPECT_EQ(stringToDouble(doubleToString(0.1 + 0.2)), 0.1 + 0.2);
     for (const std::string bad : {"", " ", "1,5", "1.5x", "0x10", "x"})
         EXPECT_EQ(thrownMessage<StringUtilsExcep>([&] { stringToDouble(bad); }),
