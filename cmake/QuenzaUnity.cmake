@@ -3,13 +3,14 @@
 # it uses.
 
 # quenza_unity(TARGET): leaves out the sources that take names of the scene library into the global namespace, where names
-# of the host or of the engine are the same, and those that give a namespace another name.
+# of the host or of the engine are the same, those that give a namespace another name, and those that bring in the macros of
+# Windows.
 function(quenza_unity target)
   get_target_property(sources ${target} SOURCES)
   foreach(source IN LISTS sources)
     get_filename_component(path ${source} ABSOLUTE)
     if(source MATCHES "\\.cpp$" AND EXISTS ${path})
-      file(STRINGS ${path} found LIMIT_COUNT 1 REGEX "^(using namespace Quenza;|using Quenza::(String|Vector);|namespace (Binding|Interface) =)")
+      file(STRINGS ${path} found LIMIT_COUNT 1 REGEX "^( *#include <windows|using namespace Quenza;|using Quenza::(String|Vector);|namespace (Binding|Interface) =)")
       if(found)
         set_source_files_properties(${source} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
       endif()

@@ -8,8 +8,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* CUBE = R"({"type": "Cube", "name": "Cube"})";
-
 class Launch : public Session {
 protected:
     /// A renderer that writes its name and arguments, one a line, to a file.

@@ -10,8 +10,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* CUBE = R"({"type": "Cube", "name": "Cube"})";
-
 class RenderCommand : public Session {
 protected:
     std::string exportTo(const std::string& name) const {

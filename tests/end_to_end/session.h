@@ -11,6 +11,9 @@
 #include <string>
 #include <vector>
 
+/// The objects of a small document.
+inline constexpr const char* CUBE = R"({"type": "Cube", "name": "Cube"})";
+
 /// A stand-in host with the plug-in loaded, in a folder of its own: application data, temporary files,
 /// documents and exports of a test lie there and go with it. The clock stands still.
 class Session : public ::testing::Test {

@@ -143,10 +143,10 @@ TEST_F(StartupOnLibrary, TellsHowLoadingWent) {
                                         "Successfully initialised Quenza Renderer."}));
     stop();
 
-    const Lines look{"quenzaGlobalLibraryInit", "quenzaCreateInstance:HardwareInfoDLLAPI",
-                     "HardwareInfoDLLAPI.getGPUInfo", "HardwareInfoDLLAPI.destroy",
-                     "quenzaGlobalLibraryShutdown"};
-    Lines all = look;
+    const std::vector<std::string> look{"quenzaGlobalLibraryInit", "quenzaCreateInstance:HardwareInfoDLLAPI",
+                                        "HardwareInfoDLLAPI.getGPUInfo", "HardwareInfoDLLAPI.destroy",
+                                        "quenzaGlobalLibraryShutdown"};
+    std::vector<std::string> all = look;
     all.insert(all.end(), look.begin(), look.end());
     all.insert(all.end(), {look[0], look[1], look[4]});
     EXPECT_EQ(captured->actions(), all);

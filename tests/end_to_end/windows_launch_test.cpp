@@ -8,8 +8,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* CUBE = R"({"type": "Cube", "name": "Cube"})";
-
 class WindowsLaunch : public Session {
 protected:
     /// A folder whose name has a blank and letters that no one code page has all of.
