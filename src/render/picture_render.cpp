@@ -11,6 +11,7 @@
 #include "shared/text.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 using Quenza::Lock;
@@ -19,6 +20,12 @@ namespace {
 
 /// Milliseconds between two rounds.
 constexpr uint32_t POLL_PERIOD = 50;
+/// Rounds, not seconds: a host may cut the sleeps of a thread short that it wants to end. So long a library
+/// may keep the scene from the last image; so long one may that has told of an error; and so long that one's
+/// run, which takes its time for a large image, may take.
+constexpr int SCENE_PATIENCE = 200;
+constexpr int SCENE_PATIENCE_IN_TROUBLE = 20;
+constexpr int RUN_PATIENCE_IN_TROUBLE = 200;
 /// Seconds. Tone mapping is expensive, so images come ever rarer: the first a second later than the interval
 /// says.
 constexpr double FIRST_INTERVAL = 2.0;
@@ -28,6 +35,8 @@ constexpr double MIN_PREVIEW_SAMPLES = 0.1;
 constexpr float DISPLAY_GAMMA = 2.2f;
 constexpr double NO_LIMIT = -1.0;
 constexpr Quenza::u32 FLAG_CHANGED = 1;
+constexpr const char* UNKNOWN_FAILURE = "The renderer has failed.";
+constexpr const char* FINAL_STATUS = "Final tonemapping...";
 
 bool isMarkedChanged(const Quenza::SceneNode* node) {
     return node && node->testFlags(FLAG_CHANGED);
@@ -52,6 +61,8 @@ int32_t PictureRender::run(const Quenza::Vector<Quenza::String>& arguments) {
         }
     } catch (const std::exception& exception) {
         GePrint(exception.what());
+    } catch (...) {
+        GePrint(UNKNOWN_FAILURE);
     }
     finish();
     if (!isComplete || hadError_) {
@@ -131,24 +142,45 @@ void PictureRender::loop() {
     isStopped_ = true;
 }
 
+bool PictureRender::isSceneMarked() const {
+    return isMarkedChanged(job_.root->getToneMappingPointer()) ||
+           isMarkedChanged(job_.root->getCameraPointer());
+}
+
 bool PictureRender::takeSceneChanges() {
     Quenza::SceneNodeRoot& root = *job_.root;
+    // Kept until the tone mapper has what it wants, for it would wait for the library.
+    std::optional<Quenza::TryLock> treeLock;
     {
         Lock stateLock(renderStateMutex());
         if (isActive() && !writePendingTonemapping()) {
             return false;
         }
-        if (!isMarkedChanged(root.getToneMappingPointer()) && !isMarkedChanged(root.getCameraPointer())) {
+        if (!isSceneMarked()) {
             return true;
         }
-        const Quenza::TryLock lock(root.getMutex());
-        if (!lock.isHeld()) {
+        treeLock.emplace(root.getMutex());
+        if (!treeLock->isHeld()) {
             return false;
         }
         root.clearFlagsUpTo(root.getStamp());
     }
-    if (!toneMapper_->update(root)) {
+    const bool isTaken = toneMapper_->update(root);
+    treeLock.reset();
+    if (!isTaken) {
         GePrint(toHostString(toneMapper_->getError()));
+    }
+    return true;
+}
+
+bool PictureRender::awaitSceneChanges() {
+    for (int rounds = 0; !takeSceneChanges(); ++rounds) {
+        hadError_ |= showRendererErrors(*renderer_);
+        if (rounds >= (hadError_ ? SCENE_PATIENCE_IN_TROUBLE : SCENE_PATIENCE)) {
+            GePrint("The renderer keeps the scene: the last change of the tone mapping isn't in the image.");
+            return false;
+        }
+        GeSleep(POLL_PERIOD);
     }
     return true;
 }
@@ -174,16 +206,18 @@ void PictureRender::startRun(const char* status) {
 }
 
 void PictureRender::waitForRun() {
+    int patience = RUN_PATIENCE_IN_TROUBLE;
     while (isRunOn_) {
         if (toneMapper_->isFinished()) {
             endRun();
-        } else if (showRendererErrors(*renderer_)) {
-            // A library that is in trouble may never come to the end of the run.
-            hadError_ = true;
             return;
-        } else {
-            GeSleep(POLL_PERIOD);
         }
+        // A library that is in trouble may never come to the end of the run.
+        hadError_ |= showRendererErrors(*renderer_);
+        if (hadError_ && patience-- == 0) {
+            return;
+        }
+        GeSleep(POLL_PERIOD);
     }
 }
 
@@ -237,12 +271,14 @@ void PictureRender::makeFinalImage() {
     if (isRunOn_ || (job_.isPreview && renderer_->getSamplesPerPixel() < MIN_PREVIEW_SAMPLES)) {
         return;
     }
-    while (!takeSceneChanges()) {
-        GeSleep(POLL_PERIOD);
-    }
-    StatusSetBar(100);
-    startRun("Final tonemapping...");
-    waitForRun();
+    bool isSceneFree = true;
+    do {
+        StatusSetBar(100);
+        StatusSetText(FINAL_STATUS);
+        isSceneFree = awaitSceneChanges();
+        startRun(FINAL_STATUS);
+        waitForRun();
+    } while (isSceneFree && !isRunOn_ && !releaseUnlessChanged());
     StatusSetText("Closing render threads...");
 }
 
@@ -254,6 +290,9 @@ void PictureRender::finish() {
         }
     } catch (const std::exception& exception) {
         GePrint(exception.what());
+        hadError_ = true;
+    } catch (...) {
+        GePrint(UNKNOWN_FAILURE);
         hadError_ = true;
     }
     releaseActive();
@@ -292,6 +331,15 @@ void PictureRender::releaseActive() {
     state.paused = 0;
     state.updateRequested = 0;
     state.pendingTonemapping.reset();
+}
+
+bool PictureRender::releaseUnlessChanged() {
+    Lock lock(renderStateMutex());
+    if (isActive() && (renderState().pendingTonemapping || isSceneMarked())) {
+        return false;
+    }
+    releaseActive();
+    return true;
 }
 
 bool PictureRender::takeUpdateRequest() {

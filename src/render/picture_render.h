@@ -24,10 +24,14 @@ private:
     bool start(const Quenza::Vector<Quenza::String>& arguments);
     bool makeToneMapper();
     void loop();
+    bool isSceneMarked() const;
     /// False while the library holds the scene from a change that is waiting.
     bool takeSceneChanges();
+    /// False when the library doesn't let go of the scene: the change that waits is given up.
+    bool awaitSceneChanges();
     void startDueRun(double elapsed);
     void startRun(const char* status);
+    /// Returns with isRunOn_ still set when the run is given up.
     void waitForRun();
     void endRun();
     void showState(double elapsed, double samplesPerPixel);
@@ -43,6 +47,8 @@ private:
     void claimActive();
     // These take it.
     void releaseActive();
+    /// False when the artist has changed something that no image shows yet.
+    bool releaseUnlessChanged();
     bool takeUpdateRequest();
     bool isPaused();
     int32_t percentToNextImage(double elapsed) const;

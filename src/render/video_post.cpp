@@ -52,9 +52,11 @@ int32_t RenderSettingsVideoPost::Execute(BaseVideoPost* /*videoPost*/, BaseConta
         return runPhase(container, *vps);
     } catch (const std::exception& exception) {
         GePrint(exception.what());
-        StatusClear();
-        return RENDERRESULT_FAILED;
+    } catch (...) {
+        GePrint("The renderer has failed.");
     }
+    StatusClear();
+    return RENDERRESULT_FAILED;
 }
 
 int32_t RenderSettingsVideoPost::runPhase(const BaseContainer* container, const VideoPostStruct& vps) {

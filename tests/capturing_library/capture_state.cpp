@@ -132,6 +132,16 @@ bool CaptureState::keepsScene() {
     return isSceneKept_;
 }
 
+void CaptureState::ignoreStop(bool ignore) {
+    const std::lock_guard lock(mutex_);
+    now_.stopIgnored = ignore;
+}
+
+bool CaptureState::ignoresStop() const {
+    const std::lock_guard lock(mutex_);
+    return now_.stopIgnored;
+}
+
 void CaptureState::holdToneMapping(bool hold) {
     const std::lock_guard lock(mutex_);
     now_.held = hold;

@@ -32,6 +32,7 @@ public:
     void dieInThread(const std::string& text) override;
     void followProgress(std::function<Progress()> progress) override;
     void holdScene(bool hold) override;
+    void ignoreStop(bool ignore) override;
     void holdToneMapping(bool hold) override;
     void failToneMapping(const std::string& error) override;
     void setLayers(LayerColour colour) override;
@@ -67,6 +68,7 @@ public:
     std::string toneMappingError() const;
     /// Asked by the thread that holds the root's mutex: whether it is to go on so.
     bool keepsScene();
+    bool ignoresStop() const;
     /// Waits until no run is held, or `closing` has been set, which wakeRuns() tells.
     void waitWhileHeld(const bool& closing);
     void wakeRuns(bool& closing);
@@ -92,6 +94,7 @@ private:
         std::optional<std::string> death;
         std::function<Progress()> progress = [] { return Progress(); };
         bool sceneHeld = false;
+        bool stopIgnored = false;
         bool held = false;
         std::string toneMappingError;
         LayerColour colour = plainColour;

@@ -109,6 +109,8 @@ public:
     /// While it is on, the thread of the render that is on holds the root's mutex; it returns when it does.
     /// At other times the thread lets go of it now and then.
     virtual void holdScene(bool hold) = 0;
+    /// While it is on, QuenzaInterface.stop does nothing: a render's thread goes on until its object goes.
+    virtual void ignoreStop(bool ignore) = 0;
     /// While it is on, tone mapping runs that start don't end.
     virtual void holdToneMapping(bool hold) = 0;
     /// Runs end with that error, or none for "", and leave the image alone.

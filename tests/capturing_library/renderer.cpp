@@ -234,7 +234,9 @@ void resumeRendering(InterfaceBase* /*object*/) {
 
 void stopRendering(InterfaceBase* object) {
     captureState().record("QuenzaInterface.stop");
-    Renderer::of(object).stop();
+    if (!captureState().ignoresStop()) {
+        Renderer::of(object).stop();
+    }
 }
 
 void getMessages(InterfaceBase* object, Vector<InterfaceBase*>& /*list*/) {

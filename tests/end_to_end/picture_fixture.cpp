@@ -5,8 +5,10 @@
 #include "headless/documents/load_document.h"
 #include "headless/model/handles.h"
 #include "host/plugin_data.h"
+#include "shared/plugin_ids.h"
 
 #include <cstdlib>
+#include <thread>
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
@@ -14,7 +16,8 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto ROUND = 50ms;
-constexpr auto LIMIT = 60s;
+constexpr auto REAL_ROUND = 5ms;
+constexpr auto STEP_LIMIT = 60s;
 
 } // namespace
 
@@ -86,11 +89,13 @@ void PictureFixture::round(double elapsedSeconds, double samplesPerPixel) {
 }
 
 void PictureFixture::await(const std::function<bool()>& done) {
-    // The library's own threads take their time, while the clock goes on.
-    const auto limit = std::chrono::steady_clock::now() + LIMIT;
+    // The library's own threads take their time, while the clock goes on: not so fast that a render gives
+    // them up.
+    const auto limit = std::chrono::steady_clock::now() + STEP_LIMIT;
     while (!done()) {
         ASSERT_LT(std::chrono::steady_clock::now(), limit) << "it doesn't come";
         host().advance(ROUND);
+        std::this_thread::sleep_for(REAL_ROUND);
     }
 }
 
@@ -107,6 +112,18 @@ void PictureFixture::awaitEnd(const Picture& picture) {
 void PictureFixture::end(Picture& picture) {
     picture.End(false);
     awaitEnd(picture);
+}
+
+GeDialog& PictureFixture::openToneMapping() {
+    EXPECT_TRUE(host().executeCommand(PLUGINID_TONEMAPPING_COMMAND));
+    return *host().dialogs().openDialogWith(SCALE);
+}
+
+void PictureFixture::makeLinear(float scale) {
+    GeDialog& dialog = openToneMapping();
+    EXPECT_TRUE(host().dialogs().enter(&dialog, METHOD, GeData(LINEAR)));
+    EXPECT_TRUE(host().dialogs().enter(&dialog, SCALE, GeData(scale)));
+    EXPECT_TRUE(host().dialogs().requestClose(&dialog));
 }
 
 bool PictureFixture::isEnabled(int32_t command) {

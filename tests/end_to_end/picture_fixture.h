@@ -41,6 +41,10 @@ private:
 class PictureFixture : public Session {
 protected:
     using Lines = std::vector<std::string>;
+    /// In the tone mapping dialog.
+    static constexpr int32_t METHOD = 6007;
+    static constexpr int32_t LINEAR = 6012;
+    static constexpr int32_t SCALE = 6013;
 
     PictureFixture();
     ~PictureFixture() override;
@@ -64,6 +68,10 @@ protected:
     void awaitEnd(const Picture& picture);
     /// The artist stops the render.
     void end(Picture& picture);
+
+    GeDialog& openToneMapping();
+    /// The artist opens the dialog, has the picture linear at that scale, and closes it.
+    void makeLinear(float scale);
 
     bool isEnabled(int32_t command);
     size_t runs() const { return library()->count("ToneMapperDLLAPI.startTonemapping"); }

@@ -10,17 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int32_t METHOD = 6007;
-constexpr int32_t LINEAR = 6012;
-constexpr int32_t SCALE = 6013;
-
-class PictureRenderTest : public PictureFixture {
-protected:
-    GeDialog& openToneMapping() {
-        EXPECT_TRUE(host().executeCommand(PLUGINID_TONEMAPPING_COMMAND));
-        return *host().dialogs().openDialogWith(SCALE);
-    }
-};
+class PictureRenderTest : public PictureFixture {};
 
 /// The first image comes when three seconds have passed, and each next one after twice the time.
 TEST_F(PictureRenderTest, ShowsEverRarerImagesUntilItIsStopped) {
@@ -289,10 +279,7 @@ TEST_F(PictureRenderTest, KeepsWhatTheDialogChangesWhileTheLibraryHoldsTheScene)
         round(1.0, 1.0);
         const size_t runsBefore = runs();
         library()->holdScene(true);
-        GeDialog& dialog = openToneMapping();
-        ASSERT_TRUE(host().dialogs().enter(&dialog, METHOD, GeData(LINEAR)));
-        ASSERT_TRUE(host().dialogs().enter(&dialog, SCALE, GeData(0.5f)));
-        ASSERT_TRUE(host().dialogs().requestClose(&dialog));
+        makeLinear(0.5f);
         ASSERT_TRUE(host().executeCommand(PLUGINID_UPDATE_IMAGE_COMMAND));
         host().advance(500ms);
         EXPECT_EQ(runs(), runsBefore);
@@ -309,6 +296,44 @@ TEST_F(PictureRenderTest, KeepsWhatTheDialogChangesWhileTheLibraryHoldsTheScene)
     EXPECT_NE(library()->takenStates().back().scale, 0.5);
     end(*next);
     EXPECT_EQ(library()->violations(), Lines());
+}
+
+/// What is changed behind the last image gives another, whether or not the library holds the scene then.
+TEST_F(PictureRenderTest, EndsWithAllThatTheDialogHasChanged) {
+    startPlugin();
+    for (const bool isSceneHeld : {false, true}) {
+        SCOPED_TRACE(isSceneHeld);
+        library()->reset();
+        const auto picture = begin();
+        round(1.0, 1.0);
+        library()->holdToneMapping(true);
+        library()->ignoreStop(isSceneHeld);
+        picture->End(false);
+        await([&] { return runs() == 1; });
+        if (isSceneHeld) {
+            library()->holdScene(true);
+        }
+        makeLinear(1.0f);
+        makeLinear(0.5f);
+        host().advance(500ms);
+        EXPECT_EQ(lastStatus(), "Final tonemapping... 100%");
+        EXPECT_EQ(runs(), 1u);
+        EXPECT_EQ(picture->image.changes(), 0u);
+        if (isSceneHeld) {
+            library()->holdScene(false);
+        }
+        library()->holdToneMapping(false);
+        awaitEnd(*picture);
+        EXPECT_EQ(picture->result, RENDERRESULT_USERBREAK);
+        EXPECT_EQ(picture->pixel(0, 0), (std::vector<int>{64, 0, 0}));
+        EXPECT_EQ(picture->image.changes(), 2u);
+        const Lines texts = statusTexts();
+        // The bar is set before the text.
+        EXPECT_EQ(Lines(texts.end() - 7, texts.end()),
+                  (Lines{"Final tonemapping...", "", "100%", "Final tonemapping...", "",
+                         "Closing render threads...", ""}));
+        EXPECT_EQ(library()->violations(), Lines());
+    }
 }
 
 /// The commands stay with the render that was first, then go to the other.
