@@ -168,11 +168,19 @@ private:
         }
     }
 
+    /// What the render still takes commands after is in an image. If it doesn't, it may have ended before the
+    /// action, or just then.
     void perform(const PictureOrder::TimedAction& timed) {
+        std::optional<std::string> refusal;
         try {
             session_.act(timed.action);
         } catch (const HostError& error) {
-            tellFailed(timed, error.what());
+            refusal = error.what();
+        }
+        if (timed.action.kind != PictureAction::Kind::stop && !session_.takesCommands()) {
+            waiting_.push_back(&timed);
+        } else if (refusal) {
+            tellFailed(timed, *refusal);
         }
     }
 
@@ -199,7 +207,7 @@ private:
     PictureSession session_;
     platform::KeyWatch keys_;
     std::vector<int> timers_;
-    /// Whose time hasn't come.
+    /// Whose time hasn't come, or for which the render had ended.
     std::vector<const PictureOrder::TimedAction*> waiting_;
     /// Whose time has come, but the render doesn't take them yet.
     std::vector<const PictureOrder::TimedAction*> due_;

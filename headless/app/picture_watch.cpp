@@ -144,19 +144,29 @@ std::string PictureWatch::png() {
 }
 
 std::string PictureWatch::act(const std::string& action) {
-    std::string reason = "The render has ended.";
+    const std::string ended = "The render has ended.";
+    std::string reason;
     const bool isDone = host_.loop().call([&] {
         if (!session_.isRunning()) {
+            reason = ended;
             return;
         }
         try {
-            session_.act(parsePictureAction(action));
-            reason.clear();
+            const PictureAction parsed = parsePictureAction(action);
+            // The dialog would take a change for no render without a word.
+            if (parsed.kind != PictureAction::Kind::stop && !session_.takesCommands()) {
+                reason = "The render takes no commands now.";
+                return;
+            }
+            session_.act(parsed);
         } catch (const std::exception& error) {
             reason = error.what();
         }
     });
-    return isDone || !reason.empty() ? reason : "The host is busy; try again.";
+    if (isDone) {
+        return reason;
+    }
+    return session_.isRunning() ? "The host is busy; try again." : ended;
 }
 
 void PictureWatch::tellEnd(const std::optional<std::string>& failure) {

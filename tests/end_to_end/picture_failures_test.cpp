@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "end_to_end/picture_fixture.h"
 
+#include "headless/app/picture_watch.h"
 #include "headless/model/handles.h"
 #include "headless/model/render_data.h"
 #include "host/plugin_data.h"
 #include "shared/plugin_ids.h"
 
 #include <algorithm>
+#include <atomic>
 #include <filesystem>
 #include <functional>
+#include <thread>
 
 #ifndef _WIN32
 #include <csignal>
@@ -78,6 +81,11 @@ TEST_F(PictureFailuresTest, AreToldAndLeaveNothingBehind) {
          {"ERROR: A shader fails."},
          1},
         {"thread dies", [](auto& library) { library.dieInThread("bad luck"); }, {}, {"ERROR: bad luck"}, 1},
+        {"throws what is no exception",
+         [](auto& library) { library.followProgress([]() -> capture::Progress { throw 7; }); },
+         {"The renderer has failed."},
+         {},
+         0},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.name);
@@ -124,8 +132,7 @@ TEST_F(PictureFailuresTest, TemporaryFilesLastAsLongAsTheRender) {
     EXPECT_EQ(tempFiles(), Lines());
 }
 
-/// A tone mapping run that fails costs its image and nothing else; one that hangs doesn't hold up the end of
-/// a render whose library is in trouble.
+/// A tone mapping run that fails costs its image and nothing else.
 TEST_F(PictureFailuresTest, OfToneMappingCostOneImage) {
     startPlugin();
     auto picture = begin();
@@ -139,18 +146,125 @@ TEST_F(PictureFailuresTest, OfToneMappingCostOneImage) {
     round(8.0, 1.0);
     awaitImage(*picture, 1);
 
-    library()->holdToneMapping(true);
-    picture->End(false);
-    host().advance(5s);
-    EXPECT_TRUE(picture->IsRunning());
-    library()->log(1, "The tone mapper's thread has ended.");
-    host().advance(100ms);
-    // The library waits for the run when its objects go.
-    library()->holdToneMapping(false);
-    awaitEnd(*picture);
-    EXPECT_EQ(picture->result, RENDERRESULT_FAILED);
-    EXPECT_EQ(host().messages(), Lines{"ERROR: The tone mapper's thread has ended."});
+    end(*picture);
     expectClean();
+}
+
+/// A run that hangs doesn't hold up the end of a render whose library is in trouble, whenever it tells of it;
+/// one that is sound still gives its image.
+TEST_F(PictureFailuresTest, EndTheWaitForARun) {
+    startPlugin();
+    const struct {
+        const char* name;
+        bool isStoppedBefore, isSound;
+        uint64_t images;
+    } cases[] = {{"told by the loop", false, false, 0},
+                 {"told after it", true, false, 0},
+                 {"told by the loop, sound run", false, true, 2},
+                 {"told after it, sound run", true, true, 2}};
+    Lines messages;
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        library()->reset();
+        const auto picture = begin();
+        library()->holdToneMapping(true);
+        ASSERT_TRUE(host().executeCommand(PLUGINID_UPDATE_IMAGE_COMMAND));
+        round(1.0, 1.0);
+        if (row.isStoppedBefore) {
+            picture->End(false);
+            host().advance(5s);
+        }
+        EXPECT_TRUE(picture->IsRunning());
+        library()->log(1, row.name);
+        messages.push_back(std::string("ERROR: ") + row.name);
+        host().advance(9s);
+        EXPECT_TRUE(picture->IsRunning());
+        if (row.isSound) {
+            library()->holdToneMapping(false);
+            awaitEnd(*picture);
+        } else {
+            host().advance(2s);
+            EXPECT_FALSE(picture->IsRunning());
+        }
+        EXPECT_EQ(picture->result, RENDERRESULT_FAILED);
+        EXPECT_EQ(picture->image.changes(), row.images);
+        EXPECT_EQ(host().messages(), messages);
+        expectClean();
+    }
+}
+
+/// A library that never lets go of the scene costs the last change, not the image.
+TEST_F(PictureFailuresTest, EndTheWaitForTheScene) {
+    startPlugin();
+    enum class Error { none, before, meanwhile };
+    const struct {
+        Error error;
+        std::chrono::seconds atLeast, atMost;
+        int32_t result;
+    } cases[] = {{Error::none, 9s, 2s, RENDERRESULT_USERBREAK},
+                 {Error::before, 0s, 2s, RENDERRESULT_FAILED},
+                 {Error::meanwhile, 5s, 1s, RENDERRESULT_FAILED}};
+    for (const auto& row : cases) {
+        SCOPED_TRACE(int(row.error));
+        library()->reset();
+        const auto picture = begin();
+        library()->ignoreStop(true);
+        library()->holdScene(true);
+        makeLinear(0.5f);
+        if (row.error == Error::before) {
+            library()->log(1, "A thread has died.");
+        } else {
+            picture->End(false);
+        }
+        host().advance(row.atLeast);
+        EXPECT_TRUE(picture->IsRunning());
+        EXPECT_EQ(lastStatus().starts_with("Final tonemapping..."), row.atLeast > 0s);
+        if (row.error == Error::meanwhile) {
+            library()->log(1, "A thread has died.");
+        }
+        host().advance(row.atMost);
+        Lines lines = newLines();
+        std::erase(lines, "0.036000");
+        EXPECT_EQ(lines,
+                  Lines{"The renderer keeps the scene: the last change of the tone mapping isn't in the "
+                        "image."});
+        awaitEnd(*picture);
+        EXPECT_EQ(picture->result, row.result);
+        EXPECT_EQ(picture->pixel(0, 0), (std::vector<int>{128, 0, 0}));
+        EXPECT_EQ(picture->image.changes(), 1u);
+        expectClean();
+    }
+}
+
+/// The page of a watched render hears why an action had no effect, also one that a dialog would swallow.
+TEST_F(PictureFailuresTest, OfActionsAreToldToThePage) {
+    startPlugin();
+    headless::PictureSession session(host(), {std::nullopt, true});
+    headless::PictureWatch watch(host(), session, 0);
+    session.start();
+    host().advance(0ms);
+    const auto answerTo = [&](const char* action) {
+        const headless::MainLoop::Serving serving(host().loop());
+        std::string answer;
+        std::atomic<bool> isThere{false};
+        std::thread page([&] {
+            answer = watch.act(action);
+            isThere = true;
+            host().loop().wake();
+        });
+        EXPECT_TRUE(
+            host().loop().runUntil([&] { return isThere.load(); }, std::chrono::steady_clock::now() + 60s));
+        page.join();
+        return answer;
+    };
+    for (const char* const action :
+         {"pause", "update", "tonemap linear scale=1", "whitepoint A", "layer 0 off"}) {
+        EXPECT_EQ(answerTo(action), "The render takes no commands now.") << action;
+    }
+    EXPECT_EQ(answerTo("layer 0"), "layer takes its index, and gain=N, on, off or color=R,G,B");
+    EXPECT_EQ(answerTo("stop"), "");
+    await([&] { return !session.isRunning(); });
+    EXPECT_EQ(answerTo("update"), "The render has ended.");
 }
 
 /// A run that comes to its end only after the artist has stopped the render still gives its image, and the
