@@ -4,6 +4,7 @@
 #include "engine/images/tiff_file.h"
 #include "foundation/exceptions.h"
 #include "foundation/mapped_file.h"
+#include "foundation/rgbe_check.h"
 #include "foundation/string_utils.h"
 
 #include <ImathBox.h>
@@ -104,6 +105,10 @@ bool hasPlausiblePNGSize(std::string_view bytes, std::string& fault) {
 std::shared_ptr<TexelImage> decodeSimple(std::string_view bytes, std::string& fault) {
     if (!hasPlausiblePNGSize(bytes, fault))
         return nullptr;
+    if (!Quenza::hasAllRadiancePixels(bytes)) {
+        fault = "it ends early, or is damaged";
+        return nullptr;
+    }
     const auto* const data = reinterpret_cast<const stbi_uc*>(bytes.data());
     const int size = int(bytes.size());
     Decoded d;

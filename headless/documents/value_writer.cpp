@@ -3,6 +3,7 @@
 #include "headless/model/handles.h"
 #include "host/inexclude.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace headless {
@@ -42,7 +43,8 @@ void writeList(InExcludeData& list, DocumentWriting& writing) {
     json.endArray();
 }
 
-/// Paths below the document's folder are written from there, so that both can move together.
+/// Paths below the document's folder are written from there, with slashes, so that both can move together, to
+/// another system as well.
 std::string pathFor(const Filename& path, const std::string& file) {
     const std::filesystem::path document =
         std::filesystem::absolute(std::filesystem::path(reinterpret_cast<const char8_t*>(file.c_str())));
@@ -51,7 +53,12 @@ std::string pathFor(const Filename& path, const std::string& file) {
     const std::string& full = path.GetUtf8();
     const bool isBelow = !folder.empty() && full.size() > folder.size() + 1 && full.starts_with(folder) &&
                          (full[folder.size()] == '/' || full[folder.size()] == Filename::separator);
-    return isBelow ? full.substr(folder.size() + 1) : full;
+    if (!isBelow) {
+        return full;
+    }
+    std::string relative = full.substr(folder.size() + 1);
+    std::ranges::replace(relative, Filename::separator, '/');
+    return relative;
 }
 
 void writeTime(const BaseTime& time, JsonWriter& json) {

@@ -4,6 +4,7 @@
 // of an unknown format then.
 
 #include "foundation/native_path.h"
+#include "foundation/rgbe_check.h"
 #include "headless/images/image_files.h"
 #include "headless/runtime/files.h"
 
@@ -14,6 +15,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -56,6 +58,7 @@ class Source {
 public:
     explicit Source(std::string bytes) : bytes_(std::move(bytes)) {}
 
+    std::string_view text() const { return bytes_; }
     const stbi_uc* data() const { return reinterpret_cast<const stbi_uc*>(bytes_.data()); }
     int size() const { return static_cast<int>(bytes_.size()); }
 
@@ -133,6 +136,9 @@ int32_t readFile(const fs::path& file, Image& image, ReadPart read) {
     }
     stream.seekg(0);
     const Source source(std::string(std::istreambuf_iterator<char>(stream), {}));
+    if (!Quenza::hasAllRadiancePixels(source.text())) {
+        return IMAGERESULT_FILEERROR;
+    }
     int width = 0;
     int height = 0;
     int channels = 0;

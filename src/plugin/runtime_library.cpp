@@ -46,7 +46,6 @@ Quenza::String dataFolder() {
 }
 
 void listDevices() {
-    gpuDevices().clear();
     try {
         if (const auto list = HardwareInfo(quenzaContext()).getGPUInfo()) {
             for (const auto& device : list->devices) {
@@ -70,6 +69,7 @@ void startRuntimeLibrary() {
         GePrint(String("Failed initialising Quenza sdk (error code:") + LongToString(code) + "):");
         GePrint(toHostString(reason));
     }
+    gpuDevices().clear();
     if (isLibraryLoaded()) {
         listDevices();
     }

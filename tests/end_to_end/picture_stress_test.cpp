@@ -28,7 +28,7 @@ using headless::PictureRender;
 
 namespace {
 
-constexpr auto LIMIT = 120s;
+constexpr auto STRESS_LIMIT = 120s;
 constexpr const char* SCENE = R"({"format": "quenza-headless-document", "version": 1,
   "materials": [
     {"id": "tiles", "name": "Tiles", "parameters": {"MATERIAL_COLOR_SHADER": "checks"},
@@ -99,7 +99,7 @@ protected:
     void await(const char* what, const std::function<bool()>& done) {
         // The kernel and other threads come to some ends without waking the loop.
         const int timer = host().loop().addTimer(1ms, [] {});
-        EXPECT_TRUE(host().runUntil(done, LIMIT)) << "waiting for " << what;
+        EXPECT_TRUE(host().runUntil(done, STRESS_LIMIT)) << "waiting for " << what;
         host().loop().removeTimer(timer);
     }
 

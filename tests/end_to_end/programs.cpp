@@ -29,7 +29,12 @@ std::string onOneLine(const TiXmlElement& element, const NodeNames& names) {
         } else if (child->ToText()) {
             const auto name = names.find(child->ValueStr());
             const bool isReference = element.ValueStr().ends_with("_uid");
-            text += isReference && name != names.end() ? name->second : escaped(child->ValueStr());
+            if (isReference && name != names.end()) {
+                text += name->second;
+            } else {
+                const bool isPath = element.ValueStr() == "path";
+                text += escaped(isPath ? replaceAll(child->ValueStr(), "\\", "/") : child->ValueStr());
+            }
         }
     }
     return text + "</" + element.ValueStr() + ">";
@@ -115,5 +120,5 @@ std::string materialOutline(const fs::path& scene, const fs::path& folder) {
             }
         }
     }
-    return replaceAll(withoutBakeNumbers(text), folder.string(), "FOLDER");
+    return replaceAll(withoutBakeNumbers(text), folder.generic_string(), "FOLDER");
 }

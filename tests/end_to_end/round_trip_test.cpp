@@ -27,8 +27,12 @@ TEST_F(RoundTrip, AllExamples) {
          fs::directory_iterator(fs::path(QUENZA_SOURCE_DIR) / "examples")) {
         if (entry.path().extension() != ".json")
             continue;
-        ++count;
         const std::string name = entry.path().stem().string();
+#ifdef _WIN32 // where the host reads no models
+        if (name == "real-model")
+            continue;
+#endif
+        ++count;
         SCOPED_TRACE(name);
         const fs::path exported = folder() / "exported" / name;
         const fs::path written = folder() / "written" / name;

@@ -119,3 +119,24 @@ TEST(ImageFiles, DamagedAndBoastingFilesAreAFault) {
             EXPECT_NE(file(whole.substr(0, length)), "no fault") << name << " " << length;
     }
 }
+
+TEST(ImageFiles, DamagedRunsOfRadiancePicturesAreAFault) {
+    const TempDir dir;
+    const auto file = [&](const std::string& bytes) {
+        Quenza::writeBytes(dir / "a.hdr", bytes);
+        return faultOf(dir / "a.hdr");
+    };
+    // Eight pixels a row: five times a byte, three bytes as they are; exponent 128 stands for 1/256 of a
+    // byte's worth.
+    const std::string component("\x85\x40\x03\x40\x40\x40", 6), exponents("\x88\x80", 2);
+    const std::string row = std::string("\x02\x02\0\x08", 4) + component + component + component + exponents;
+    const std::string header = "#?RADIANCE\nFORMAT=32-bit_rle_rgbe\n\n-Y 2 +X 8\n",
+                      whole = header + row + row;
+    ASSERT_EQ(file(whole), "no fault");
+    EXPECT_EQ(loaded(dir / "a.hdr")->rgb, std::vector<float>(48, 0.25f));
+    for (size_t length = header.size(); length < whole.size(); ++length)
+        EXPECT_EQ(file(whole.substr(0, length)), "it ends early, or is damaged") << length;
+    std::string empty_run = whole;
+    empty_run[header.size() + 4] = '\0';
+    EXPECT_EQ(file(empty_run), "it ends early, or is damaged");
+}

@@ -57,12 +57,13 @@ ProgramRun::ProgramRun(const std::vector<std::string>& arguments) : process_(std
 }
 
 ProgramRun::~ProgramRun() {
+    TerminateProcess(process_->handle, 1); // of no effect on one that has ended
     std::fclose(process_->output);
     CloseHandle(process_->handle);
 }
 
-void ProgramRun::interrupt() const {
-    EXPECT_TRUE(GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, process_->id));
+bool ProgramRun::interrupt() const {
+    return GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, process_->id);
 }
 
 int ProgramRun::exitCode() {
@@ -107,8 +108,8 @@ ProgramRun::~ProgramRun() {
     std::fclose(process_->output);
 }
 
-void ProgramRun::interrupt() const {
-    kill(process_->id, SIGINT);
+bool ProgramRun::interrupt() const {
+    return kill(process_->id, SIGINT) == 0;
 }
 
 int ProgramRun::exitCode() {

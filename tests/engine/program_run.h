@@ -15,8 +15,8 @@ public:
 
     /// False when the program ended without printing it.
     bool waitForText(const std::string& wanted);
-    /// As Ctrl-C does.
-    void interrupt() const;
+    /// As Ctrl-C does. False where nothing can: on Windows a program without a console.
+    bool interrupt() const;
     /// Waits for the end.
     int exitCode();
     /// What it has printed as far as it was read.

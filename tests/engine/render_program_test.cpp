@@ -181,7 +181,9 @@ TEST_F(RenderProgram, EndsCleanlyWhenInterrupted) {
     const std::string scene = writeScene("a.qzs", 1e9).toStdString();
     ProgramRun program({scene});
     ASSERT_TRUE(program.waitForText(" s left")) << program.text();
-    program.interrupt();
+    if (!program.interrupt()) {
+        GTEST_SKIP() << "there is no console to interrupt a program at";
+    }
     EXPECT_EQ(program.exitCode(), 0) << program.text();
     EXPECT_NE(program.text().find(", done\n"), std::string::npos);
     expectImage(path("a.png"));
@@ -192,7 +194,9 @@ TEST_F(RenderProgram, GoesOnWhenASaveFailsOnTheWay) {
     ProgramRun program({"-o", path("late/folder.png"), scene});
     ASSERT_TRUE(program.waitForText("can't write the image")) << program.text();
     FileUtils::createDir(path("late"));
-    program.interrupt();
+    if (!program.interrupt()) {
+        GTEST_SKIP() << "there is no console to interrupt a program at";
+    }
     EXPECT_EQ(program.exitCode(), 0) << program.text();
     expectImage(path("late/folder.png"));
 }
