@@ -23,7 +23,8 @@ struct ImageSaving {
     int32_t filter = FILTER_PNG;
     /// 0 to 100, for JPEG.
     int32_t quality = 80;
-    /// One channel with the brightness of the colours; three equal ones in HDR files, which know no other.
+    /// One channel with the brightness of the colours; three equal ones in HDR files, which know no other,
+    /// and in JPEG files where there is no OpenImageIO.
     bool greyscale = false;
 };
 

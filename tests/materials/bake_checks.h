@@ -84,5 +84,11 @@ private:
     }
 };
 
+#ifdef _WIN32 // where the encoder without OpenImageIO writes three equal ones
+constexpr int GREY_COMPONENTS = 3;
+#else
+constexpr int GREY_COMPONENTS = 1;
+#endif
+
 /// JPEG's own loss, at the best quality.
 constexpr int JPEG_LOSS = 4;

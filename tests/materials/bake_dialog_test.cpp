@@ -39,7 +39,7 @@ TEST_F(BakeDialogTest, BakesEachChannelIntoAFileOfTheCopy) {
         const std::string file = output(entry.file);
         EXPECT_EQ(linkedBy(bakedMaterial(), entry.id), file);
         EXPECT_EQ(linkedBy(material_, entry.id), std::to_string(headless::Xnoise));
-        EXPECT_EQ(componentsOf(file), entry.isGrey ? 1 : 3);
+        EXPECT_EQ(componentsOf(file), entry.isGrey ? GREY_COMPONENTS : 3);
         const OwnedBitmap image = load(file);
         ASSERT_EQ(image->GetBw(), 32);
         ASSERT_EQ(image->GetBh(), 16);

@@ -28,7 +28,9 @@ protected:
         zipClose(zip, nullptr);
         return file;
     }
-    std::string unpackFolder() const { return folder() + "/config/Quenza for Cinema 4D/materials"; }
+    std::string unpacked(const std::string& file) const {
+        return Quenza::nativeText(folder() + "/config/Quenza for Cinema 4D/materials/" + file);
+    }
 };
 
 std::string blend(int uid, const char* name, int a, int b) {
@@ -135,7 +137,7 @@ TEST_F(ImportCommand, ReadsTexturesBesideTheFileAndByFullPaths) {
     const Lines found = lines();
     EXPECT_EQ(found, (Lines{"Loaded texture: " + image, "Loaded texture: " + image, "Loaded texture: " + full,
                             "Failed to load texture from: C:\\maps\\gone.png",
-                            "Failed to load texture from: " + folder() + "/sub/"}));
+                            "Failed to load texture from: " + Quenza::nativeText(folder() + "/sub/")}));
 }
 
 TEST_F(ImportCommand, UnpacksArchivesIntoAFolderEach) {
@@ -154,12 +156,10 @@ TEST_F(ImportCommand, UnpacksArchivesIntoAFolderEach) {
         SCOPED_TRACE(name);
         clear();
         EXPECT_TRUE(runImport(archive));
-        const std::string target = unpackFolder() + "/" + name;
-        EXPECT_EQ(lines(), (Lines{"a.QZM", "b.qzm", "readme.txt", "wood.png",
-                                  "Loaded texture: " + target + "/wood.png"}));
+        const std::string wood = unpacked(std::string(name) + "/wood.png");
+        EXPECT_EQ(lines(), (Lines{"a.QZM", "b.qzm", "readme.txt", "wood.png", "Loaded texture: " + wood}));
         ASSERT_EQ(names(), "Packed ");
-        EXPECT_EQ(data(shaderOf(find("Packed"), 6118)).GetFilename(BITMAPSHADER_FILENAME).GetUtf8(),
-                  target + "/wood.png");
+        EXPECT_EQ(data(shaderOf(find("Packed"), 6118)).GetFilename(BITMAPSHADER_FILENAME).GetUtf8(), wood);
     }
 }
 

@@ -16,7 +16,7 @@ protected:
     }
     /// Imports a material file with these elements.
     bool import(const std::string& elements, const char* name = "/in.qzm") {
-        const std::string file = folder() + name;
+        const std::string file = Quenza::nativeText(folder() + name);
         Quenza::writeBytes(file, "<scenedata>" + elements + "</scenedata>");
         return runImport(file);
     }
@@ -65,5 +65,5 @@ protected:
 
 private:
     size_t linesBefore_ = 0;
-    const Quenza::UserProfile profile_{folder() + "/config"};
+    const Quenza::UserProfile profile_{Quenza::nativeText(folder() + "/config")};
 };

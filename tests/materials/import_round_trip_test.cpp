@@ -23,8 +23,9 @@ protected:
         for (const Quenza::Ref<Quenza::SceneNode>& node : root.getChildren()) {
             Quenza::BufferOStream stream;
             node->writeToXML(stream, 0, options);
-            nodes[node->getName().toStdString()] =
-                replaceAll(String(stream.getBuffer().toStdString()), String(folder() + "/"), "").GetUtf8();
+            nodes[node->getName().toStdString()] = replaceAll(String(stream.getBuffer().toStdString()),
+                                                              String(Quenza::nativeText(folder() + "/")), "")
+                                                       .GetUtf8();
         }
         return nodes;
     }

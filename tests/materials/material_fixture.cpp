@@ -101,7 +101,7 @@ std::string MaterialTest::addImageFile(const char* name) const {
     EXPECT_EQ(image->Init(2, 2), IMAGERESULT_OK);
     EXPECT_EQ(image->Save(Filename(String(path.string())), FILTER_PNG, nullptr, SAVEBIT_0), IMAGERESULT_OK);
     BaseBitmap::Free(image);
-    return path.string();
+    return Quenza::nativeText(path.string());
 }
 
 std::string MaterialTest::golden(const char* name, const std::string& text) {
@@ -145,7 +145,9 @@ std::string MaterialTest::xml() const {
 std::string MaterialTest::xml(Quenza::SceneNodeUID uid) const {
     Quenza::BufferOStream stream;
     scene_->getChildByUID(uid)->writeToXML(stream, 0, Quenza::XMLWriteOptions());
-    return replaceAll(String(stream.getBuffer().toStdString()), String(folder() + "/"), "").GetUtf8();
+    return replaceAll(String(stream.getBuffer().toStdString()), String(Quenza::nativeText(folder() + "/")),
+                      "")
+        .GetUtf8();
 }
 
 std::string MaterialTest::nodeNames() const {

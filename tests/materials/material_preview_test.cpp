@@ -189,7 +189,8 @@ TEST_F(MaterialPreviews, SetUpTheStageOnce) {
     EXPECT_EQ(stage->GetFirstObject(), early) << "the sky is gone";
     const BaseList2D* const picture = data(floor).GetLink(8000, stage);
     ASSERT_TRUE(picture);
-    EXPECT_EQ(picture->GetDataInstance()->GetFilename(1000), Filename("/plugin/res/previewBackground.jpg"));
+    EXPECT_EQ(picture->GetDataInstance()->GetFilename(1000),
+              Filename(String("/plugin" + Quenza::nativeText("/res/previewBackground.jpg"))));
 
     // The settings that are there stay as they are.
     data(settings).SetLong(1330, 7);

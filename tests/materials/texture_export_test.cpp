@@ -46,7 +46,7 @@ TEST_F(TextureExport, LooksForFilesAsTheHostDoes) {
 TEST_F(TextureExport, LooksForImagesOfPreviewsBesideThePlugin) {
     const std::string beside = addImageFile("beside.png");
     const std::string staged = addImageFile("plugin/res/materialpreview/stage.png");
-    pluginState().pluginPath = std::make_unique<Filename>(String(folder() + "/plugin"));
+    pluginState().pluginPath = std::make_unique<Filename>(String(Quenza::nativeText(folder() + "/plugin")));
     EXPECT_EQ(pathOf("stage.png", context()), "");
     endExport();
     isMaterialPreview = true;
@@ -75,15 +75,15 @@ private:
 
 TEST_F(PresetExport, CopiesAPresetOnceUnderAFlatName) {
     addPreset("tex.lib4d/wood/oak.jpg");
-    const std::string expected = context().textureDirectory.GetUtf8() + "/preset_tex.lib4d_wood_oak.jpg";
+    const std::string start = context().textureDirectory.GetUtf8() + Quenza::nativeText("/preset_tex.lib4d_");
+    const std::string expected = start + "wood_oak.jpg";
     EXPECT_EQ(pathOf("preset://tex.lib4d/wood/oak.jpg", context()), expected);
     EXPECT_EQ(contentOf(expected), "tex.lib4d/wood/oak.jpg");
     // What is there already stays.
     std::ofstream(expected, std::ios::binary) << "changed";
     EXPECT_EQ(pathOf("preset://tex.lib4d/wood/oak.jpg", context()), expected);
     EXPECT_EQ(contentOf(expected), "changed");
-    EXPECT_EQ(pathOf("preset://tex.lib4d/missing.jpg", context()),
-              context().textureDirectory.GetUtf8() + "/preset_tex.lib4d_missing.jpg");
+    EXPECT_EQ(pathOf("preset://tex.lib4d/missing.jpg", context()), start + "missing.jpg");
 }
 
 /// Two renders at once: what the first deletes at its end isn't what the second looks at.

@@ -4,6 +4,7 @@
 #include "support/pipe.h"
 #include "support/system_texts.h"
 
+#include <algorithm>
 #include <functional>
 #include <pthread.h>
 
@@ -15,12 +16,22 @@ std::string include(const std::string& pathname) {
     return "<include><pathname>" + pathname + "</pathname></include>";
 }
 
+/// A path with the system's separator in the place of each "|", as the reader puts it between what it joins;
+/// slashes stay.
+std::string joined(std::string path) {
+    std::replace(path.begin(), path.end(), '|', PlatformUtils::SEPARATOR);
+    return path;
+}
+
 class Include : public SceneFiles {
 protected:
     void putData(const std::string& name, const std::string& elements) {
         put(name, "<scenedata>" + elements + "</scenedata>");
     }
-    std::string path(const std::string& name) const { return "'" + (folder / name).toStdString() + "'"; }
+    /// Of a file, by its path from the scene as the includes give it.
+    std::string path(const std::string& name) const {
+        return "'" + joined(folder.path().toStdString() + "|" + name) + "'";
+    }
     /// What stands behind a fault in that file.
     std::string in(const std::string& name) const { return "  (In the included file " + path(name) + ")"; }
 };
@@ -41,7 +52,7 @@ TEST_F(Include, ReadsFilesInTheirPlace) {
     for (const Ref<SceneNode>& node : root->getChildren())
         if (node->getType() == NODE_MESH)
             paths += static_cast<SceneNodeMesh&>(*node).path.toStdString() + " ";
-    EXPECT_EQ(paths, "s.ply parts/a.ply parts/deep/b.ply parts/deep/../../c.ply parts/a2.ply " +
+    EXPECT_EQ(paths, joined("s.ply parts|a.ply parts|deep|b.ply parts|deep|../..|c.ply parts|a2.ply ") +
                          (folder / "absolute/d.ply").toStdString() + " s2.ply ");
 }
 
@@ -54,10 +65,10 @@ TEST_F(Include, RefusesCirclesWithTheirChain) {
         const char* back;
         std::string chain;
     } cases[] = {
-        {"b.qzs", b + includes + b},
-        {"a.qzs", a + includes + b + includes + path("./sub/../a.qzs")},
+        {"b.qzs", b + includes + path("./sub/..|b.qzs")},
+        {"a.qzs", a + includes + b + includes + path("./sub/..|a.qzs")},
         {"scene.qzs",
-         path("scene.qzs") + includes + a + includes + b + includes + path("./sub/../scene.qzs")},
+         path("scene.qzs") + includes + a + includes + b + includes + path("./sub/..|scene.qzs")},
     };
     for (const auto& [back, chain] : cases) {
         putData("b.qzs", include(back));
@@ -68,6 +79,9 @@ TEST_F(Include, RefusesCirclesWithTheirChain) {
 }
 
 TEST_F(Include, FollowsLinksToFindCircles) {
+#ifdef _WIN32
+    GTEST_SKIP() << "only some may make links";
+#endif
     std::filesystem::create_directory_symlink(folder.path().toStdString(), (folder / "loop").toStdString());
     putData("a.qzs", include("loop/a.qzs"));
     EXPECT_EQ(refusal(include("a.qzs")),

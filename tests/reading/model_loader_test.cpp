@@ -10,11 +10,11 @@ namespace {
 
 using ModelLoaderTest = ModelFilesTest;
 
-const std::string TRIANGLE = "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
+const std::string OBJ_TRIANGLE = "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
 const std::string TRIANGLE_MESH = "v 0 0 0\nv 2 0 0\nv 0 2 0\ntriangle 0 1 2 m 0\n";
 
 TEST_F(ModelLoaderTest, ChoosesByExtension) {
-    EXPECT_EQ(loadBytes("a.b.OBJ", TRIANGLE, 2), "material default\n" + TRIANGLE_MESH);
+    EXPECT_EQ(loadBytes("a.b.OBJ", OBJ_TRIANGLE, 2), "material default\n" + TRIANGLE_MESH);
     EXPECT_EQ(loadBytes("m.Ply", "ply\nformat ascii 1.0\nend_header\n"), "material default\n");
     Mesh mesh;
     ModelLoader().streamModel(dir / "a.b.OBJ", mesh, 1);

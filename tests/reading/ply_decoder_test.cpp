@@ -71,6 +71,8 @@ TEST_F(PlyDecoderTest, ReadsTrianglesAndQuads) {
 TEST_F(PlyDecoderTest, TellsWhatIsWrong) {
     const std::string path = (dir / "m.ply").toStdString();
     const std::string float_list = "\nproperty list uint double vertex_indices";
+    // The reader counts in this type.
+    const char* const many = sizeof(long) > 4 ? "read of body failed." : "could not read header.";
     const struct {
         std::string file;
         std::string error;
@@ -78,16 +80,18 @@ TEST_F(PlyDecoderTest, TellsWhatIsWrong) {
         {"", "could not open file '" + path + "' for reading."},
         {"solid", "could not open file '" + path + "' for reading."},
         {"ply\nformat ascii 1.0\nelement vertex -4\nend_header\n", "could not read header."},
-        {asciiFile("4000000000000000000", "0", "1 2 3"), "read of body failed."},
-        {asciiFile("4", "4000000000" + LIST, FOUR), "read of body failed."},
+        {asciiFile("2000000000", "0", "1 2 3"), "read of body failed."},
+        {asciiFile("4000000000000000000", "0", "1 2 3"), many},
+        {asciiFile("4", "2000000000" + LIST, FOUR), "read of body failed."},
+        {asciiFile("4", "4000000000" + LIST, FOUR), many},
         {asciiFile("1", "0", "0 0 nan"), "read of body failed."},
         {asciiFile("1", "0", "0 0 inf"), "read of body failed."},
         {binaryFile(std::numeric_limits<float>::quiet_NaN()), "read of body failed."},
         {asciiFile("4", "1" + LIST, FOUR + "5 0 1 2 3 0"), "Invalid number of vertices in face: 5"},
         {asciiFile("4", "1" + LIST, FOUR + "2 0 1"), "Invalid number of vertices in face: 2"},
         {asciiFile("4", "1" + LIST, FOUR + "0"), "Invalid number of vertices in face: 0"},
-        {asciiFile("4", "1" + float_list, FOUR + "4000000000 1"),
-         "Invalid number of vertices in face: 4000000000"},
+        {asciiFile("4", "1" + float_list, FOUR + "2000000000 1"),
+         "Invalid number of vertices in face: 2000000000"},
         {asciiFile("4", "1\nproperty list char int vertex_indices", FOUR + "-1"), "read of body failed."},
         {asciiFile("4", "1" + LIST, FOUR + "3 0 1 4"),
          "Triangle vertex index is out of bounds. (vertex index=4)"},

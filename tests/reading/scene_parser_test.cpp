@@ -4,6 +4,7 @@
 #include "scene/scene_node_mesh.h"
 #include "scene/scene_node_model.h"
 #include "scene/scene_node_sphere.h"
+#include "support/system_texts.h"
 
 #include <set>
 
@@ -34,7 +35,7 @@ TEST_F(SceneParser, RefusesBadDocuments) {
     }
     std::filesystem::remove(path);
     EXPECT_EQ(thrownMessage<QuenzaModelParserExcep>([&] { read(); }),
-              "Failed to open XML doc from path '" + path + "': No such file or directory");
+              "Failed to open XML doc from path '" + path + "': " + noSuchFile());
 }
 
 TEST_F(SceneParser, NumbersNodesAroundThoseWithUIDs) {
@@ -79,7 +80,7 @@ TEST_F(SceneParser, TellsWhichSettingsAreWrong) {
     put("scene.qzs", "<scene/>");
     EXPECT_EQ(thrownMessage<QuenzaModelParserExcep>([&] { read({folder.path()}); }),
               "Error reading inifile.xml: Failed to open XML doc from path '" +
-                  (folder / "inifile.xml").toStdString() + "': No such file or directory");
+                  (folder / "inifile.xml").toStdString() + "': " + noSuchFile());
     put("inifile.xml", "<config/>");
     EXPECT_EQ(thrownMessage<QuenzaModelParserExcep>([&] { QuenzaModelParser().readIniFile(folder.path()); }),
               "Error reading inifile.xml: Failed to find expected element 'renderer_settings'  (In element "

@@ -2,6 +2,7 @@
 #include "reading/xml_document.h"
 
 #include "reading/xml_values.h"
+#include "support/system_texts.h"
 #include "support/temp_dir.h"
 #include "support/thrown_message.h"
 
@@ -22,11 +23,11 @@ TEST(XMLDocument, TellsWhyAFileIsNoDocument) {
     const TempDir folder;
     const String path = folder / "scene.qzs";
     const std::string quoted = "'" + path.toStdString() + "'";
-    EXPECT_EQ(loadMessage(path),
-              "Failed to open XML doc from path " + quoted + ": No such file or directory");
+    EXPECT_EQ(loadMessage(path), "Failed to open XML doc from path " + quoted + ": " + noSuchFile());
     EXPECT_EQ(loadMessage(folder.path()),
-              "Failed to open XML doc from path '" + folder.path().toStdString() + "': Is a directory");
-    EXPECT_EQ(loadMessage("/dev/zero"), "Failed to open XML doc from path '/dev/zero': not a file");
+              "Failed to open XML doc from path '" + folder.path().toStdString() + "': " + isFolder());
+    const std::string device = PlatformUtils::SEPARATOR == '\\' ? "NUL" : "/dev/zero";
+    EXPECT_EQ(loadMessage(device), "Failed to open XML doc from path '" + device + "': not a file");
     writeBytes(path, "<scene>\n  <mesh></scene>");
     EXPECT_EQ(loadMessage(path),
               "failed to load XML doc from path " + quoted + ": Error reading end tag.  (Line 2, column 9.)");

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "support/system_texts.h"
 #include "tools/tool_fixture.h"
 
 #include <nlohmann/json.hpp>
@@ -120,17 +121,17 @@ TEST_F(Tool, InfoTellsWhatAMeshHolds) {
     write("a.OBJ", "v 0 0 0\nv 3 0 0\nv 0 1 0\nf 1 2 3\n");
     EXPECT_EQ(
         Json::parse(run({"info", "--json", path("a.OBJ")}).out),
-        Json::parse(R"({"path": ")" + path("a.OBJ") +
-                    R"(", "vertices": 3, "triangles": 1, "quads": 0, "uvs": 0, "materials": 1, "memory": 64,
+        Json::parse(R"({"path": )" + Json(path("a.OBJ")).dump() +
+                    R"(, "vertices": 3, "triangles": 1, "quads": 0, "uvs": 0, "materials": 1, "memory": 64,
                  "bounds_min": [0, 0, 0], "bounds_max": [3, 1, 0], "material_names": ["default"]})"));
     write("bad.ply", "ply\nformat odd 1.0\n");
     const struct {
         const char* file;
         std::string complaint;
-    } bad[] = {{"bad.ply", path("bad.ply") + ": could not read header."},
-               {"none.obj", path("none.obj") + ": the file is missing"},
-               {"none.qzs",
-                "Failed to open XML doc from path '" + path("none.qzs") + "': No such file or directory"}};
+    } bad[] = {
+        {"bad.ply", path("bad.ply") + ": could not read header."},
+        {"none.obj", path("none.obj") + ": the file is missing"},
+        {"none.qzs", "Failed to open XML doc from path '" + path("none.qzs") + "': " + Quenza::noSuchFile()}};
     for (const auto& test : bad) {
         const Outcome refused = run({"info", path(test.file)});
         EXPECT_EQ(refused.errors, "quenza-scene: " + test.complaint + "\n");

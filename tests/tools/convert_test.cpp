@@ -142,7 +142,7 @@ TEST_F(Tool, MakesFilesOfMeshesInTheScene) {
     write("in.qzs", text);
     expectConverted(run({"convert", path("in.qzs"), path("out.qzs")}));
     const Outcome info = run({"info", path("out.qzs")});
-    EXPECT_NE(info.out.find("'out_meshes/mesh_"), std::string::npos) << info.out;
+    EXPECT_NE(info.out.find("'" + Quenza::nativeText("out_meshes/mesh_")), std::string::npos) << info.out;
     EXPECT_NE(info.out.find("bounds (0 0 0) to (3 3 0)"), std::string::npos)
         << "scaled once, not twice: " << info.out;
 }

@@ -19,7 +19,7 @@ TEST_F(Tool, MergesTwoScenes) {
     const Outcome diff = run({"diff", path("scene.qzs"), path("both.qzs")});
     EXPECT_EQ(diff.out, "+ material 17 \"Red\"\n+ material 18 \"Wood\"\n+ mesh 19 \"Square 2\"\n"
                         "+ model2 20 \"Floor\"\n+ sphere 21 \"Ball\"\n+ section_plane 22 \"\"\n");
-    const std::string both = read("both.qzs");
+    const std::string both = Quenza::unixLines(read("both.qzs"));
     for (const char* const reference :
          {"<geometry_uid>19</geometry_uid>", "<material_uid>17</material_uid>", "\t\t<uid>20</uid>",
           "<material_uid>17</material_uid>\n\t\t\t<material_uid>18</material_uid>"})
