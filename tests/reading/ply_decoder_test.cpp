@@ -92,6 +92,8 @@ TEST_F(PlyDecoderTest, TellsWhatIsWrong) {
         {asciiFile("4", "1" + LIST, FOUR + "0"), "Invalid number of vertices in face: 0"},
         {asciiFile("4", "1" + float_list, FOUR + "2000000000 1"),
          "Invalid number of vertices in face: 2000000000"},
+        {asciiFile("4", "1" + float_list, FOUR + "4000000000 1"),
+         sizeof(long) > 4 ? "Invalid number of vertices in face: 4000000000" : "read of body failed."},
         {asciiFile("4", "1\nproperty list char int vertex_indices", FOUR + "-1"), "read of body failed."},
         {asciiFile("4", "1" + LIST, FOUR + "3 0 1 4"),
          "Triangle vertex index is out of bounds. (vertex index=4)"},
