@@ -5,11 +5,16 @@
 #include "headless/import/import_model.h"
 
 #include "headless/documents/document_error.h"
+#include "headless/runtime/files.h"
+#include "headless/runtime/platform.h"
 
 namespace headless {
 
 std::unique_ptr<Document> importModel(const std::string& file, std::vector<std::string>& /*warnings*/,
                                       const std::string& /*textureFolder*/) {
+    if (!files::isFile(platform::pathFromUtf8(file))) {
+        throw DocumentError(file, "there is no such file");
+    }
     throw DocumentError(file, "this program was built without Assimp and reads no model files; "
                               "one that was built with it can save the model as a document (open --save)");
 }

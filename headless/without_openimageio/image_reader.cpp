@@ -9,6 +9,7 @@
 #include "headless/runtime/files.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -53,7 +54,7 @@ struct Freed {
 template <class Component>
 using Pixels = std::unique_ptr<Component, Freed<Component>>;
 
-/// A file's bytes, as the decoder takes them.
+/// A file's bytes.
 class Source {
 public:
     explicit Source(std::string bytes) : bytes_(std::move(bytes)) {}
@@ -61,19 +62,60 @@ public:
     std::string_view text() const { return bytes_; }
     const stbi_uc* data() const { return reinterpret_cast<const stbi_uc*>(bytes_.data()); }
     int size() const { return static_cast<int>(bytes_.size()); }
+    bool isJpeg() const { return bytes_.starts_with("\xFF\xD8"); }
 
 private:
     std::string bytes_;
 };
 
-int32_t readColours(const Source& source, int /*channels*/, Image& image) {
+/// Hands out a source's bytes, and notices who wants more: most decoders take zeros for what is missing.
+struct Reading {
+    std::string_view text;
+    size_t at = 0;
+    bool ranOut = false;
+};
+
+int readMore(void* user, char* data, int size) {
+    // The decoder's own buffer takes what is left.
+    constexpr size_t BUFFER = sizeof(stbi__context::buffer_start);
+    auto& reading = *static_cast<Reading*>(user);
+    const auto wanted = static_cast<size_t>(size);
+    const size_t count = reading.text.copy(data, wanted, reading.at);
+    reading.at += count;
+    reading.ranOut |= count < wanted && (count == 0 || wanted != BUFFER);
+    return static_cast<int>(count);
+}
+
+void skip(void* user, int count) {
+    auto& reading = *static_cast<Reading*>(user);
+    const auto target = static_cast<std::ptrdiff_t>(reading.at) + count;
+    const auto end = static_cast<std::ptrdiff_t>(reading.text.size());
+    reading.ranOut |= target > end;
+    reading.at = static_cast<size_t>(std::clamp(target, std::ptrdiff_t{0}, end));
+}
+
+int isAtEnd(void* user) {
+    const auto& reading = *static_cast<Reading*>(user);
+    return reading.at == reading.text.size() ? 1 : 0;
+}
+
+/// Null when the file holds less than the whole picture; a JPEG's missing rest is grey, as with all of its
+/// readers.
+template <class Component, class Load>
+Pixels<Component> decode(const Source& source, Load load, int channels) {
+    static const stbi_io_callbacks CALLBACKS = {readMore, skip, isAtEnd};
+    Reading reading{source.text()};
     int width = 0;
     int height = 0;
     int stored = 0;
+    Pixels<Component> pixels(load(&CALLBACKS, &reading, &width, &height, &stored, channels));
+    return reading.ranOut && !source.isJpeg() ? nullptr : std::move(pixels);
+}
+
+int32_t readColours(const Source& source, int /*channels*/, Image& image) {
     const auto count = static_cast<size_t>(image.width()) * static_cast<size_t>(image.height()) * 3;
     if (image.bytes()) {
-        const Pixels<stbi_uc> pixels(
-            stbi_load_from_memory(source.data(), source.size(), &width, &height, &stored, 3));
+        const auto pixels = decode<stbi_uc>(source, stbi_load_from_callbacks, 3);
         if (!pixels) {
             return IMAGERESULT_FILEERROR;
         }
@@ -81,16 +123,14 @@ int32_t readColours(const Source& source, int /*channels*/, Image& image) {
         return IMAGERESULT_OK;
     }
     if (stbi_is_hdr_from_memory(source.data(), source.size())) {
-        const Pixels<float> pixels(
-            stbi_loadf_from_memory(source.data(), source.size(), &width, &height, &stored, 3));
+        const auto pixels = decode<float>(source, stbi_loadf_from_callbacks, 3);
         if (!pixels) {
             return IMAGERESULT_FILEERROR;
         }
         std::copy_n(pixels.get(), count, image.floats());
         return IMAGERESULT_OK;
     }
-    const Pixels<stbi_us> pixels(
-        stbi_load_16_from_memory(source.data(), source.size(), &width, &height, &stored, 3));
+    const auto pixels = decode<stbi_us>(source, stbi_load_16_from_callbacks, 3);
     if (!pixels) {
         return IMAGERESULT_FILEERROR;
     }
@@ -106,15 +146,11 @@ int32_t readAlphaOf(const Source& source, int channels, Image& image) {
     if (const int32_t result = image.init(image.width(), image.height(), 24); result != IMAGERESULT_OK) {
         return result;
     }
-    int width = 0;
-    int height = 0;
-    int stored = 0;
-    const Pixels<stbi_uc> pixels(
-        stbi_load_from_memory(source.data(), source.size(), &width, &height, &stored, 4));
+    const auto pixels = decode<stbi_uc>(source, stbi_load_from_callbacks, 4);
     if (!pixels) {
         return IMAGERESULT_FILEERROR;
     }
-    const auto count = static_cast<size_t>(width) * static_cast<size_t>(height);
+    const auto count = static_cast<size_t>(image.width()) * static_cast<size_t>(image.height());
     for (size_t i = 0; i < count; ++i) {
         std::fill_n(image.bytes() + 3 * i, 3, pixels.get()[4 * i + 3]);
     }
