@@ -5,7 +5,7 @@
 #include <cctype>
 
 #include "headless/app/arguments.h"
-#include "headless/images/image_files.h"
+#include "headless/app/image_output.h"
 #include "headless/runtime/files.h"
 #include "headless/runtime/platform.h"
 
@@ -32,6 +32,10 @@ int32_t filterOf(const fs::path& path) {
         throw UsageError("--image writes an image: " + platform::utf8FromPath(path.filename()) +
                          " should end with .png, .jpg, .tif, .bmp or .tga");
     }
+    if (!canWrite(format->filter)) {
+        throw UsageError("--image can't be " + platform::utf8FromPath(path.filename()) +
+                         ": this program writes no " + suffix);
+    }
     return format->filter;
 }
 
@@ -40,11 +44,12 @@ int32_t filterOf(const fs::path& path) {
 PictureFile::PictureFile(const std::string& file)
     : path_(fs::absolute(platform::pathFromUtf8(file)).lexically_normal()), filter_(filterOf(path_)) {}
 
-void PictureFile::makeFolder() const {
+void PictureFile::prepare() const {
     if (const std::string reason = files::makeFolders(path_.parent_path()); !reason.empty()) {
         throw HostError("The folder " + platform::utf8FromPath(path_.parent_path()) +
                         " can't be made: " + reason);
     }
+    requireWritable(path_);
 }
 
 void PictureFile::update(const PictureSession& session) {
@@ -55,9 +60,7 @@ void PictureFile::update(const PictureSession& session) {
     written_ = session.copyImage(image);
     ImageSaving saving;
     saving.filter = filter_;
-    if (writeImage(path_, image, saving) != IMAGERESULT_OK) {
-        throw HostError("The image " + path() + " can't be written");
-    }
+    saveImage(path_, image, saving);
 }
 
 std::string PictureFile::path() const {

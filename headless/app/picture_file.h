@@ -10,11 +10,13 @@ namespace headless {
 /// The file that shows a render while it grows: each image is written whole or not at all.
 class PictureFile {
 public:
-    /// The format follows from the suffix: .png, .jpg, .tif, .bmp or .tga. Throws UsageError for another one.
+    /// The format follows from the suffix: .png, .jpg, .tif, .bmp or .tga. Throws UsageError for another one,
+    /// and for one that this build doesn't write.
     explicit PictureFile(const std::string& file);
 
-    /// Makes the folders that aren't there. Throws HostError when that can't be.
-    void makeFolder() const;
+    /// Before the render: makes the folders that aren't there. Throws HostError when they can't be made or
+    /// the file can't be written.
+    void prepare() const;
     /// Writes the session's image when it has changed since the last call. Throws HostError when it can't be
     /// written.
     void update(const PictureSession& session);

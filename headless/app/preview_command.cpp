@@ -2,8 +2,8 @@
 #include "headless/app/commands.h"
 
 #include "headless/app/document_nodes.h"
+#include "headless/app/image_output.h"
 #include "headless/app/plugin_numbers.h"
-#include "headless/images/image_files.h"
 #include "headless/preview/material_preview.h"
 #include "headless/runtime/files.h"
 #include "host/videopost.h"
@@ -29,12 +29,11 @@ constexpr QualityName QUALITIES[] = {
 constexpr int32_t LARGEST_SIZE = 4096;
 
 std::filesystem::path targetImage(const Arguments& arguments) {
-    const std::string file = arguments.value("--image").value_or("");
-    std::filesystem::path path = std::filesystem::absolute(platform::pathFromUtf8(file)).lexically_normal();
-    if (file.empty() || path.extension() != ".png") {
+    const std::filesystem::path path = platform::pathFromUtf8(arguments.value("--image").value_or(""));
+    if (path.extension() != ".png") {
         throw UsageError("materials preview needs --image FILE.png");
     }
-    return path;
+    return std::filesystem::absolute(path).lexically_normal();
 }
 
 PreviewSize previewSize(const Arguments& arguments) {
@@ -182,9 +181,7 @@ std::optional<bool> makeImage(Host& host, Material& material, PreviewScene& scen
         host.errors().print("No preview of \"" + material.name + "\": " + failure);
         return false;
     }
-    if (writeImage(file, image, {}) != IMAGERESULT_OK) {
-        throw HostError(platform::utf8FromPath(file) + " can't be written");
-    }
+    saveImage(file, image, {});
     std::puts(("Image: " + platform::utf8FromPath(file)).c_str());
     return true;
 }
@@ -203,6 +200,7 @@ ExitStatus previewMaterialsCommand(Host& host, const Arguments& arguments) {
                         " can't be made: " + reason);
     }
     const std::vector<std::filesystem::path> files = imageFiles(materials, target);
+    std::ranges::for_each(files, requireWritable);
     ExitStatus status = ExitStatus::done;
     for (size_t i = 0; i < materials.size(); ++i) {
         if (wantedQuality) {

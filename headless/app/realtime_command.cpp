@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "headless/app/commands.h"
 
+#include "headless/app/image_output.h"
 #include "headless/app/plugin_numbers.h"
 #include "headless/app/realtime_words.h"
 #include "headless/build/caches.h"
-#include "headless/images/image_files.h"
 #include "headless/model/handles.h"
 
 #include <cstdio>
@@ -96,6 +96,7 @@ ExitStatus realtimeCommand(Host& host, const Arguments& arguments) {
     openDocumentFile(host, arguments.operands.front());
     // An open document has its caches from the views that show it, and the preview relies on that.
     buildCaches(*host.document(), nullptr);
+    requireWritable(wishes.image);
     GeDialog& dialog = openPreview(host, wishes);
     PreviewRun preview(host, dialog);
     preview.start();
@@ -109,9 +110,7 @@ ExitStatus realtimeCommand(Host& host, const Arguments& arguments) {
     if (images == 0) {
         throw HostError("The realtime preview showed no image");
     }
-    if (writeImage(wishes.image, image, {}) != IMAGERESULT_OK) {
-        throw HostError(platform::utf8FromPath(wishes.image) + " can't be written");
-    }
+    saveImage(wishes.image, image, {});
     std::puts(("Images shown: " + std::to_string(images) + "\nImage: " + platform::utf8FromPath(wishes.image))
                   .c_str());
     return ExitStatus::done;

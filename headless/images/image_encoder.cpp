@@ -87,6 +87,11 @@ bool encodeAs(const Image& image, const Writer& writer, const ImageSaving& savin
 
 } // namespace
 
+bool canWrite(int32_t filter) {
+    const Writer* const writer = std::ranges::find(WRITERS, filter, &Writer::filter);
+    return writer != std::end(WRITERS) && OIIO::ImageOutput::create(writer->name) != nullptr;
+}
+
 int32_t encodeImage(const Image& image, const ImageSaving& saving, std::vector<unsigned char>& bytes) {
     const Writer* const writer = std::ranges::find(WRITERS, saving.filter, &Writer::filter);
     if (writer == std::end(WRITERS) || image.depth() == 0) {

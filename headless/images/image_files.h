@@ -29,8 +29,16 @@ struct ImageSaving {
 };
 
 /// Writes an image file whole or not at all. TIFF, OpenEXR and HDR keep floats, the others take 0 to 1 as 8
-/// bits. An ImageResult. Any thread.
-int32_t writeImage(const std::filesystem::path& file, const Image& image, const ImageSaving& saving);
+/// bits. An ImageResult; `reason` gets the system's words for IMAGERESULT_FILEERROR, where it has some. Any
+/// thread.
+int32_t writeImage(const std::filesystem::path& file, const Image& image, const ImageSaving& saving,
+                   std::string* reason = nullptr);
+
+/// True for an ImageFilter that this build writes.
+bool canWrite(int32_t filter);
+
+/// Why no file can be written there, in the system's words; "" when it can. Leaves nothing there.
+std::string writingObstacle(const std::filesystem::path& file);
 
 /// A PNG file in memory; "" when there is no image or no memory. Any thread.
 std::string encodePng(const Image& image);

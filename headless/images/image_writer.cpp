@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 } // namespace
 
-int32_t writeImage(const fs::path& file, const Image& image, const ImageSaving& saving) {
+int32_t writeImage(const fs::path& file, const Image& image, const ImageSaving& saving, std::string* reason) {
     if (!file.has_filename()) {
         return IMAGERESULT_PARAM_ERROR;
     }
@@ -23,7 +23,18 @@ int32_t writeImage(const fs::path& file, const Image& image, const ImageSaving& 
     }
     Quenza::SafeFile stream(platform::utf8FromPath(file), Quenza::SafeFile::Mode::BINARY);
     stream.write(bytes.data(), bytes.size());
-    return stream.commit() ? IMAGERESULT_OK : IMAGERESULT_FILEERROR;
+    if (stream.commit()) {
+        return IMAGERESULT_OK;
+    }
+    if (reason) {
+        *reason = stream.failureReason().toStdString();
+    }
+    return IMAGERESULT_FILEERROR;
+}
+
+std::string writingObstacle(const fs::path& file) {
+    const Quenza::SafeFile trial(platform::utf8FromPath(file), Quenza::SafeFile::Mode::BINARY);
+    return trial.isOpen() ? "" : trial.failureReason().toStdString();
 }
 
 std::string encodePng(const Image& image) {

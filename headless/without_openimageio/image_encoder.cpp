@@ -91,6 +91,10 @@ void encode(const Image& image, const ImageSaving& saving, std::vector<unsigned 
 
 } // namespace
 
+bool canWrite(int32_t filter) {
+    return filter != FILTER_TIF && filter != FILTER_EXR;
+}
+
 int32_t encodeImage(const Image& image, const ImageSaving& saving, std::vector<unsigned char>& bytes) {
     if (image.depth() == 0) {
         return IMAGERESULT_PARAM_ERROR;

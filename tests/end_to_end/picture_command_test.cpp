@@ -111,7 +111,9 @@ TEST_F(PictureCommand, TellsWhatCouldNotBeDone) {
     fs::remove(imagePath());
     fs::create_directory(imagePath());
     EXPECT_EQ(picture(""), 1);
-    EXPECT_EQ(lastError(), "quenza-headless: The image " + imagePath() + " can't be written");
+    EXPECT_EQ(errors, "quenza-headless: The image " + imagePath() +
+                          " can't be written: It is a directory or a device, not a file\n")
+        << "told before the render";
     EXPECT_EQ(picture("--plugin '" + placePlugin(folder()).string() + "'"), 1)
         << "a plug-in without a library";
     const std::string library = QUENZA_RENDERER_DIR;

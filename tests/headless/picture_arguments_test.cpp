@@ -4,6 +4,7 @@
 #include "headless/app/phase_lines.h"
 #include "headless/app/picture_arguments.h"
 #include "headless/app/plugin_numbers.h"
+#include "headless/images/image_files.h"
 #include "support/thrown_message.h"
 
 #include <gtest/gtest.h>
@@ -105,6 +106,8 @@ TEST(PictureArguments, TellWhatIsWrong) {
               "picture needs --image OUT.png");
     EXPECT_EQ(thrownMessage<UsageError>([] { PictureOrder("scene.qzs"); }),
               "--image writes an image: scene.qzs should end with .png, .jpg, .tif, .bmp or .tga");
+    EXPECT_EQ(thrownMessage<UsageError>([] { PictureOrder("a.TIF"); }),
+              canWrite(FILTER_TIF) ? "" : "--image can't be a.TIF: this program writes no .tif");
 }
 
 TEST(PhaseLinesTest, TellEachKindOfStatusOnce) {
