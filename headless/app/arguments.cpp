@@ -9,6 +9,8 @@ namespace headless {
 
 namespace {
 
+/// The one value that may be empty: a node of that name can be meant.
+constexpr std::string_view NODE_NAME = "NAME";
 constexpr OptionSpec HELP_OPTION{"--help", "", "Show this text"};
 
 class Parser {
@@ -52,9 +54,12 @@ private:
             value = word.substr(equals + 1);
         } else if (!option.value.empty()) {
             if (next_ == words_.size()) {
-                throw UsageError(name + " needs a value: " + name + " " + std::string(option.value));
+                throwMissing(option);
             }
             value = words_[next_++];
+        }
+        if (value.empty() && !option.value.empty() && option.value != NODE_NAME) {
+            throwMissing(option);
         }
         while (option.takesWords && next_ < words_.size() && !words_[next_].starts_with("--")) {
             value += ' ' + words_[next_++];
@@ -64,6 +69,11 @@ private:
             throw UsageError(name + " was given twice");
         }
         values.push_back(std::move(value));
+    }
+
+    [[noreturn]] static void throwMissing(const OptionSpec& option) {
+        const std::string name(option.name);
+        throw UsageError(name + " needs a value: " + name + " " + std::string(option.value));
     }
 
     const OptionSpec& findOption(const std::string& name) const {
@@ -134,6 +144,9 @@ private:
             }
             throw UsageError(std::string(result_.command->name) + " takes " + choices + ", not " + word);
         }
+        if (word.empty() && !operand.isOptional) {
+            throwMissing(operand);
+        }
         result_.operands.push_back(word);
     }
 
@@ -145,9 +158,12 @@ private:
         const std::vector<OperandSpec>& expected = result_.command->operands;
         const size_t given = result_.operands.size();
         if (given < expected.size() && !expected[given].isOptional) {
-            throw UsageError(std::string(result_.command->name) + " needs " +
-                             std::string(expected[given].name));
+            throwMissing(expected[given]);
         }
+    }
+
+    [[noreturn]] void throwMissing(const OperandSpec& operand) const {
+        throw UsageError(std::string(result_.command->name) + " needs " + std::string(operand.name));
     }
 
     const ProgramSpec& program_;

@@ -72,8 +72,8 @@ public:
     std::vector<std::string> values(std::string_view option) const;
 };
 
-/// Reads the words behind the program's name. "--name=value" is "--name value"; "--" ends the options. Throws
-/// UsageError.
+/// Reads the words behind the program's name. "--name=value" is "--name value"; "--" ends the options. No
+/// operand that is needed is empty, and no option's value but a NAME. Throws UsageError.
 Arguments parseArguments(const ProgramSpec& program, std::span<const std::string> words);
 
 /// The text of --help: of the program, or of one command.

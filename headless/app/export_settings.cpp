@@ -73,9 +73,6 @@ void applyRenderSettings(Host& host, const std::vector<std::string>& settings) {
 }
 
 void exportTo(VideoPost& settings, const std::string& file) {
-    if (file.empty()) {
-        throw UsageError("--to needs a file");
-    }
     std::filesystem::path path = std::filesystem::absolute(platform::pathFromUtf8(file)).lexically_normal();
     if (!path.has_filename() || files::exists(Filename(String(platform::utf8FromPath(path))), true)) {
         throw UsageError("--to needs a file, not the folder " + file);

@@ -125,7 +125,7 @@ CommandSpec pictureCommandSpec(const OperandSpec& document) {
 
 PictureOrder readPictureOrder(const Arguments& arguments) {
     const std::optional<std::string> image = arguments.value("--image");
-    if (!image || image->empty()) {
+    if (!image) {
         throw UsageError("picture needs --image OUT.png");
     }
     PictureOrder order(*image);

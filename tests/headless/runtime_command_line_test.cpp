@@ -46,6 +46,10 @@ TEST(ArgumentsTest, TellsWhatIsWrong) {
          "There is no option --fram of render; is --frame or --frames meant?"},
         {{"--to", "x", "render"}, "There is no option --to"},
         {{"render", "a", "--to"}, "--to needs a value: --to FILE.qzs"},
+        {{"render", ""}, "render needs DOCUMENT"},
+        {{"render", "a", "--to", ""}, "--to needs a value: --to FILE.qzs"},
+        {{"render", "a", "--to="}, "--to needs a value: --to FILE.qzs"},
+        {{"--answer-file", "", "open", "a"}, "--answer-file needs a value: --answer-file PATH"},
         {{"render", "a", "--frame", "1", "--frame", "2"}, "--frame was given twice"},
         {{"list", "plugin"}, "list takes plugins or descriptions or menus, not plugin"},
     };
