@@ -63,8 +63,13 @@ std::filesystem::path pluginFile(const Host& host, const Arguments& arguments) {
     const std::filesystem::path beside = host.startupPath() / platform::PLUGIN_FILE;
     const std::filesystem::path packed = host.startupPath().parent_path() / "quenza" / platform::PLUGIN_FILE;
     std::error_code error;
-    return !std::filesystem::exists(beside, error) && std::filesystem::exists(packed, error) ? packed
-                                                                                             : beside;
+    for (const std::filesystem::path& file : {beside, packed}) {
+        if (std::filesystem::exists(file, error)) {
+            return file;
+        }
+    }
+    throw HostError("There is no plug-in " + platform::utf8FromPath(beside) + ", and no " +
+                    platform::utf8FromPath(packed) + ": --plugin FILE names one elsewhere");
 }
 
 ExitStatus runCommand(Host& host, const Arguments& arguments) {

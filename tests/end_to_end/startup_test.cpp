@@ -200,4 +200,17 @@ TEST_F(Startup, ShowsMessagesOfWorkers) {
     EXPECT_EQ(host().messages(), std::vector<std::string>{"Background \xC3\xBC"});
 }
 
+#ifndef _WIN32
+/// The program without the rest of its package.
+TEST_F(Startup, TellsWhereItLookedForThePlugin) {
+    const std::string root = folder().string();
+    std::filesystem::create_directory(root + "/headless");
+    std::filesystem::copy_file(QUENZA_BIN_DIR "/quenza-headless", root + "/headless/quenza-headless");
+    EXPECT_EQ(runInShell("headless/quenza-headless list plugins 2> errors", folder()), 1);
+    EXPECT_EQ(readFile(folder() / "errors"), "quenza-headless: There is no plug-in " + root +
+                                                 "/headless/cquenza.so, and no " + root +
+                                                 "/quenza/cquenza.so: --plugin FILE names one elsewhere\n");
+}
+#endif
+
 } // namespace
