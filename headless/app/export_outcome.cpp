@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "foundation/platform.h"
 #include "headless/runtime/files.h"
 #include "headless/runtime/platform.h"
 
@@ -13,7 +14,15 @@ namespace {
 
 constexpr std::string_view SAVED = "Saved scene to: ";
 constexpr std::string_view FAILED = "Export failed:";
+constexpr std::string_view NOT_STARTED = " could not be started: ";
+constexpr std::string_view UNQUOTABLE = "The renderer can't be started: ";
 constexpr std::string_view FRAME = "_frame";
+#ifdef _WIN32
+constexpr bool HAS_REGISTRY = true;
+#else
+constexpr bool HAS_REGISTRY = false;
+#endif
+constexpr const char* RENDERER_KEYS = "Software\\Tessaly Works\\";
 
 /// The path in a console line. The plug-in puts a backslash before the file's name on every platform.
 std::string pathOf(std::string text) {
@@ -37,6 +46,30 @@ std::string withOnePeriod(std::string text) {
     return text;
 }
 
+bool tellsOfNoStart(const std::string& line) {
+    return line.find(NOT_STARTED) != std::string::npos || line.starts_with(UNQUOTABLE);
+}
+
+/// The places that tell the plug-in where the renderer lies, and what the registry says.
+std::string rendererPlaces() {
+    const std::filesystem::path appData =
+        platform::pathFromUtf8(Quenza::PlatformUtils::getAppDataDirectory().view());
+    std::string places = "InstallDirectory of ";
+    for (const char* const edition : {"Quenza Renderer", "Quenza RT"}) {
+        const std::string key = std::string(RENDERER_KEYS) + edition;
+        const std::string folder =
+            Quenza::PlatformUtils::readRegistryText(key, "InstallDirectory").toStdString();
+        places += HAS_REGISTRY ? "HKEY_CURRENT_USER\\" + key : "[" + key + "]";
+        places += folder.empty() ? " (not set), " : " (\"" + folder + "\"), ";
+    }
+    if (!HAS_REGISTRY) {
+        places.replace(places.size() - 2, 2,
+                       " in " + platform::utf8FromPath(appData / "registry.ini") + ", ");
+    }
+    return places + "and by " +
+           platform::utf8FromPath(appData / "Quenza for Cinema 4D" / "cquenzaSettings.cfg");
+}
+
 std::string notOpenedReason(std::span<const Interaction> interactions) {
     const auto cancelled = std::ranges::find_if(interactions, [](const Interaction& interaction) {
         return interaction.kind == Interaction::Kind::fileSelection && !interaction.answer;
@@ -45,7 +78,8 @@ std::string notOpenedReason(std::span<const Interaction> interactions) {
         return "The export did not begin: the plug-in's dialog did not open";
     }
     return "The export did not begin: the plug-in found no renderer and asked \"" + cancelled->text +
-           "\"; answer it with --answer-file FOLDER, or install the renderer";
+           "\". It was looked for by " + rendererPlaces() +
+           ". Answer with --answer-file FOLDER, or install the renderer";
 }
 
 /// The queue lies beside the scenes, under their name without the frame number.
@@ -87,8 +121,11 @@ ExportOutcome judgeExport(bool opened, std::span<const std::string> lines,
     }
     if (outcome.scenes.empty()) {
         outcome.failure = "The plug-in wrote no scene: the document has no object, or no frame to export";
-    } else {
-        outcome.queue = queueBeside(outcome.scenes.back());
+        return outcome;
+    }
+    outcome.queue = queueBeside(outcome.scenes.back());
+    if (const auto line = std::ranges::find_if(lines, tellsOfNoStart); line != lines.end()) {
+        outcome.failure = "Exported, but not rendered: " + *line;
     }
     return outcome;
 }

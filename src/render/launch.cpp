@@ -62,8 +62,17 @@ bool launchQuenza(const Filename& sceneFile, const LaunchOptions& options) {
     if (!findRenderer(executable, options.console)) {
         return false;
     }
-    return createProcess(executable, buildLaunchArguments(sceneFile, options, randomSeed()),
-                         options.lowPriority);
+    if (!createProcess(executable, buildLaunchArguments(sceneFile, options, randomSeed()),
+                       options.lowPriority)) {
+        std::string reason = Quenza::PlatformUtils::lastErrorText().toStdString();
+        // Some of the system's texts leave a place for the file's name.
+        if (const size_t place = reason.find("%1"); place != std::string::npos) {
+            reason.replace(place, 2, executable.GetUtf8());
+        }
+        GePrint(executable.GetString() + " could not be started: " + String(reason));
+        return false;
+    }
+    return true;
 }
 
 bool openSceneInRenderer(const Filename& sceneFile) {
