@@ -118,8 +118,8 @@ std::shared_ptr<TexelImage> decodeSimple(std::string_view bytes, std::string& fa
         fault = stbi_failure_reason();
         return nullptr;
     }
-    if (d.width < 0 || d.height < 0 ||
-        !isPlausibleSize(Quenza::u64(d.width), Quenza::u64(d.height), bytes.size(), fault))
+    // A negative one is a very large one there.
+    if (!isPlausibleSize(Quenza::u64(d.width), Quenza::u64(d.height), bytes.size(), fault))
         return nullptr;
     // Up to four floats a pixel; a JPEG's blocks reach beyond the border.
     constexpr size_t BLOCK = 64;

@@ -25,9 +25,8 @@ constexpr std::string_view RENDER_NOTES =
 false, a choice its number or name, a colour or vector x,y,z, a link the name of an object or
 material.
 
-Ends with 0 when the scene was written and the renderer started, with 1 and the reason on standard
-error when one of them failed or an image of a texture was not written, and with 130 after Ctrl-C,
-which presses the dialog's close button.)";
+Ends with 0 when the scene was written, with 1 and the reason on standard error when it or an image of
+a texture was not, and with 130 after Ctrl-C, which presses the dialog's close button.)";
 
 constexpr OptionSpec SAVE_OPTION{"--save", "FILE.json", "Where the document goes (needed)"};
 

@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::string_view SAVED = "Saved scene to: ";
 constexpr std::string_view FAILED = "Export failed:";
-constexpr std::string_view NOT_STARTED = " could not be started: ";
 constexpr std::string_view UNQUOTABLE = "The renderer can't be started: ";
 constexpr std::string_view FRAME = "_frame";
 #ifdef _WIN32
@@ -47,7 +46,7 @@ std::string withOnePeriod(std::string text) {
 }
 
 bool tellsOfNoStart(const std::string& line) {
-    return line.find(NOT_STARTED) != std::string::npos || line.starts_with(UNQUOTABLE);
+    return line.starts_with(UNQUOTABLE);
 }
 
 /// The places that tell the plug-in where the renderer lies, and what the registry says.
@@ -78,7 +77,7 @@ std::string notOpenedReason(std::span<const Interaction> interactions) {
         return "The export did not begin: the plug-in's dialog did not open";
     }
     return "The export did not begin: the plug-in found no renderer and asked \"" + cancelled->text +
-           "\". It was looked for by " + rendererPlaces() +
+           "\" It was looked for by " + rendererPlaces() +
            ". Answer with --answer-file FOLDER, or install the renderer";
 }
 

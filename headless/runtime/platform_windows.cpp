@@ -120,7 +120,12 @@ int terminalWidth(std::FILE* stream) {
 Library::Library(const std::filesystem::path& file)
     : handle_(LoadLibraryW(Quenza::systemPath(file).c_str())) {
     if (!handle_) {
-        throw HostError(utf8FromPath(file) + " can't be loaded: " + systemReason(GetLastError()));
+        std::string reason = systemReason(GetLastError());
+        // Some of the system's texts leave a place for the file's name.
+        if (const size_t at = reason.find("%1"); at != std::string::npos) {
+            reason.replace(at, 2, utf8FromPath(file.filename()));
+        }
+        throw HostError(utf8FromPath(file) + " can't be loaded: " + reason);
     }
 }
 

@@ -62,11 +62,6 @@ void closeDescriptorsExceptStandardAnd(int keep) {
             close(fd);
 }
 
-void reportErrno(int status_pipe) {
-    const int error = errno;
-    [[maybe_unused]] const ssize_t written = write(status_pipe, &error, sizeof error);
-}
-
 /// The rest of a child's life, between fork and exec: only calls that are safe there. `status_pipe` closes by
 /// itself when the program starts, and carries errno when it doesn't.
 [[noreturn]] void runDetached(const char* path, char* const* arguments, bool lowPriority, int status_pipe) {
@@ -80,7 +75,8 @@ void reportErrno(int status_pipe) {
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
     execve(path, arguments, environ);
-    reportErrno(status_pipe);
+    const int error = errno;
+    [[maybe_unused]] const ssize_t written = write(status_pipe, &error, sizeof error);
     _exit(127);
 }
 
@@ -112,7 +108,6 @@ bool createProcess(const String& executablePath, const String& commandLine, bool
     int status[2];
     if (!openStatusPipe(status))
         return false;
-    int error = 0;
     // Two forks: the program becomes a child of init, and so leaves no zombie in a host that never waits for
     // it.
     const pid_t middle = fork();
@@ -121,12 +116,8 @@ bool createProcess(const String& executablePath, const String& commandLine, bool
         const pid_t last = fork();
         if (last == 0)
             runDetached(path.c_str(), argument_pointers.data(), lowPriority, status[1]);
-        if (last < 0)
-            reportErrno(status[1]);
         _exit(last < 0 ? 1 : 0);
     }
-    if (middle < 0)
-        error = errno;
     close(status[1]);
     bool started = middle > 0;
     if (middle > 0) {
@@ -134,13 +125,13 @@ bool createProcess(const String& executablePath, const String& commandLine, bool
         while (waitpid(middle, &middle_status, 0) < 0 && errno == EINTR) {
         }
         started = WIFEXITED(middle_status) && WEXITSTATUS(middle_status) == 0;
+        int error = 0;
         ssize_t got;
         while ((got = read(status[0], &error, sizeof error)) < 0 && errno == EINTR) {
         }
         started = started && got == 0;
     }
     close(status[0]);
-    errno = error;
     return started;
 }
 

@@ -146,8 +146,14 @@ void setLibraryDirectory(const String& directory) {
 
 void* loadLibrary(const String& path, String& error) {
     const HMODULE library = LoadLibraryW(toWidePath(path).c_str());
-    if (!library)
-        error = lastErrorText();
+    if (!library) {
+        // Some of the system's texts leave a place for the file's name.
+        std::string text = lastErrorText().toStdString();
+        if (const size_t at = text.find("%1"); at != std::string::npos) {
+            text.replace(at, 2, path.toStdString());
+        }
+        error = text;
+    }
     return library;
 }
 

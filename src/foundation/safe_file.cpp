@@ -57,7 +57,9 @@ bool SafeFile::commit() {
 }
 
 void SafeFile::fail() {
-    failure_reason_ = PlatformUtils::lastErrorText();
+    // A short write is no error of the system's.
+    failure_reason_ = PlatformUtils::lastErrorCode() != 0 ? PlatformUtils::lastErrorText()
+                                                          : String("Not all bytes could be written.");
     good_ = false;
 }
 

@@ -62,17 +62,8 @@ bool launchQuenza(const Filename& sceneFile, const LaunchOptions& options) {
     if (!findRenderer(executable, options.console)) {
         return false;
     }
-    if (!createProcess(executable, buildLaunchArguments(sceneFile, options, randomSeed()),
-                       options.lowPriority)) {
-        std::string reason = Quenza::PlatformUtils::lastErrorText().toStdString();
-        // Some of the system's texts leave a place for the file's name.
-        if (const size_t place = reason.find("%1"); place != std::string::npos) {
-            reason.replace(place, 2, executable.GetUtf8());
-        }
-        GePrint(executable.GetString() + " could not be started: " + String(reason));
-        return false;
-    }
-    return true;
+    return createProcess(executable, buildLaunchArguments(sceneFile, options, randomSeed()),
+                         options.lowPriority);
 }
 
 bool openSceneInRenderer(const Filename& sceneFile) {

@@ -124,7 +124,6 @@ TEST_F(Launch, SurvivesRenderersThatCrashOrDontStart) {
     install(broken);
     EXPECT_TRUE(render());
     EXPECT_TRUE(host().messages().empty());
-    EXPECT_TRUE(printed((broken / "quenza.exe").string() + " could not be started: Permission denied"));
     EXPECT_TRUE(fs::exists(userFolder() / "quickrender" / "quickrender.qzs")) << "the scene stays";
 }
 

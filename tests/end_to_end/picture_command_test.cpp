@@ -114,6 +114,7 @@ TEST_F(PictureCommand, TellsWhatCouldNotBeDone) {
     EXPECT_EQ(errors, "quenza-headless: The image " + imagePath() +
                           " can't be written: It is a directory or a device, not a file\n")
         << "told before the render";
+    fs::remove(imagePath());
     EXPECT_EQ(picture("--plugin '" + placePlugin(folder()).string() + "'"), 1)
         << "a plug-in without a library";
     const std::string library = QUENZA_RENDERER_DIR;

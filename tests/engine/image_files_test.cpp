@@ -139,4 +139,5 @@ TEST(ImageFiles, DamagedRunsOfRadiancePicturesAreAFault) {
     std::string empty_run = whole;
     empty_run[header.size() + 4] = '\0';
     EXPECT_EQ(file(empty_run), "it ends early, or is damaged");
+    EXPECT_EQ(file("#?RADIANCE\nFORMAT=32-bit_rle_rgbe\n\n-Y -4 +X 64\n"), "it has no pixels");
 }

