@@ -3,6 +3,8 @@
 
 #include "scene/spectrum.h"
 
+#include <algorithm>
+
 namespace engine {
 
 /// Linear colour in Rec.709 primaries with a D65 white. A radiance is scaled so that its luminance is in
@@ -46,6 +48,11 @@ inline float luminance(const RGB& c) {
 }
 inline bool isBlack(const RGB& c) {
     return c.r == 0 && c.g == 0 && c.b == 0;
+}
+/// A factor from 0 to 1 in each component: a surface that reflected more than it gets would never let a path
+/// end.
+inline RGB limited(const RGB& c) {
+    return {std::clamp(c.r, 0.0f, 1.0f), std::clamp(c.g, 0.0f, 1.0f), std::clamp(c.b, 0.0f, 1.0f)};
 }
 inline float maxComponent(const RGB& c) {
     const float rg = c.r > c.g ? c.r : c.g;

@@ -15,11 +15,6 @@ Vec onSideOf(const Vec& normal, const Vec& facet) {
 
 } // namespace
 
-RGB limited(const RGB& albedo) {
-    const auto limit = [](float v) { return std::clamp(v, 0.0f, 1.0f); };
-    return {limit(albedo.r), limit(albedo.g), limit(albedo.b)};
-}
-
 Lobe glossyLobe(const RGB& weight, float roughness, float ior, float fresnel_scale) {
     Lobe lobe;
     lobe.kind = Lobe::Kind::GLOSSY;

@@ -24,9 +24,6 @@ public:
     ScalarInput height; ///< Metres.
 };
 
-/// A surface that reflected more than it gets would never let a path end.
-RGB limited(const RGB& albedo);
-
 /// Reflection of a dielectric layer.
 Lobe glossyLobe(const RGB& weight, float roughness, float ior, float fresnel_scale);
 

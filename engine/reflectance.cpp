@@ -43,11 +43,6 @@ FilmWavelengths filmWavelengths() {
     return wavelengths;
 }
 
-/// A reflectance whose colour the primaries can't show loses what is too much.
-RGB withinUnit(const RGB& c) {
-    return {std::clamp(c.r, 0.0f, 1.0f), std::clamp(c.g, 0.0f, 1.0f), std::clamp(c.b, 0.0f, 1.0f)};
-}
-
 /// Of one polarisation: `single` is the reflectance of one face, `phase` the delay of a trip through the film
 /// and back, `contrast` what of the interference is left.
 float airy(float single, float phase, float contrast) {
@@ -70,7 +65,7 @@ ReflectanceCurve::ReflectanceCurve(const std::function<double(double, double)>& 
             value += weight * float(reflectance(double(nm), double(i) / double(STEPS)));
             white += weight;
         }
-        values_[i] = withinUnit({value.r / white.r, value.g / white.g, value.b / white.b});
+        values_[i] = limited({value.r / white.r, value.g / white.g, value.b / white.b});
     }
 }
 
@@ -101,7 +96,7 @@ RGB filmReflectance(float cosine, float eta, float thickness) {
             wavelength.weight *
             (0.5f * (airy(crossed * crossed, phase, contrast) + airy(parallel * parallel, phase, contrast)));
     }
-    return withinUnit(sum);
+    return limited(sum);
 }
 
 } // namespace engine

@@ -127,7 +127,6 @@ bool run(RenderSession& session, const Outputs& outputs, const std::atomic<bool>
                 std::fprintf(stderr, "%s\n", fault.c_str());
             }
         }
-        return true;
     });
     return fault.empty();
 }

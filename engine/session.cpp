@@ -99,7 +99,7 @@ Progress RenderSession::progress(double seconds) const {
     return now;
 }
 
-void RenderSession::run(const std::atomic<bool>& stop, const std::function<bool(const Progress&)>& report) {
+void RenderSession::run(const std::atomic<bool>& stop, const std::function<void(const Progress&)>& report) {
     const Clock::time_point start = Clock::now();
     const auto seconds = [&] { return earlier_seconds_ + secondsSince(start); };
     std::exception_ptr failure;
@@ -114,9 +114,7 @@ void RenderSession::run(const std::atomic<bool>& stop, const std::function<bool(
                 threads.stop();
             }
             if (now >= next_report) {
-                if (!report(progress(now))) {
-                    threads.stop();
-                }
+                report(progress(now));
                 next_report = seconds() + REPORT_PERIOD;
             }
         }

@@ -46,8 +46,8 @@ public:
 
     /// Renders on threads of its own until a limit is reached or `stop` is set, which it looks at several
     /// times a second. `report` is called on the caller's thread about every `REPORT_PERIOD` seconds, and at
-    /// the end; when it returns false, the render stops. A later call goes on.
-    void run(const std::atomic<bool>& stop, const std::function<bool(const Progress&)>& report);
+    /// the end. A later call goes on.
+    void run(const std::atomic<bool>& stop, const std::function<void(const Progress&)>& report);
 
     static constexpr double REPORT_PERIOD = 0.5;
 

@@ -2,8 +2,8 @@
 #include "headless/app/picture_file.h"
 
 #include <algorithm>
-#include <cctype>
 
+#include "foundation/string_utils.h"
 #include "headless/app/arguments.h"
 #include "headless/app/image_output.h"
 #include "headless/runtime/files.h"
@@ -24,9 +24,7 @@ constexpr Format FORMATS[] = {{".png", FILTER_PNG}, {".jpg", FILTER_JPG},  {".jp
                               {".tga", FILTER_TGA}};
 
 int32_t filterOf(const fs::path& path) {
-    std::string suffix = platform::utf8FromPath(path.extension());
-    std::ranges::transform(suffix, suffix.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const std::string suffix = Quenza::toLowerCase(platform::utf8FromPath(path.extension()));
     const auto format = std::ranges::find(FORMATS, suffix, [](const Format& entry) { return entry.suffix; });
     if (format == std::end(FORMATS)) {
         throw UsageError("--image writes an image: " + platform::utf8FromPath(path.filename()) +

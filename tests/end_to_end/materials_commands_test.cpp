@@ -25,7 +25,7 @@ protected:
         engine::SessionOptions options;
         options.halt_samples = 48;
         engine::RenderSession session(root, scene.parent_path().string(), options);
-        session.run(std::atomic<bool>{false}, [](const engine::Progress&) { return true; });
+        session.run(std::atomic<bool>{false}, [](const engine::Progress&) {});
         return session.layerImages()[0];
     }
     /// Mean difference of two pictures, as a part of the first one's mean.

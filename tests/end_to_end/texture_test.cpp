@@ -38,7 +38,7 @@ protected:
         engine::SessionOptions options;
         options.halt_samples = 8;
         engine::RenderSession session(root, scene.parent_path().string(), options);
-        session.run(std::atomic<bool>{false}, [](const engine::Progress&) { return true; });
+        session.run(std::atomic<bool>{false}, [](const engine::Progress&) {});
         return session.layerImages()[0];
     }
 

@@ -84,7 +84,7 @@ protected:
         options.data_folder = (folder_ / "data").toStdString();
         engine::RenderSession session(scene.root, "", options);
         notices_ = session.scene().notices().texts();
-        session.run(std::atomic<bool>{false}, [](const engine::Progress&) { return true; });
+        session.run(std::atomic<bool>{false}, [](const engine::Progress&) {});
         return meanLuminance(session.layerImages()[0]) / unitLuminance();
     }
 

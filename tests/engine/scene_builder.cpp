@@ -103,7 +103,7 @@ engine::SessionOptions SceneBuilder::options(double samples, unsigned seed) {
 
 void SceneBuilder::run(engine::RenderSession& session) {
     notices = session.scene().notices().texts();
-    session.run(std::atomic<bool>{false}, [](const engine::Progress&) { return true; });
+    session.run(std::atomic<bool>{false}, [](const engine::Progress&) {});
 }
 
 std::vector<engine::FloatImage> SceneBuilder::render(double samples, unsigned seed) {
