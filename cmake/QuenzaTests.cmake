@@ -9,6 +9,16 @@ else()
   set(QUENZA_TEST_OPTIONS -O1)
 endif()
 
+# The options that make a finding fail a test. Without intercept_tls_get_addr=0 the leak checker of GCC 12 takes a library's
+# thread-local memory for a block of an old C library wherever the heap puts it 16 bytes into a page. It then reads the
+# block's place out of the bytes before it, and a passed test ends with "Tracer caught signal 11". The checker finds that
+# memory without this, too.
+set(QUENZA_TEST_ENVIRONMENT
+    "ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1:halt_on_error=1:intercept_tls_get_addr=0"
+    "TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1:suppressions=${PROJECT_SOURCE_DIR}/cmake/tsan.supp"
+    "UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1"
+    "LSAN_OPTIONS=print_suppressions=0:suppressions=${PROJECT_SOURCE_DIR}/cmake/leaks.supp")
+
 # quenza_tests(FOLDER [DEPENDS target...] [RUNS target...] [ASSIMP regex...]): one GoogleTest program of tests/FOLDER, which
 # links DEPENDS and needs RUNS built beside it. Without sources, or without a target that it links, it is left out. Files
 # whose names match a regex of ASSIMP are left out where there is no Assimp, to import models or to compare with.
@@ -50,40 +60,24 @@ function(quenza_tests folder)
       add_dependencies(${name} ${program})
     endif()
   endforeach()
-  gtest_discover_tests(${name} TEST_PREFIX "${folder}." NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
-  set_property(DIRECTORY APPEND PROPERTY QUENZA_TEST_LISTS ${name}_TESTS)
+  if(QUENZA_SANITIZE)
+    quenza_add_test_runs(${folder} ${compiled})
+  else()
+    gtest_discover_tests(${name} TEST_PREFIX "${folder}." NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+  endif()
 endfunction()
 
-# Call after all tests of a directory. Tests with "Slow" in their name get the label "slow"; in a sanitizer build
-# every test runs under the options that make a finding fail it.
-function(quenza_test_properties)
-  get_property(lists DIRECTORY PROPERTY QUENZA_TEST_LISTS)
-  get_property(tests DIRECTORY PROPERTY QUENZA_TESTS)
-  set(environment "")
-  # Without intercept_tls_get_addr=0 the leak checker of GCC 12 takes a library's thread-local memory for a block of an
-  # old C library wherever the heap puts it 16 bytes into a page. It then reads the block's place out of the bytes before
-  # it, and a passed test ends with "Tracer caught signal 11". The checker finds that memory without this, too.
-  if(QUENZA_SANITIZE)
-    list(
-      APPEND
-      environment
-      "ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1:halt_on_error=1:intercept_tls_get_addr=0"
-      "TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1:suppressions=${PROJECT_SOURCE_DIR}/cmake/tsan.supp"
-      "UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1"
-      "LSAN_OPTIONS=print_suppressions=0:suppressions=${PROJECT_SOURCE_DIR}/cmake/leaks.supp")
-  endif()
-  # The names of the tests are known only when the programs have been asked for them, after the build.
-  file(
-    CONFIGURE
-    OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/test_properties.cmake
-    CONTENT
-      [[foreach(test IN LISTS @lists@ ITEMS @tests@)
-  set_tests_properties("${test}" PROPERTIES ENVIRONMENT "@environment@")
-  if(test MATCHES "Slow")
-    set_tests_properties("${test}" PROPERTIES LABELS slow)
-  endif()
-endforeach()
-]]
-    @ONLY)
-  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${CMAKE_CURRENT_BINARY_DIR}/test_properties.cmake)
+# quenza_add_test_runs(FOLDER SOURCE...): the tests of a folder in as few processes as keep two processors busy, as a
+# sanitizer's start takes longer than most tests. Slow ones are left out. What each run counted lies in test-results.
+function(quenza_add_test_runs folder)
+  list(LENGTH ARGN size)
+  math(EXPR runs "${size} / 20 + 1")
+  math(EXPR last "${runs} - 1")
+  foreach(run RANGE ${last})
+    add_test(NAME ${folder}.${run}
+             COMMAND ${CMAKE_COMMAND} -E env GTEST_TOTAL_SHARDS=${runs} GTEST_SHARD_INDEX=${run} $<TARGET_FILE:test_${folder}>
+                     --gtest_brief=1 --gtest_filter=-*Slow* --gtest_output=xml:${PROJECT_BINARY_DIR}/test-results/${folder}.${run}.xml)
+    # The longest first.
+    set_tests_properties(${folder}.${run} PROPERTIES TIMEOUT 900 COST ${size} ENVIRONMENT "${QUENZA_TEST_ENVIRONMENT}")
+  endforeach()
 endfunction()

@@ -35,3 +35,15 @@ build() {
 attribute() {
     grep -o -m 1 "\b$1=\"[0-9]*\"" "$2" | head -n 1 | tr -dc 0-9
 }
+
+# countTests FILE: the counts that a test program left in a JUnit file. Fails when it broke off and left none.
+countTests() {
+    local total failures skipped
+    [ -s "$1" ] || return 1
+    total=$(attribute tests "$1")
+    failures=$(attribute failures "$1")
+    skipped=$(grep -c 'result="skipped"' "$1" || true)
+    passed=$((passed + total - failures - skipped))
+    failed=$((failed + failures))
+    echo "$(basename "$1" .xml): $total tests, $failures failed, $skipped skipped"
+}

@@ -29,7 +29,7 @@ using headless::PictureRender;
 namespace {
 
 constexpr auto STRESS_LIMIT = 120s;
-constexpr const char* SCENE = R"({"format": "quenza-headless-document", "version": 1,
+constexpr const char* STRESS_SCENE = R"({"format": "quenza-headless-document", "version": 1,
   "materials": [
     {"id": "tiles", "name": "Tiles", "parameters": {"MATERIAL_COLOR_SHADER": "checks"},
      "shaders": [{"type": "Checkerboard", "id": "checks"}]},
@@ -89,7 +89,7 @@ protected:
     ~PictureStress() override { stop(); }
 
     void open(const char* halt) {
-        writeFile(folder() / "document.json", replaceAll(SCENE, "HALT}", std::string(halt) + "}"));
+        writeFile(folder() / "document.json", replaceAll(STRESS_SCENE, "HALT}", std::string(halt) + "}"));
         openFile(folder() / "document.json");
     }
     std::unique_ptr<PictureRender> makePicture() {

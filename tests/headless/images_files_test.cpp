@@ -129,11 +129,11 @@ TEST_F(ImageFilesTest, FilesOfOthersStandUpright) {
         writeBytes(dir_ / name, bytes);
         BitmapOwner read;
         ASSERT_EQ(read->Init(at(name)), IMAGERESULT_OK);
-        using Pixel = std::array<int, 3>;
-        EXPECT_EQ(pixel(*read.bitmap, 0, 0), (Pixel{255, 0, 0}));
-        EXPECT_EQ(pixel(*read.bitmap, 1, 0), (Pixel{0, 255, 0}));
-        EXPECT_EQ(pixel(*read.bitmap, 0, 1), (Pixel{0, 0, 255}));
-        EXPECT_EQ(pixel(*read.bitmap, 1, 1), (Pixel{255, 255, 255}));
+        using Rgb = std::array<int, 3>;
+        EXPECT_EQ(pixel(*read.bitmap, 0, 0), (Rgb{255, 0, 0}));
+        EXPECT_EQ(pixel(*read.bitmap, 1, 0), (Rgb{0, 255, 0}));
+        EXPECT_EQ(pixel(*read.bitmap, 0, 1), (Rgb{0, 0, 255}));
+        EXPECT_EQ(pixel(*read.bitmap, 1, 1), (Rgb{255, 255, 255}));
     }
 }
 

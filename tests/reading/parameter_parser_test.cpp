@@ -20,18 +20,18 @@ namespace {
 const ParserState STATE;
 
 /// A family's reader, for a material with four textures.
-using Reader = std::function<Ref<Param>(const TiXmlElement&)>;
+using ParameterReader = std::function<Ref<Param>(const TiXmlElement&)>;
 
 template <class Read>
-Reader with4Textures(const Read& read) {
+ParameterReader with4Textures(const Read& read) {
     return [read](const TiXmlElement& holder) { return Ref<Param>(read(STATE, holder, 4)); };
 }
 
-const Reader SPECTRAL = with4Textures(parseWavelengthDependentParam);
-const Reader SCALAR = with4Textures(parseWavelengthIndependentParam);
-const Reader HEIGHT = with4Textures(parseDisplacementParam);
-const Reader VECTOR = with4Textures(parseVec3Param);
-const Reader VOLUME = [](const TiXmlElement& holder) { return parseVolumeParam(STATE, holder); };
+const ParameterReader SPECTRAL = with4Textures(parseWavelengthDependentParam);
+const ParameterReader SCALAR = with4Textures(parseWavelengthIndependentParam);
+const ParameterReader HEIGHT = with4Textures(parseDisplacementParam);
+const ParameterReader VECTOR = with4Textures(parseVec3Param);
+const ParameterReader VOLUME = [](const TiXmlElement& holder) { return parseVolumeParam(STATE, holder); };
 
 std::string held(const std::string& children) {
     return "<holder>\n" + children + "</holder>";
@@ -44,7 +44,7 @@ TEST(ParameterParser, ReadsWhatIsWritten) {
     voxel->voxeldata_path = "a  b.vox";
     voxel->wavelength_dependent = true;
     const struct {
-        Reader read;
+        ParameterReader read;
         Ref<Param> param;
     } rows[] = {
         {SPECTRAL, new ConstantWavelengthDependentParam(half)},

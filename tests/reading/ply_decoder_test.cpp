@@ -21,8 +21,8 @@ std::string asciiFile(const std::string& vertices, const std::string& faces, con
            "\nend_header\n" + body;
 }
 const std::string LIST = "\nproperty list uchar int vertex_indices";
-const std::string FOUR = "0 0 0 1 0 0 1 1 0 0 1 0 ";
-const std::string FOUR_VERTICES = "material default\nv 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n";
+const std::string PLY_FOUR = "0 0 0 1 0 0 1 1 0 0 1 0 ";
+const std::string PLY_FOUR_VERTICES = "material default\nv 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n";
 
 template <class... Numbers>
 std::string littleEndian(Numbers... numbers) {
@@ -51,15 +51,15 @@ std::string binaryFile(float last_coordinate = 0) {
         file.replace(file.size() - 15 - 23 - 4, 4, littleEndian(last_coordinate));
     return file;
 }
-const std::string BINARY_MESH = FOUR_VERTICES + "triangle 2 1 0 m 0\nquad 0 1 2 3 m 0\n";
+const std::string BINARY_MESH = PLY_FOUR_VERTICES + "triangle 2 1 0 m 0\nquad 0 1 2 3 m 0\n";
 
 TEST_F(PlyDecoderTest, ReadsTrianglesAndQuads) {
-    EXPECT_EQ(loadPly(asciiFile("4", "2" + LIST, FOUR + "4 0 1 2 3 3 2 1 0")), BINARY_MESH);
+    EXPECT_EQ(loadPly(asciiFile("4", "2" + LIST, PLY_FOUR + "4 0 1 2 3 3 2 1 0")), BINARY_MESH);
     EXPECT_EQ(loadPly(binaryFile()), BINARY_MESH);
     EXPECT_EQ(loadPly(binaryFile(), -2), "material default\nv -0 -0 -0\nv -2 -0 -0\nv -2 -2 -0\nv -0 -2 "
                                          "-0\ntriangle 2 1 0 m 0\nquad 0 1 2 3 m 0\n");
-    EXPECT_EQ(loadPly(asciiFile("4", "0", FOUR)), FOUR_VERTICES);
-    EXPECT_EQ(loadPly(asciiFile("4", "1" + LIST, FOUR + "3 1 1 2")), FOUR_VERTICES)
+    EXPECT_EQ(loadPly(asciiFile("4", "0", PLY_FOUR)), PLY_FOUR_VERTICES);
+    EXPECT_EQ(loadPly(asciiFile("4", "1" + LIST, PLY_FOUR + "3 1 1 2")), PLY_FOUR_VERTICES)
         << "a triangle without area";
     EXPECT_EQ(loadPly("ply\nformat ascii 1.0\nelement face 1" + LIST +
                       "\nelement vertex 3\nproperty int x\nproperty int y\nproperty int z\nend_header\n"
@@ -82,28 +82,28 @@ TEST_F(PlyDecoderTest, TellsWhatIsWrong) {
         {"ply\nformat ascii 1.0\nelement vertex -4\nend_header\n", "could not read header."},
         {asciiFile("2000000000", "0", "1 2 3"), "read of body failed."},
         {asciiFile("4000000000000000000", "0", "1 2 3"), many},
-        {asciiFile("4", "2000000000" + LIST, FOUR), "read of body failed."},
-        {asciiFile("4", "4000000000" + LIST, FOUR), many},
+        {asciiFile("4", "2000000000" + LIST, PLY_FOUR), "read of body failed."},
+        {asciiFile("4", "4000000000" + LIST, PLY_FOUR), many},
         {asciiFile("1", "0", "0 0 nan"), "read of body failed."},
         {asciiFile("1", "0", "0 0 inf"), "read of body failed."},
         {binaryFile(std::numeric_limits<float>::quiet_NaN()), "read of body failed."},
-        {asciiFile("4", "1" + LIST, FOUR + "5 0 1 2 3 0"), "Invalid number of vertices in face: 5"},
-        {asciiFile("4", "1" + LIST, FOUR + "2 0 1"), "Invalid number of vertices in face: 2"},
-        {asciiFile("4", "1" + LIST, FOUR + "0"), "Invalid number of vertices in face: 0"},
-        {asciiFile("4", "1" + float_list, FOUR + "2000000000 1"),
+        {asciiFile("4", "1" + LIST, PLY_FOUR + "5 0 1 2 3 0"), "Invalid number of vertices in face: 5"},
+        {asciiFile("4", "1" + LIST, PLY_FOUR + "2 0 1"), "Invalid number of vertices in face: 2"},
+        {asciiFile("4", "1" + LIST, PLY_FOUR + "0"), "Invalid number of vertices in face: 0"},
+        {asciiFile("4", "1" + float_list, PLY_FOUR + "2000000000 1"),
          "Invalid number of vertices in face: 2000000000"},
-        {asciiFile("4", "1" + float_list, FOUR + "4000000000 1"),
+        {asciiFile("4", "1" + float_list, PLY_FOUR + "4000000000 1"),
          sizeof(long) > 4 ? "Invalid number of vertices in face: 4000000000" : "read of body failed."},
-        {asciiFile("4", "1\nproperty list char int vertex_indices", FOUR + "-1"), "read of body failed."},
-        {asciiFile("4", "1" + LIST, FOUR + "3 0 1 4"),
+        {asciiFile("4", "1\nproperty list char int vertex_indices", PLY_FOUR + "-1"), "read of body failed."},
+        {asciiFile("4", "1" + LIST, PLY_FOUR + "3 0 1 4"),
          "Triangle vertex index is out of bounds. (vertex index=4)"},
-        {asciiFile("4", "1" + LIST, FOUR + "4 0 1 4 0"),
+        {asciiFile("4", "1" + LIST, PLY_FOUR + "4 0 1 4 0"),
          "Quad vertex index is out of bounds. (vertex index=4)"},
-        {asciiFile("4", "1" + LIST, FOUR + "3 0 -1 2"),
+        {asciiFile("4", "1" + LIST, PLY_FOUR + "3 0 -1 2"),
          "Triangle vertex index is out of bounds. (vertex index=-1)"},
-        {asciiFile("4", "1" + float_list, FOUR + "4 0 1 2 0.5"),
+        {asciiFile("4", "1" + float_list, PLY_FOUR + "4 0 1 2 0.5"),
          "Quad vertex index is out of bounds. (vertex index=0.5)"},
-        {asciiFile("4", "1" + float_list, FOUR + "4 0 1 2 1e10"),
+        {asciiFile("4", "1" + float_list, PLY_FOUR + "4 0 1 2 1e10"),
          "Quad vertex index is out of bounds. (vertex index=10000000000)"},
     };
     for (const auto& test : cases)

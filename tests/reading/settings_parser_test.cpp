@@ -10,7 +10,7 @@
 namespace Quenza {
 namespace {
 
-Ref<SceneNodeRenderSettings> read(const std::string& text) {
+Ref<SceneNodeRenderSettings> readSettings(const std::string& text) {
     return parseRenderSettings(ParserState(), ParsedElement(text));
 }
 
@@ -39,7 +39,7 @@ Ref<SceneNodeRenderSettings> fullSettings() {
 std::string readAgain(SceneNodeRenderSettings& node) {
     SceneNodeRenderSettings again;
     again.uid = node.uid;
-    mergeSettings(again, *read(xmlText(node)));
+    mergeSettings(again, *readSettings(xmlText(node)));
     return xmlText(again);
 }
 
