@@ -138,7 +138,8 @@ Shape::Corners Shape::triangle(u64 index) const {
             q.mat_index};
 }
 
-Geometry::Geometry() : device_(rtcNewDevice(nullptr)) {
+// Its threads stay free to move between processors, which not every system lets it bind them to.
+Geometry::Geometry() : device_(rtcNewDevice("set_affinity=0")) {
     if (!device_) {
         throw Quenza::QuenzaException("the ray tracing library doesn't start, error " +
                                       std::to_string(int(rtcGetDeviceError(nullptr))));

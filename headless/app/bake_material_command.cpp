@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/app/commands.h"
 
+#include "foundation/native_path.h"
 #include "headless/app/document_nodes.h"
 #include "headless/app/plugin_numbers.h"
 #include "headless/documents/save_document.h"
@@ -46,14 +47,12 @@ std::string needed(const Arguments& arguments, const char* option) {
 
 std::filesystem::path imageFile(const Arguments& arguments) {
     const std::string file = needed(arguments, "--to");
-    const std::filesystem::path path =
-        std::filesystem::absolute(platform::pathFromUtf8(file)).lexically_normal();
+    const std::filesystem::path path = std::filesystem::absolute(Quenza::nativePath(file)).lexically_normal();
     if (!path.has_filename()) {
         throw UsageError("--to needs a file, not the folder " + file);
     }
     if (const std::string reason = files::makeFolders(path.parent_path()); !reason.empty()) {
-        throw HostError("The folder " + platform::utf8FromPath(path.parent_path()) +
-                        " can't be made: " + reason);
+        throw HostError("The folder " + Quenza::utf8Path(path.parent_path()) + " can't be made: " + reason);
     }
     return path;
 }
@@ -151,7 +150,7 @@ public:
             host_.dialogs().requestClose(&dialog);
             return;
         }
-        host_.dialogs().enter(&dialog, FILE_FIELD, GeData(String(platform::utf8FromPath(file_))));
+        host_.dialogs().enter(&dialog, FILE_FIELD, GeData(String(Quenza::utf8Path(file_))));
         for (const auto& [gadget, value] : numbers_) {
             host_.dialogs().enter(&dialog, gadget, value);
         }
@@ -194,7 +193,7 @@ private:
 /// The images that materials made since show.
 std::vector<std::string> bakedImages(const Document& document, const std::vector<Material*>& earlier,
                                      const std::filesystem::path& file) {
-    const std::string start = platform::utf8FromPath(std::filesystem::path(file).replace_extension()) + "_";
+    const std::string start = Quenza::utf8Path(std::filesystem::path(file).replace_extension()) + "_";
     std::vector<std::string> images;
     for (const Material* const material : materialsOf(document)) {
         if (std::ranges::find(earlier, material) != earlier.end()) {

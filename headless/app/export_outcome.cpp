@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <string_view>
 
+#include "foundation/native_path.h"
 #include "foundation/platform.h"
 #include "headless/runtime/files.h"
-#include "headless/runtime/platform.h"
 
 namespace headless {
 
@@ -26,7 +26,7 @@ constexpr const char* RENDERER_KEYS = "Software\\Tessaly Works\\";
 /// The path in a console line. The plug-in puts a backslash before the file's name on every platform.
 std::string pathOf(std::string text) {
     const size_t backslash = text.rfind('\\');
-    if (backslash != std::string::npos && !files::isFile(platform::pathFromUtf8(text))) {
+    if (backslash != std::string::npos && !files::isFile(Quenza::nativePath(text))) {
         text[backslash] = static_cast<char>(std::filesystem::path::preferred_separator);
     }
     return text;
@@ -52,7 +52,7 @@ bool tellsOfNoStart(const std::string& line) {
 /// The places that tell the plug-in where the renderer lies, and what the registry says.
 std::string rendererPlaces() {
     const std::filesystem::path appData =
-        platform::pathFromUtf8(Quenza::PlatformUtils::getAppDataDirectory().view());
+        Quenza::nativePath(Quenza::PlatformUtils::getAppDataDirectory().view());
     std::string places = "InstallDirectory of ";
     for (const char* const edition : {"Quenza Renderer", "Quenza RT"}) {
         const std::string key = std::string(RENDERER_KEYS) + edition;
@@ -62,11 +62,9 @@ std::string rendererPlaces() {
         places += folder.empty() ? " (not set), " : " (\"" + folder + "\"), ";
     }
     if (!HAS_REGISTRY) {
-        places.replace(places.size() - 2, 2,
-                       " in " + platform::utf8FromPath(appData / "registry.ini") + ", ");
+        places.replace(places.size() - 2, 2, " in " + Quenza::utf8Path(appData / "registry.ini") + ", ");
     }
-    return places + "and by " +
-           platform::utf8FromPath(appData / "Quenza for Cinema 4D" / "cquenzaSettings.cfg");
+    return places + "and by " + Quenza::utf8Path(appData / "Quenza for Cinema 4D" / "cquenzaSettings.cfg");
 }
 
 std::string notOpenedReason(std::span<const Interaction> interactions) {
@@ -83,14 +81,14 @@ std::string notOpenedReason(std::span<const Interaction> interactions) {
 
 /// The queue lies beside the scenes, under their name without the frame number.
 std::string queueBeside(const std::string& scene) {
-    std::filesystem::path path = platform::pathFromUtf8(scene);
-    const std::string stem = platform::utf8FromPath(path.stem());
+    std::filesystem::path path = Quenza::nativePath(scene);
+    const std::string stem = Quenza::utf8Path(path.stem());
     const size_t frame = stem.rfind(FRAME);
     if (frame == std::string::npos) {
         return "";
     }
-    path.replace_filename(platform::pathFromUtf8(stem.substr(0, frame) + ".qzq"));
-    return files::isFile(path) ? platform::utf8FromPath(path) : "";
+    path.replace_filename(Quenza::nativePath(stem.substr(0, frame) + ".qzq"));
+    return files::isFile(path) ? Quenza::utf8Path(path) : "";
 }
 
 } // namespace
@@ -113,7 +111,7 @@ ExportOutcome judgeExport(bool opened, std::span<const std::string> lines,
             continue;
         }
         outcome.scenes.push_back(pathOf(line.substr(SAVED.size())));
-        if (!files::isFile(platform::pathFromUtf8(outcome.scenes.back()))) {
+        if (!files::isFile(Quenza::nativePath(outcome.scenes.back()))) {
             outcome.failure = "The plug-in wrote no scene to " + outcome.scenes.back();
             return outcome;
         }

@@ -3,13 +3,13 @@
 
 #include <charconv>
 
+#include "foundation/native_path.h"
 #include "headless/app/arguments.h"
 #include "headless/app/parameter_setting.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 #include "headless/runtime/files.h"
 #include "headless/runtime/host.h"
-#include "headless/runtime/platform.h"
 
 namespace headless {
 
@@ -73,8 +73,8 @@ void applyRenderSettings(Host& host, const std::vector<std::string>& settings) {
 }
 
 void exportTo(VideoPost& settings, const std::string& file) {
-    std::filesystem::path path = std::filesystem::absolute(platform::pathFromUtf8(file)).lexically_normal();
-    if (!path.has_filename() || files::exists(Filename(String(platform::utf8FromPath(path))), true)) {
+    std::filesystem::path path = std::filesystem::absolute(Quenza::nativePath(file)).lexically_normal();
+    if (!path.has_filename() || files::exists(Filename(String(Quenza::utf8Path(path))), true)) {
         throw UsageError("--to needs a file, not the folder " + file);
     }
     if (!path.has_extension()) {
@@ -84,12 +84,11 @@ void exportTo(VideoPost& settings, const std::string& file) {
         throw UsageError("--to writes a scene: " + file + " should end with .qzs");
     }
     if (const std::string reason = files::makeFolders(path.parent_path()); !reason.empty()) {
-        throw HostError("The folder " + platform::utf8FromPath(path.parent_path()) +
-                        " can't be made: " + reason);
+        throw HostError("The folder " + Quenza::utf8Path(path.parent_path()) + " can't be made: " + reason);
     }
     settings.setParameter(RS_EXPORT_TO_FILE, GeData(true));
     settings.setParameter(RS_EXPORT_NEXT_TO_DOC, GeData(false));
-    settings.setParameter(RS_EXPORT_FILE, GeData(Filename(String(platform::utf8FromPath(path)))));
+    settings.setParameter(RS_EXPORT_FILE, GeData(Filename(String(Quenza::utf8Path(path)))));
 }
 
 void exportFrames(Document& document, VideoPost& settings, std::pair<int32_t, int32_t> frames) {

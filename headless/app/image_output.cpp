@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "headless/app/image_output.h"
 
+#include "foundation/native_path.h"
 #include "headless/runtime/host_error.h"
-#include "headless/runtime/platform.h"
 
 namespace headless {
 
 namespace {
 
 [[noreturn]] void refuseImage(const std::filesystem::path& file, const std::string& reason) {
-    throw HostError("The image " + platform::utf8FromPath(file) + " can't be written" +
+    throw HostError("The image " + Quenza::utf8Path(file) + " can't be written" +
                     (reason.empty() ? "" : ": " + reason));
 }
 

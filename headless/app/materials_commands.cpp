@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/app/commands.h"
 
+#include "foundation/native_path.h"
 #include "headless/app/document_nodes.h"
 #include "headless/app/plugin_numbers.h"
 #include "headless/documents/save_document.h"
@@ -81,11 +82,11 @@ ExitStatus importMaterialsCommand(Host& host, const Arguments& arguments) {
     } else {
         host.open(std::make_unique<Document>());
     }
-    const std::filesystem::path file = platform::pathFromUtf8(arguments.operands.front());
+    const std::filesystem::path file = Quenza::nativePath(arguments.operands.front());
     if (!files::isFile(file)) {
         throw HostError(arguments.operands.front() + ": there is no such file");
     }
-    host.user().addFileAnswer(platform::utf8FromPath(std::filesystem::absolute(file).lexically_normal()));
+    host.user().addFileAnswer(Quenza::utf8Path(std::filesystem::absolute(file).lexically_normal()));
     if (host.wasInterrupted()) {
         return ExitStatus::interrupted;
     }

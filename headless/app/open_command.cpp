@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/app/commands.h"
 
+#include "foundation/native_path.h"
 #include "headless/documents/load_document.h"
 #include "headless/documents/save_document.h"
 
@@ -10,9 +11,9 @@ std::optional<int32_t> openDocumentFile(Host& host, const std::string& file,
                                         const std::string& textureFolder) {
     host.status().setWork("Opening " + file);
     // The document's folder goes into scenes and links, which are read from anywhere.
-    const std::filesystem::path path = std::filesystem::absolute(platform::pathFromUtf8(file));
+    const std::filesystem::path path = std::filesystem::absolute(Quenza::nativePath(file));
     LoadedDocument loaded = openDocument(
-        platform::utf8FromPath(path.lexically_normal()),
+        Quenza::utf8Path(path.lexically_normal()),
         [&host](int32_t unit) { host.worldPreferences().SetLong(WPREF_UNITS_BASIC, unit); }, textureFolder);
     for (const std::string& warning : loaded.warnings) {
         host.errors().print(warning);
@@ -23,8 +24,8 @@ std::optional<int32_t> openDocumentFile(Host& host, const std::string& file,
 }
 
 std::string folderOf(const std::string& file) {
-    const std::filesystem::path path = std::filesystem::absolute(platform::pathFromUtf8(file));
-    return platform::utf8FromPath(path.lexically_normal().parent_path());
+    const std::filesystem::path path = std::filesystem::absolute(Quenza::nativePath(file));
+    return Quenza::utf8Path(path.lexically_normal().parent_path());
 }
 
 std::string saveTarget(const Arguments& arguments) {

@@ -8,9 +8,9 @@
 #include <cmath>
 #include <optional>
 
+#include "foundation/native_path.h"
 #include "headless/app/arguments.h"
 #include "headless/app/closest_names.h"
-#include "headless/runtime/platform.h"
 #include "host/document.h"
 #include "host/material.h"
 #include "host/object.h"
@@ -132,8 +132,8 @@ GeData readPath(std::string_view text) {
     if (text.empty()) {
         return GeData(Filename());
     }
-    const std::filesystem::path path = std::filesystem::absolute(platform::pathFromUtf8(text));
-    return GeData(Filename(String(platform::utf8FromPath(path.lexically_normal()))));
+    const std::filesystem::path path = std::filesystem::absolute(Quenza::nativePath(text));
+    return GeData(Filename(String(Quenza::utf8Path(path.lexically_normal()))));
 }
 
 BaseObject* nextInTree(BaseObject* object) {

@@ -9,6 +9,7 @@
 #include "headless/app/picture_watch.h"
 #include "headless/app/texture_report.h"
 #include "headless/model/warnings.h"
+#include "headless/runtime/platform.h"
 
 namespace headless {
 

@@ -3,11 +3,11 @@
 
 #include <algorithm>
 
+#include "foundation/native_path.h"
 #include "foundation/string_utils.h"
 #include "headless/app/arguments.h"
 #include "headless/app/image_output.h"
 #include "headless/runtime/files.h"
-#include "headless/runtime/platform.h"
 
 namespace headless {
 
@@ -24,14 +24,14 @@ constexpr Format FORMATS[] = {{".png", FILTER_PNG}, {".jpg", FILTER_JPG},  {".jp
                               {".tga", FILTER_TGA}};
 
 int32_t filterOf(const fs::path& path) {
-    const std::string suffix = Quenza::toLowerCase(platform::utf8FromPath(path.extension()));
+    const std::string suffix = Quenza::toLowerCase(Quenza::utf8Path(path.extension()));
     const auto format = std::ranges::find(FORMATS, suffix, [](const Format& entry) { return entry.suffix; });
     if (format == std::end(FORMATS)) {
-        throw UsageError("--image writes an image: " + platform::utf8FromPath(path.filename()) +
+        throw UsageError("--image writes an image: " + Quenza::utf8Path(path.filename()) +
                          " should end with .png, .jpg, .tif, .bmp or .tga");
     }
     if (!canWrite(format->filter)) {
-        throw UsageError("--image can't be " + platform::utf8FromPath(path.filename()) +
+        throw UsageError("--image can't be " + Quenza::utf8Path(path.filename()) +
                          ": this program writes no " + suffix);
     }
     return format->filter;
@@ -40,12 +40,11 @@ int32_t filterOf(const fs::path& path) {
 } // namespace
 
 PictureFile::PictureFile(const std::string& file)
-    : path_(fs::absolute(platform::pathFromUtf8(file)).lexically_normal()), filter_(filterOf(path_)) {}
+    : path_(fs::absolute(Quenza::nativePath(file)).lexically_normal()), filter_(filterOf(path_)) {}
 
 void PictureFile::prepare() const {
     if (const std::string reason = files::makeFolders(path_.parent_path()); !reason.empty()) {
-        throw HostError("The folder " + platform::utf8FromPath(path_.parent_path()) +
-                        " can't be made: " + reason);
+        throw HostError("The folder " + Quenza::utf8Path(path_.parent_path()) + " can't be made: " + reason);
     }
     requireWritable(path_);
 }
@@ -62,7 +61,7 @@ void PictureFile::update(const PictureSession& session) {
 }
 
 std::string PictureFile::path() const {
-    return platform::utf8FromPath(path_);
+    return Quenza::utf8Path(path_);
 }
 
 } // namespace headless

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/app/commands.h"
 
+#include "foundation/native_path.h"
 #include "headless/app/document_nodes.h"
 #include "headless/app/image_output.h"
 #include "headless/app/plugin_numbers.h"
@@ -29,7 +30,7 @@ constexpr QualityName QUALITIES[] = {
 constexpr int32_t LARGEST_SIZE = 4096;
 
 std::filesystem::path targetImage(const Arguments& arguments) {
-    const std::filesystem::path path = platform::pathFromUtf8(arguments.value("--image").value_or(""));
+    const std::filesystem::path path = Quenza::nativePath(arguments.value("--image").value_or(""));
     if (path.extension() != ".png") {
         throw UsageError("materials preview needs --image FILE.png");
     }
@@ -123,14 +124,14 @@ std::vector<std::filesystem::path> imageFiles(const std::vector<Material*>& mate
     }
     std::vector<std::filesystem::path> files;
     std::set<std::string> taken;
-    const std::string start = platform::utf8FromPath(file.parent_path() / file.stem()) + "_";
+    const std::string start = Quenza::utf8Path(file.parent_path() / file.stem()) + "_";
     for (const Material* const material : materials) {
         const std::string part = fileNamePart(material->name);
         std::string name = part;
         for (int number = 2; !taken.insert(name).second; ++number) {
             name = part + "_" + std::to_string(number);
         }
-        files.push_back(platform::pathFromUtf8(start + name + ".png"));
+        files.push_back(Quenza::nativePath(start + name + ".png"));
     }
     return files;
 }
@@ -182,7 +183,7 @@ std::optional<bool> makeImage(Host& host, Material& material, PreviewScene& scen
         return false;
     }
     saveImage(file, image, {});
-    std::puts(("Image: " + platform::utf8FromPath(file)).c_str());
+    std::puts(("Image: " + Quenza::utf8Path(file)).c_str());
     return true;
 }
 
@@ -196,8 +197,7 @@ ExitStatus previewMaterialsCommand(Host& host, const Arguments& arguments) {
     PreviewScene& scene = chosenScene(host, arguments);
     const std::vector<Material*> materials = wantedMaterials(*host.document(), arguments);
     if (const std::string reason = files::makeFolders(target.parent_path()); !reason.empty()) {
-        throw HostError("The folder " + platform::utf8FromPath(target.parent_path()) +
-                        " can't be made: " + reason);
+        throw HostError("The folder " + Quenza::utf8Path(target.parent_path()) + " can't be made: " + reason);
     }
     const std::vector<std::filesystem::path> files = imageFiles(materials, target);
     std::ranges::for_each(files, requireWritable);

@@ -7,10 +7,12 @@
 #include <new>
 #include <system_error>
 
+#include "foundation/native_path.h"
 #include "headless/app/command_line.h"
 #include "headless/app/commands.h"
 #include "headless/app/phase_lines.h"
 #include "headless/model/warnings.h"
+#include "headless/runtime/platform.h"
 
 namespace headless {
 
@@ -47,8 +49,7 @@ HostOptions hostOptions(const Arguments& arguments) {
 
 void prepareAnswers(Host& host, const Arguments& arguments) {
     for (const std::string& path : arguments.values("--answer-file")) {
-        host.user().addFileAnswer(
-            platform::utf8FromPath(std::filesystem::absolute(platform::pathFromUtf8(path))));
+        host.user().addFileAnswer(Quenza::utf8Path(std::filesystem::absolute(Quenza::nativePath(path))));
     }
     for (const std::string& answer : arguments.values("--answer")) {
         host.user().addAnswer(parseYes(answer));
@@ -58,7 +59,7 @@ void prepareAnswers(Host& host, const Arguments& arguments) {
 /// In a build beside this program; in a package in a folder of its own, which goes to the host as it is.
 std::filesystem::path pluginFile(const Host& host, const Arguments& arguments) {
     if (const std::optional<std::string> given = arguments.value("--plugin")) {
-        return platform::pathFromUtf8(*given);
+        return Quenza::nativePath(*given);
     }
     const std::filesystem::path beside = host.startupPath() / platform::PLUGIN_FILE;
     const std::filesystem::path packed = host.startupPath().parent_path() / "quenza" / platform::PLUGIN_FILE;
@@ -68,8 +69,8 @@ std::filesystem::path pluginFile(const Host& host, const Arguments& arguments) {
             return file;
         }
     }
-    throw HostError("There is no plug-in " + platform::utf8FromPath(beside) + ", and no " +
-                    platform::utf8FromPath(packed) + ": --plugin FILE names one elsewhere");
+    throw HostError("There is no plug-in " + Quenza::utf8Path(beside) + ", and no " +
+                    Quenza::utf8Path(packed) + ": --plugin FILE names one elsewhere");
 }
 
 ExitStatus runCommand(Host& host, const Arguments& arguments) {

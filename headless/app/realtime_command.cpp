@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/app/commands.h"
 
+#include "foundation/native_path.h"
 #include "headless/app/image_output.h"
 #include "headless/app/plugin_numbers.h"
 #include "headless/app/realtime_words.h"
@@ -111,8 +112,8 @@ ExitStatus realtimeCommand(Host& host, const Arguments& arguments) {
         throw HostError("The realtime preview showed no image");
     }
     saveImage(wishes.image, image, {});
-    std::puts(("Images shown: " + std::to_string(images) + "\nImage: " + platform::utf8FromPath(wishes.image))
-                  .c_str());
+    std::puts(
+        ("Images shown: " + std::to_string(images) + "\nImage: " + Quenza::utf8Path(wishes.image)).c_str());
     return ExitStatus::done;
 }
 

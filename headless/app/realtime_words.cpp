@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "headless/app/realtime_words.h"
 
+#include "foundation/native_path.h"
 #include "headless/app/time_text.h"
 #include "headless/resources/numbers.h"
-#include "headless/runtime/platform.h"
 
 #include <algorithm>
 #include <array>
@@ -65,7 +65,7 @@ RealtimeWishes readRealtimeWishes(const Arguments& arguments) {
         throw UsageError(std::string("realtime needs ") + (image ? "--seconds N" : "--image OUT.png"));
     }
     RealtimeWishes wishes;
-    wishes.image = std::filesystem::absolute(platform::pathFromUtf8(*image)).lexically_normal();
+    wishes.image = std::filesystem::absolute(Quenza::nativePath(*image)).lexically_normal();
     if (wishes.image.extension() != ".png") {
         throw UsageError("--image takes a file with the suffix .png, not \"" + *image + "\"");
     }

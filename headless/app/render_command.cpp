@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/app/commands.h"
 
+#include "foundation/native_path.h"
 #include "foundation/platform.h"
 #include "headless/app/export_outcome.h"
 #include "headless/app/export_settings.h"
@@ -20,8 +21,8 @@ std::string exportFolder(const Arguments& arguments) {
         return folderOf(*file);
     }
     const std::filesystem::path appData =
-        platform::pathFromUtf8(Quenza::PlatformUtils::getAppDataDirectory().view());
-    return platform::utf8FromPath(appData / "Quenza for Cinema 4D" / "quickrender");
+        Quenza::nativePath(Quenza::PlatformUtils::getAppDataDirectory().view());
+    return Quenza::utf8Path(appData / "Quenza for Cinema 4D" / "quickrender");
 }
 
 void applyArguments(Host& host, const Arguments& arguments) {

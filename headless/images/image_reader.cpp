@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/images/image_files.h"
 
-#include "headless/runtime/platform.h"
+#include "foundation/native_path.h"
 
 #include <OpenImageIO/imageio.h>
 #include <algorithm>
@@ -129,7 +129,7 @@ int32_t readFile(const fs::path& file, Image& image, ReadPart read) {
     OIIO::ImageSpec wishes;
     // Colours as they stand, not multiplied by alpha.
     wishes.attribute("oiio:UnassociatedAlpha", 1);
-    const bool isOpen = input->open(platform::utf8FromPath(file), layout, wishes);
+    const bool isOpen = input->open(Quenza::utf8Path(file), layout, wishes);
     const int32_t result = isOpen ? read(*input, layout, image) : int32_t{IMAGERESULT_FILEERROR};
     static_cast<void>(input->geterror()); // Else it would be printed.
     return result;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "foundation/native_path.h"
 #include "foundation/safe_file.h"
 #include "headless/images/image_encoder.h"
-#include "headless/runtime/platform.h"
 
 #include <new>
 
@@ -21,7 +21,7 @@ int32_t writeImage(const fs::path& file, const Image& image, const ImageSaving& 
     if (const int32_t result = encodeImage(image, saving, bytes); result != IMAGERESULT_OK) {
         return result;
     }
-    Quenza::SafeFile stream(platform::utf8FromPath(file), Quenza::SafeFile::Mode::BINARY);
+    Quenza::SafeFile stream(Quenza::utf8Path(file), Quenza::SafeFile::Mode::BINARY);
     stream.write(bytes.data(), bytes.size());
     if (stream.commit()) {
         return IMAGERESULT_OK;
@@ -33,7 +33,7 @@ int32_t writeImage(const fs::path& file, const Image& image, const ImageSaving& 
 }
 
 std::string writingObstacle(const fs::path& file) {
-    const Quenza::SafeFile trial(platform::utf8FromPath(file), Quenza::SafeFile::Mode::BINARY);
+    const Quenza::SafeFile trial(Quenza::utf8Path(file), Quenza::SafeFile::Mode::BINARY);
     return trial.isOpen() ? "" : trial.failureReason().toStdString();
 }
 

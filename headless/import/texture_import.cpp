@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "headless/import/texture_import.h"
 
+#include "foundation/native_path.h"
 #include "foundation/safe_file.h"
 #include "foundation/string_utils.h"
 #include "headless/images/image_files.h"
 #include "headless/import/model_text.h"
-#include "headless/runtime/platform.h"
 #include "headless/runtime/texture_search.h"
 #include "host/ids.h"
 
@@ -82,7 +82,7 @@ std::string suffixOf(const aiTexture& texture) {
 
 void save(const fs::path& path, const Image& image) {
     if (writeImage(path, image, {.filter = FILTER_PNG}) != IMAGERESULT_OK) {
-        throw std::runtime_error("can't be written to " + platform::utf8FromPath(path));
+        throw std::runtime_error("can't be written to " + Quenza::utf8Path(path));
     }
 }
 
@@ -106,10 +106,10 @@ void saveBytes(const fs::path& path, const aiTexture& texture) {
     if (!texture.pcData || texture.mWidth == 0) {
         throw std::runtime_error("inside the model file is empty");
     }
-    Quenza::SafeFile file(platform::utf8FromPath(path), Quenza::SafeFile::Mode::BINARY);
+    Quenza::SafeFile file(Quenza::utf8Path(path), Quenza::SafeFile::Mode::BINARY);
     file.write(texture.pcData, texture.mWidth);
     if (!file.commit()) {
-        throw std::runtime_error("can't be written to " + platform::utf8FromPath(path));
+        throw std::runtime_error("can't be written to " + Quenza::utf8Path(path));
     }
 }
 
@@ -129,7 +129,7 @@ bool isOpaque(const Image& alpha) {
 } // namespace
 
 TextureImport::TextureImport(const aiScene& scene, std::string modelFile, const std::string& folder)
-    : scene_(scene), modelFile_(std::move(modelFile)), folder_(platform::pathFromUtf8(folder)) {}
+    : scene_(scene), modelFile_(std::move(modelFile)), folder_(Quenza::nativePath(folder)) {}
 
 std::string TextureImport::fileOf(const aiString& reference) {
     if (const aiTexture* const embedded = scene_.GetEmbeddedTexture(reference.C_Str())) {
@@ -145,7 +145,7 @@ std::string TextureImport::findFile(const std::string& reference) const {
         Filename found;
         if (findTexture(model.GetDirectory(), Filename(String(path)), Filename(), &found) &&
             found.Content()) {
-            return platform::utf8FromPath(platform::pathFromUtf8(found.GetUtf8()).lexically_normal());
+            return Quenza::utf8Path(Quenza::nativePath(found.GetUtf8()).lexically_normal());
         }
     }
     throw std::runtime_error("\"" + reference + "\" was not found");
@@ -169,7 +169,7 @@ std::optional<std::string> TextureImport::alphaOf(const aiString& reference) {
         return entry->second;
     }
     Image alpha;
-    if (readAlpha(platform::pathFromUtf8(file), alpha) == IMAGERESULT_OK && !isOpaque(alpha)) {
+    if (readAlpha(Quenza::nativePath(file), alpha) == IMAGERESULT_OK && !isOpaque(alpha)) {
         entry->second =
             store(plainStem(file) + "_alpha", ".png", [&](const fs::path& path) { save(path, alpha); });
     }
@@ -192,10 +192,9 @@ std::string TextureImport::store(const std::string& name, const std::string& suf
     }
     fs::rename(fresh, target, error);
     if (error) {
-        throw std::runtime_error("can't be written to " + platform::utf8FromPath(target) + ": " +
-                                 error.message());
+        throw std::runtime_error("can't be written to " + Quenza::utf8Path(target) + ": " + error.message());
     }
-    return platform::utf8FromPath(target);
+    return Quenza::utf8Path(target);
 }
 
 } // namespace headless

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "headless/preview/preview_scenes.h"
 
+#include "foundation/native_path.h"
 #include "headless/documents/load_document.h"
-#include "headless/runtime/platform.h"
 
 namespace headless {
 
 void PreviewScenes::add(const std::string& file, int32_t materialType) {
     auto scene = std::make_unique<PreviewScene>();
-    scene->name = platform::utf8FromPath(platform::pathFromUtf8(file).stem());
+    scene->name = Quenza::utf8Path(Quenza::nativePath(file).stem());
     scene->materialType = materialType;
     scene->document = openDocument(file).document;
     scenes_.push_back(std::move(scene));

@@ -5,7 +5,6 @@
 #include "foundation/platform.h"
 #include "foundation/safe_file.h"
 #include "headless/runtime/host.h"
-#include "headless/runtime/platform.h"
 
 #include <algorithm>
 #include <fstream>
@@ -23,30 +22,26 @@ constexpr std::string_view PRESET = "preset://";
 
 fs::path presetFolder() {
     const std::string folder = system::environment("QUENZA_HEADLESS_PRESETS").toStdString();
-    return folder.empty() ? Host::current().startupPath() / "presets" : platform::pathFromUtf8(folder);
+    return folder.empty() ? Host::current().startupPath() / "presets" : Quenza::nativePath(folder);
 }
 
 /// Empty for a name that would lead out of the presets.
 fs::path presetPath(std::string name) {
     std::ranges::replace(name, '\\', '/');
-    const fs::path inside = platform::pathFromUtf8(name);
+    const fs::path inside = Quenza::nativePath(name);
     const bool leadsOut = inside.has_root_path() || name.find(':') != std::string::npos ||
                           std::ranges::find(inside, fs::path("..")) != inside.end();
     return leadsOut ? fs::path() : presetFolder() / inside;
 }
 
-Quenza::String textOf(const fs::path& path) {
-    return platform::utf8FromPath(path);
-}
-
 PathKind kindOf(const fs::path& path) {
-    return system::pathKind(textOf(path));
+    return system::pathKind(Quenza::utf8Path(path));
 }
 
 } // namespace
 
 bool isFile(const fs::path& path) {
-    return kindOf(path) == PathKind::FILE && !system::isSpecialFile(textOf(path));
+    return kindOf(path) == PathKind::FILE && !system::isSpecialFile(Quenza::utf8Path(path));
 }
 
 std::string makeFolders(const fs::path& folder) {
@@ -64,14 +59,14 @@ std::string makeFolders(const fs::path& folder) {
             return reason;
         }
     }
-    const bool isMade = system::makeDirectory(textOf(folder));
+    const bool isMade = system::makeDirectory(Quenza::utf8Path(folder));
     std::string reason = isMade ? "" : system::lastErrorText().toStdString();
     // Another program may have been faster.
     return isMade || kindOf(folder) == PathKind::DIRECTORY ? "" : reason;
 }
 
 bool removeTree(const fs::path& path) {
-    const Quenza::String text = textOf(path);
+    const Quenza::String text = Quenza::utf8Path(path);
     if (system::isLink(text)) {
         // On Windows a link to a folder goes as a folder does.
         return system::removeFile(text) || system::removeDirectory(text);
@@ -83,7 +78,7 @@ bool removeTree(const fs::path& path) {
     return system::listDirectory(text, names) &&
            std::ranges::all_of(names,
                                [&path](const Quenza::String& name) {
-                                   return removeTree(path / platform::pathFromUtf8(name.view()));
+                                   return removeTree(path / Quenza::nativePath(name.view()));
                                }) &&
            system::removeDirectory(text);
 }
@@ -94,7 +89,7 @@ bool isPreset(const Filename& name) {
 
 fs::path pathOf(const Filename& name) {
     const std::string& text = name.GetUtf8();
-    return isPreset(name) ? presetPath(text.substr(PRESET.size())) : platform::pathFromUtf8(text);
+    return isPreset(name) ? presetPath(text.substr(PRESET.size())) : Quenza::nativePath(text);
 }
 
 bool exists(const Filename& path, bool isDirectory) {
@@ -102,12 +97,12 @@ bool exists(const Filename& path, bool isDirectory) {
 }
 
 bool createDirectory(const Filename& path) {
-    return path.Content() && makeFolders(platform::pathFromUtf8(path.GetUtf8())).empty();
+    return path.Content() && makeFolders(Quenza::nativePath(path.GetUtf8())).empty();
 }
 
 bool copy(const Filename& source, const Filename& target, bool overwrite) {
     const fs::path from = pathOf(source);
-    const fs::path to = platform::pathFromUtf8(target.GetUtf8());
+    const fs::path to = Quenza::nativePath(target.GetUtf8());
     std::error_code error;
     if (!isFile(from) || fs::equivalent(from, to, error) ||
         (!overwrite && (kindOf(to) != PathKind::MISSING || system::isLink(target.GetUtf8())))) {
@@ -125,7 +120,7 @@ bool copy(const Filename& source, const Filename& target, bool overwrite) {
 
 bool list(const Filename& folder, std::vector<Filename>& names) {
     Quenza::Vector<Quenza::String> found;
-    if (!system::listDirectory(textOf(pathOf(folder)), found)) {
+    if (!system::listDirectory(Quenza::utf8Path(pathOf(folder)), found)) {
         return false;
     }
     for (const Quenza::String& name : found) {
@@ -135,7 +130,7 @@ bool list(const Filename& folder, std::vector<Filename>& names) {
 }
 
 bool kill(const Filename& path, bool recursive) {
-    fs::path target = platform::pathFromUtf8(path.GetUtf8()).lexically_normal();
+    fs::path target = Quenza::nativePath(path.GetUtf8()).lexically_normal();
     if (!target.has_filename()) {
         // With a separator behind it a link would stand for what it leads to.
         target = target.parent_path();
@@ -143,7 +138,7 @@ bool kill(const Filename& path, bool recursive) {
     if (target.empty() || target == target.root_path()) {
         return false;
     }
-    if (!system::isLink(textOf(target))) {
+    if (!system::isLink(Quenza::utf8Path(target))) {
         const PathKind kind = kindOf(target);
         if (kind == PathKind::MISSING || (kind == PathKind::DIRECTORY && !recursive)) {
             return false;

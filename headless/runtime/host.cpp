@@ -3,11 +3,13 @@
 
 #include <thread>
 
+#include "foundation/native_path.h"
 #include "foundation/platform.h"
 #include "headless/model/handles.h"
 #include "headless/model/node_types.h"
 #include "headless/model/warnings.h"
 #include "headless/runtime/guarded_call.h"
+#include "headless/runtime/platform.h"
 #include "headless/tables/host_table.h"
 
 namespace headless {
@@ -80,11 +82,11 @@ void Host::loadPlugin(const std::filesystem::path& file) {
     plugin_ = std::move(plugin);
     resources_ = std::make_unique<resources::ResourceFolder>(plugin_->folder() / "res");
     if (!plugin_->loadResources()) {
-        errors_.print(platform::utf8FromPath(full) + ": its texts could not be loaded");
+        errors_.print(Quenza::utf8Path(full) + ": its texts could not be loaded");
     }
     started_ = plugin_->start();
     if (!started_) {
-        errors_.print(platform::utf8FromPath(full) + ": its start failed after " +
+        errors_.print(Quenza::utf8Path(full) + ": its start failed after " +
                       std::to_string(registrations_.all().size()) + " registrations, which stay in use");
     }
     buildMenus();
@@ -149,7 +151,7 @@ const Registration& Host::requireCommand(int32_t id) const {
     const Registration* const found = registrations_.find(id);
     if (!found || !found->command) {
         throw HostError("There is no command " + std::to_string(id) +
-                        (plugin_ ? " in " + platform::utf8FromPath(plugin_->file()) : ""));
+                        (plugin_ ? " in " + Quenza::utf8Path(plugin_->file()) : ""));
     }
     return *found;
 }

@@ -5,15 +5,9 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <string>
-#include <string_view>
-#include <vector>
 
 /// What the operating system gives to the host. Texts are UTF-8.
 namespace headless::platform {
-
-std::filesystem::path pathFromUtf8(std::string_view text);
-std::string utf8FromPath(const std::filesystem::path& path);
 
 /// Full path of the running program.
 std::filesystem::path executablePath();
@@ -27,22 +21,6 @@ bool isTerminal(std::FILE* stream);
 bool takesSequences(std::FILE* stream);
 /// Columns of the terminal behind a stream, 80 when they aren't known.
 int terminalWidth(std::FILE* stream);
-
-/// A loaded shared library, closed at the end.
-class Library {
-public:
-    /// Throws HostError with the system's reason.
-    explicit Library(const std::filesystem::path& file);
-    Library(const Library&) = delete;
-    Library& operator=(const Library&) = delete;
-    ~Library();
-
-    /// Null when the library exports no such name.
-    void* find(const char* name) const;
-
-private:
-    void* handle_;
-};
 
 /// Calls `onInterrupt` on a thread of its own for Ctrl-C (SIGINT, and where there are such SIGTERM and the
 /// terminal's end, SIGHUP) while it lives. The third request ends the process at once, for a host that hangs.

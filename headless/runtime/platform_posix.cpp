@@ -8,7 +8,6 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
@@ -106,14 +105,6 @@ extern "C" void onSignal(int signal) {
 
 } // namespace
 
-std::filesystem::path pathFromUtf8(std::string_view text) {
-    return std::filesystem::path(text);
-}
-
-std::string utf8FromPath(const std::filesystem::path& path) {
-    return path.string();
-}
-
 std::filesystem::path executablePath() {
     std::error_code error;
     std::filesystem::path path = std::filesystem::read_symlink("/proc/self/exe", error);
@@ -133,21 +124,6 @@ bool takesSequences(std::FILE* stream) {
 int terminalWidth(std::FILE* stream) {
     winsize size{};
     return ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
-}
-
-Library::Library(const std::filesystem::path& file) : handle_(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-    if (!handle_) {
-        const char* const reason = dlerror();
-        throw HostError(file.string() + " can't be loaded: " + (reason ? reason : "unknown reason"));
-    }
-}
-
-Library::~Library() {
-    dlclose(handle_);
-}
-
-void* Library::find(const char* name) const {
-    return dlsym(handle_, name);
 }
 
 struct InterruptWatch::State {

@@ -4,8 +4,6 @@
 #include "headless/runtime/platform.h"
 
 #include "foundation/console_output.h"
-#include "foundation/native_path.h"
-#include "headless/runtime/host_error.h"
 
 #include <atomic>
 #include <io.h>
@@ -42,19 +40,6 @@ void endProcess() {
     TerminateProcess(GetCurrentProcess(), STATUS_CONTROL_C_EXIT);
 }
 
-std::string systemReason(DWORD code) {
-    wchar_t* text = nullptr;
-    const DWORD length = FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
-                                            FORMAT_MESSAGE_IGNORE_INSERTS,
-                                        nullptr, code, 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-    std::wstring message(text ? text : L"", length);
-    LocalFree(text);
-    while (!message.empty() && (message.back() == L'\n' || message.back() == L'\r')) {
-        message.pop_back();
-    }
-    return utf8FromPath(std::filesystem::path(message)) + " (error " + std::to_string(code) + ")";
-}
-
 /// The system calls this on a thread of its own.
 BOOL WINAPI onConsoleEvent(DWORD event) {
     if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) {
@@ -75,15 +60,6 @@ HANDLE handleOf(std::FILE* stream) {
 }
 
 } // namespace
-
-std::filesystem::path pathFromUtf8(std::string_view text) {
-    return std::filesystem::path(std::u8string(text.begin(), text.end()));
-}
-
-std::string utf8FromPath(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return std::string(text.begin(), text.end());
-}
 
 std::filesystem::path executablePath() {
     std::wstring buffer(MAX_PATH, L'\0');
@@ -115,26 +91,6 @@ int terminalWidth(std::FILE* stream) {
     CONSOLE_SCREEN_BUFFER_INFO info;
     return GetConsoleScreenBufferInfo(handleOf(stream), &info) ? info.srWindow.Right - info.srWindow.Left + 1
                                                                : 80;
-}
-
-Library::Library(const std::filesystem::path& file)
-    : handle_(LoadLibraryW(Quenza::systemPath(file).c_str())) {
-    if (!handle_) {
-        std::string reason = systemReason(GetLastError());
-        // Some of the system's texts leave a place for the file's name.
-        if (const size_t at = reason.find("%1"); at != std::string::npos) {
-            reason.replace(at, 2, utf8FromPath(file.filename()));
-        }
-        throw HostError(utf8FromPath(file) + " can't be loaded: " + reason);
-    }
-}
-
-Library::~Library() {
-    FreeLibrary(static_cast<HMODULE>(handle_));
-}
-
-void* Library::find(const char* name) const {
-    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(handle_), name));
 }
 
 struct InterruptWatch::State {};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "headless/runtime/plugin.h"
 
+#include "foundation/native_path.h"
 #include "headless/runtime/files.h"
 #include "headless/runtime/host_error.h"
 
@@ -14,11 +15,11 @@ constexpr int32_t REFUSED = -3;
 } // namespace
 
 Plugin::Plugin(std::filesystem::path file, const HostTable& table) : file_(std::move(file)) {
-    const std::string name = platform::utf8FromPath(file_);
+    const std::string name = Quenza::utf8Path(file_);
     if (!files::isFile(file_)) {
         throw HostError("There is no plug-in " + name);
     }
-    hostFolder_ = Filename(String(platform::utf8FromPath(folder())));
+    hostFolder_ = Filename(String(Quenza::utf8Path(folder())));
     library_.emplace(file_);
     entry_ = reinterpret_cast<PluginEntry>(library_->find(ENTRY));
     if (!entry_) {
@@ -60,7 +61,7 @@ int32_t Plugin::call(int32_t action, void* p1, void* p2, void* p3) {
     try {
         return entry_(action, p1, p2, p3);
     } catch (const std::exception& error) {
-        throw HostError(platform::utf8FromPath(file_) + ": action " + std::to_string(action) +
+        throw HostError(Quenza::utf8Path(file_) + ": action " + std::to_string(action) +
                         " ended with an exception: " + error.what());
     }
 }

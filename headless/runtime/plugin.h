@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "headless/runtime/library.h"
 #include "host/tables.h"
 
+#include <filesystem>
 #include <optional>
-
-#include "headless/runtime/platform.h"
 
 namespace headless {
 
@@ -36,7 +36,7 @@ private:
 
     std::filesystem::path file_;
     Filename hostFolder_;
-    std::optional<platform::Library> library_;
+    std::optional<Library> library_;
     PluginEntry entry_ = nullptr;
 };
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "headless/runtime/texture_search.h"
 
+#include "foundation/native_path.h"
 #include "foundation/platform.h"
 #include "foundation/string_utils.h"
 #include "headless/runtime/files.h"
-#include "headless/runtime/platform.h"
 
 #include <algorithm>
 #include <optional>
@@ -25,12 +25,12 @@ constexpr char LIST_SEPARATOR = ':';
 
 /// The entry of a folder whose name differs from `name` in case alone; the first by its bytes.
 std::optional<fs::path> entryIgnoringCase(const fs::path& folder, const fs::path& name) {
-    const std::string wanted = Quenza::toLowerCase(platform::utf8FromPath(name));
+    const std::string wanted = Quenza::toLowerCase(Quenza::utf8Path(name));
     Quenza::Vector<Quenza::String> names;
-    Quenza::PlatformUtils::listDirectory(platform::utf8FromPath(folder), names);
+    Quenza::PlatformUtils::listDirectory(Quenza::utf8Path(folder), names);
     for (const Quenza::String& candidate : names) {
         if (Quenza::toLowerCase(candidate.view()) == wanted) {
-            return platform::pathFromUtf8(candidate.view());
+            return Quenza::nativePath(candidate.view());
         }
     }
     return std::nullopt;
@@ -38,7 +38,7 @@ std::optional<fs::path> entryIgnoringCase(const fs::path& folder, const fs::path
 
 bool isThere(const fs::path& path) {
     using Quenza::PlatformUtils::PathKind;
-    return Quenza::PlatformUtils::pathKind(platform::utf8FromPath(path)) != PathKind::MISSING;
+    return Quenza::PlatformUtils::pathKind(Quenza::utf8Path(path)) != PathKind::MISSING;
 }
 
 std::optional<fs::path> fileOnDisk(const fs::path& folder, const fs::path& relative) {
@@ -74,7 +74,7 @@ std::vector<fs::path> placesOf(const Filename& documentPath, const Filename& ext
     for (size_t start = 0; start < list.size();) {
         const size_t end = std::min(list.find(LIST_SEPARATOR, start), list.size());
         if (end > start) {
-            places.push_back(platform::pathFromUtf8(list.substr(start, end - start)));
+            places.push_back(Quenza::nativePath(list.substr(start, end - start)));
         }
         start = end + 1;
     }
@@ -86,7 +86,7 @@ std::vector<fs::path> formsOf(std::string name) {
     // A document may come from a platform with other separators.
     std::ranges::replace(name, '\\', '/');
     const bool isFull = name.starts_with('/') || (name.size() > 1 && name[1] == ':');
-    const fs::path whole = platform::pathFromUtf8(name);
+    const fs::path whole = Quenza::nativePath(name);
     std::vector<fs::path> forms;
     if (!isFull && whole.has_parent_path()) {
         forms.push_back(whole);
@@ -119,7 +119,7 @@ bool findTexture(const Filename& documentPath, const Filename& name, const Filen
     for (const fs::path& place : placesOf(documentPath, extra)) {
         for (const fs::path& form : forms) {
             if (const std::optional<fs::path> file = fileOnDisk(place, form)) {
-                *found = Filename(String(platform::utf8FromPath(*file)));
+                *found = Filename(String(Quenza::utf8Path(*file)));
                 return true;
             }
         }

@@ -6,7 +6,6 @@
 #include "foundation/string_utils.h"
 #include "foundation/utf8.h"
 #include "headless/runtime/files.h"
-#include "headless/runtime/platform.h"
 
 #include <algorithm>
 #include <fstream>
@@ -38,10 +37,6 @@ public:
     throw Refusal("the entry \"" + entry + "\" " + fault);
 }
 
-Quenza::String textOf(const fs::path& path) {
-    return platform::utf8FromPath(path);
-}
-
 void makeFolders(const fs::path& folder) {
     if (const std::string reason = files::makeFolders(folder); !reason.empty()) {
         throw Refusal("it can't be unpacked: " + reason);
@@ -60,7 +55,7 @@ struct Entry {
 class TemporaryFolder {
 public:
     explicit TemporaryFolder(fs::path path) : path_(std::move(path)) {
-        if (!system::makeDirectory(textOf(path_))) {
+        if (!system::makeDirectory(Quenza::utf8Path(path_))) {
             throw Refusal("its folder can't be written to");
         }
     }
@@ -173,7 +168,7 @@ fs::path safePath(const std::string& name) {
         if (++depth > zip_limits::DEPTH + 1) {
             refuse(name, "lies too deep");
         }
-        path /= platform::pathFromUtf8(part);
+        path /= Quenza::nativePath(part);
         start = end + 1;
     }
     return path;
@@ -287,7 +282,7 @@ fs::path freshName(const fs::path& folder, const std::vector<Entry>& entries) {
         const fs::path name = ".unpacking-" + std::to_string(number);
         const bool isTaken =
             std::ranges::any_of(entries, [&name](const Entry& entry) { return *entry.path.begin() == name; });
-        const Quenza::String path = textOf(folder / name);
+        const Quenza::String path = Quenza::utf8Path(folder / name);
         if (!isTaken && system::pathKind(path) == PathKind::MISSING && !system::isLink(path)) {
             return folder / name;
         }
@@ -299,11 +294,11 @@ void checkPlace(const Entry& entry, const fs::path& folder) {
     fs::path place = folder;
     for (const fs::path& part : entry.path) {
         place /= part;
-        const PathKind kind = system::pathKind(textOf(place));
+        const PathKind kind = system::pathKind(Quenza::utf8Path(place));
         const bool wantsFolder = entry.isFolder || place != folder / entry.path;
         const bool fits =
             kind == PathKind::MISSING || (wantsFolder ? kind == PathKind::DIRECTORY : files::isFile(place));
-        if (!fits || system::isLink(textOf(place))) {
+        if (!fits || system::isLink(Quenza::utf8Path(place))) {
             refuse(entry.name, "meets something else in its folder");
         }
     }
@@ -326,7 +321,8 @@ void unpackAll(const fs::path& file, const fs::path& folder) {
     for (const Entry& entry : entries) {
         const fs::path target = folder / entry.path;
         makeFolders(entry.isFolder ? target : target.parent_path());
-        if (!entry.isFolder && !system::replaceFile(textOf(unpacked.path() / entry.path), textOf(target))) {
+        if (!entry.isFolder &&
+            !system::replaceFile(Quenza::utf8Path(unpacked.path() / entry.path), Quenza::utf8Path(target))) {
             throw Refusal("it can't be unpacked: " + system::lastErrorText().toStdString());
         }
     }
@@ -336,8 +332,8 @@ void unpackAll(const fs::path& file, const fs::path& folder) {
 
 std::string extractZip(const fs::path& archive, const fs::path& folder) {
     try {
-        if (system::pathKind(textOf(folder)) != PathKind::DIRECTORY) {
-            return "there is no folder " + platform::utf8FromPath(folder);
+        if (system::pathKind(Quenza::utf8Path(folder)) != PathKind::DIRECTORY) {
+            return "there is no folder " + Quenza::utf8Path(folder);
         }
         unpackAll(archive, folder);
     } catch (const Refusal& refusal) {

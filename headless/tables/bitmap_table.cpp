@@ -5,10 +5,10 @@
 #include <array>
 #include <new>
 
+#include "foundation/native_path.h"
 #include "headless/images/image_files.h"
 #include "headless/model/warnings.h"
 #include "headless/runtime/files.h"
-#include "headless/runtime/platform.h"
 
 namespace headless {
 
@@ -48,7 +48,7 @@ int32_t save(const BaseBitmap* bitmap, const Filename& file, int32_t filter, con
         saving.quality = settings->GetLong(JPGSAVER_QUALITY, saving.quality);
     }
     saving.greyscale = (saveBits & SAVEBIT_GREYSCALE) != 0;
-    const int32_t result = writeImage(platform::pathFromUtf8(file.GetUtf8()), imageOf(bitmap), saving);
+    const int32_t result = writeImage(Quenza::nativePath(file.GetUtf8()), imageOf(bitmap), saving);
     if (result != IMAGERESULT_OK) {
         warnOfLostImage(file.GetUtf8());
     }

@@ -6,6 +6,7 @@
 #include <thread>
 #include <zlib.h>
 
+#include "foundation/native_path.h"
 #include "headless/model/host_memory.h"
 #include "headless/runtime/files.h"
 #include "headless/runtime/host.h"
@@ -25,7 +26,7 @@ String loadString(int32_t id) {
 }
 
 bool loadResource(const Filename& pluginPath) {
-    return Host::current().loadStrings(platform::pathFromUtf8(pluginPath.GetUtf8()));
+    return Host::current().loadStrings(Quenza::nativePath(pluginPath.GetUtf8()));
 }
 
 void freeResource() {
@@ -41,7 +42,7 @@ void sleep(uint32_t milliseconds) {
 }
 
 Filename getStartupPath() {
-    return Filename(String(platform::utf8FromPath(Host::current().startupPath())));
+    return Filename(String(Quenza::utf8Path(Host::current().startupPath())));
 }
 
 int32_t getThreadCount() {

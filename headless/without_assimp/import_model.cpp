@@ -4,15 +4,15 @@
 
 #include "headless/import/import_model.h"
 
+#include "foundation/native_path.h"
 #include "headless/documents/document_error.h"
 #include "headless/runtime/files.h"
-#include "headless/runtime/platform.h"
 
 namespace headless {
 
 std::unique_ptr<Document> importModel(const std::string& file, std::vector<std::string>& /*warnings*/,
                                       const std::string& /*textureFolder*/) {
-    if (!files::isFile(platform::pathFromUtf8(file))) {
+    if (!files::isFile(Quenza::nativePath(file))) {
         throw DocumentError(file, "there is no such file");
     }
     throw DocumentError(file, "this program was built without Assimp and reads no model files; "

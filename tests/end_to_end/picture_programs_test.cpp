@@ -2,6 +2,7 @@
 #include "end_to_end/session.h"
 
 #include "headless/images/image_files.h"
+#include "support/run_program.h"
 
 #include <thread>
 
@@ -26,21 +27,21 @@ TEST_F(Session, ProgramsThatRenderAtOnceKeepTheirTexturesApart) {
             "RS_HALT_SPP": 8}}]}]})";
     constexpr int PROGRAMS = 4;
     std::vector<std::thread> programs;
-    int statuses[PROGRAMS] = {};
+    Quenza::Outcome runs[PROGRAMS];
     for (int i = 0; i < PROGRAMS; ++i) {
         const std::string name = (folder() / std::to_string(i)).string();
         writeFile(name + ".json", replaceAll(DOCUMENT, "COLOUR", i % 2 == 0 ? "[1, 0, 0]" : "[0, 0, 1]"));
-        programs.emplace_back([name, &status = statuses[i]] {
-            status =
-                runInShell(programPath("quenza-headless") + " --fixed-clock '2026-11-24 09:05:07' picture '" +
-                           name + ".json' --image '" + name + ".png' > '" + name + ".txt' 2>&1");
+        programs.emplace_back([name, &run = runs[i]] {
+            run = Quenza::runProgram(QUENZA_BIN_DIR "/quenza-headless",
+                                     {"--fixed-clock", "2026-11-24 09:05:07", "picture", name + ".json",
+                                      "--image", name + ".png"});
         });
     }
     for (std::thread& program : programs) {
         program.join();
     }
     for (int i = 0; i < PROGRAMS; ++i) {
-        SCOPED_TRACE(readFile(folder() / (std::to_string(i) + ".txt")));
+        SCOPED_TRACE(runs[i].out + runs[i].errors);
         headless::Image image;
         ASSERT_EQ(headless::readImage(folder() / (std::to_string(i) + ".png"), image), IMAGERESULT_OK);
         int64_t sums[3] = {};

@@ -4,6 +4,8 @@
 #include <map>
 #include <tinyxml.h>
 
+#include "support/run_program.h"
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -61,18 +63,39 @@ std::string withoutBakeNumbers(std::string text) {
     return text;
 }
 
+/// The words of a command, of which those with blanks stand in single quotes.
+std::vector<std::string> wordsOf(const std::string& command) {
+    std::vector<std::string> words;
+    bool isInside = false;
+    bool isQuoted = false;
+    for (const char character : command) {
+        if (character == '\'') {
+            isQuoted = !isQuoted;
+        } else if (character == ' ' && !isQuoted) {
+            isInside = false;
+            continue;
+        }
+        if (!isInside) {
+            words.emplace_back();
+        }
+        isInside = true;
+        if (character != '\'') {
+            words.back() += character;
+        }
+    }
+    return words;
+}
+
 } // namespace
 
 int Programs::run(const std::string& command) {
-    const fs::path outFile = folder() / "stdout";
-    const fs::path errorFile = folder() / "stderr";
-    const size_t nameEnd = command.find(' ');
-    const int status = runInShell(programPath(command.substr(0, nameEnd)) + command.substr(nameEnd) + " > '" +
-                                      outFile.string() + "' 2> '" + errorFile.string() + "'",
-                                  folder());
-    out = readFile(outFile);
-    errors = readFile(errorFile);
-    return status;
+    std::vector<std::string> words = wordsOf(command);
+    const std::string program = (fs::path(QUENZA_BIN_DIR) / words.front()).string();
+    words.erase(words.begin());
+    const Quenza::Outcome outcome = Quenza::runProgram(program, words, folder());
+    out = outcome.out;
+    errors = outcome.errors;
+    return outcome.status;
 }
 
 int Programs::headless(const std::string& words) {

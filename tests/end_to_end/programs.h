@@ -6,7 +6,8 @@
 /// Runs the programs of this build, each as a process of its own, in the test's folder.
 class Programs : public Session {
 protected:
-    /// Exit status of quenza-headless; what it prints goes to `out` and `errors`.
+    /// Exit status of quenza-headless; what it prints goes to `out` and `errors`. Words with blanks stand in
+    /// single quotes.
     int headless(const std::string& words);
     int sceneTool(const std::string& words);
     /// Exports a document of the test's folder and gives the scene's path; "" after a failure.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "end_to_end/session.h"
+#include "support/run_program.h"
 
 #ifndef _WIN32
 #include <csignal>
@@ -163,12 +164,12 @@ TEST_F(RenderCommand, GivesTheSameBytesTwice) {
     install(makeRenderer("none", ""));
     start();
     openAnimation(exportTo("same"), 0, 1);
-    const std::string run = programPath("quenza-headless") + " --fixed-clock '2026-11-24 10:20:30' render '" +
-                            (folder() / "document.json").string() + "' > '" + (folder() / "log").string() +
-                            "'";
+    const std::vector<std::string> words = {"--fixed-clock", "2026-11-24 10:20:30", "render",
+                                            (folder() / "document.json").string()};
     std::vector<std::string> bytes[2];
     for (std::vector<std::string>& files : bytes) {
-        ASSERT_EQ(runInShell(run), 0) << readFile(folder() / "log");
+        const Quenza::Outcome run = Quenza::runProgram(QUENZA_BIN_DIR "/quenza-headless", words);
+        ASSERT_EQ(run.status, 0) << run.errors;
         for (const char* const name : {"same_frame000000.qzs", "same_frame000001.qzs", "same.qzq"}) {
             files.push_back(readFile(folder() / name));
             fs::remove(folder() / name);

@@ -2,6 +2,7 @@
 #include "end_to_end/session.h"
 #include "reading/scene_report.h"
 #include "scene/mesh.h"
+#include "support/run_program.h"
 
 #include <cmath>
 
@@ -40,11 +41,11 @@ protected:
 /// portal.
 TEST_F(Scene, IsWrittenToTheByte) {
     const fs::path golden = fs::path(QUENZA_SOURCE_DIR) / "tests/end_to_end/golden";
-    const std::string run = programPath("quenza-headless") + " --fixed-clock '2026-11-24 09:05:07' render '" +
-                            (golden / "corner.json").string() + "' --to '" +
-                            (folder() / "corner.qzs").string() + "' > '" + (folder() / "log").string() +
-                            "' 2>&1";
-    ASSERT_EQ(runInShell(run), 0) << readFile(folder() / "log");
+    const Quenza::Outcome run =
+        Quenza::runProgram(QUENZA_BIN_DIR "/quenza-headless",
+                           {"--fixed-clock", "2026-11-24 09:05:07", "render",
+                            (golden / "corner.json").string(), "--to", (folder() / "corner.qzs").string()});
+    ASSERT_EQ(run.status, 0) << run.errors;
     EXPECT_EQ(readScene(folder() / "corner.qzs"), readFile(golden / "corner.qzs"));
     EXPECT_EQ(listFiles(folder() / "corner_meshes"),
               (std::vector<std::string>{"mesh_2039342014_152.qzmesh", "mesh_438071331_84.qzmesh"}));

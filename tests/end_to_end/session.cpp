@@ -13,20 +13,14 @@
 #include <thread>
 #include <utility>
 
-#ifndef _WIN32
-#include <sys/wait.h>
-#endif
-
 namespace fs = std::filesystem;
 
 namespace {
 
 #ifdef _WIN32
 constexpr const char* TEMPORARY_FOLDER = "TMP";
-constexpr const char* PROGRAM_SUFFIX = ".exe";
 #else
 constexpr const char* TEMPORARY_FOLDER = "TMPDIR";
-constexpr const char* PROGRAM_SUFFIX = "";
 #endif
 
 fs::path makeFolder() {
@@ -135,21 +129,6 @@ bool Session::waitFor(const fs::path& file) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     return true;
-}
-
-int runInShell(const std::string& line, const fs::path& folder) {
-#ifdef _WIN32
-    // The shell takes away the outer quotes.
-    const std::string whole = "\"cd /d '" + folder.string() + "' && " + line + "\"";
-    return std::system(replaceAll(whole, "'", "\"").c_str());
-#else
-    const int status = std::system(("cd '" + folder.string() + "' && " + line).c_str());
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-#endif
-}
-
-std::string programPath(const std::string& name) {
-    return "'" + (fs::path(QUENZA_BIN_DIR) / (name + PROGRAM_SUFFIX)).string() + "'";
 }
 
 std::string jsonPath(const fs::path& path) {

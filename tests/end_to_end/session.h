@@ -63,11 +63,6 @@ private:
     size_t linesSeen_ = 0;
 };
 
-/// Gives a line to the system's shell and returns the exit status. What is quoted stands in single quotes.
-int runInShell(const std::string& line,
-               const std::filesystem::path& folder = std::filesystem::current_path());
-/// A program of this build, for such a line.
-std::string programPath(const std::string& name);
 /// A path within a text of JSON.
 std::string jsonPath(const std::filesystem::path& path);
 /// With the line ends of Linux.

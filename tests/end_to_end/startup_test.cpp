@@ -9,6 +9,7 @@
 #include "host/ids.h"
 #include "host/tables.h"
 #include "support/capturing_library.h"
+#include "support/run_program.h"
 
 #include <algorithm>
 
@@ -206,10 +207,10 @@ TEST_F(Startup, TellsWhereItLookedForThePlugin) {
     const std::string root = folder().string();
     std::filesystem::create_directory(root + "/headless");
     std::filesystem::copy_file(QUENZA_BIN_DIR "/quenza-headless", root + "/headless/quenza-headless");
-    EXPECT_EQ(runInShell("headless/quenza-headless list plugins 2> errors", folder()), 1);
-    EXPECT_EQ(readFile(folder() / "errors"), "quenza-headless: There is no plug-in " + root +
-                                                 "/headless/cquenza.so, and no " + root +
-                                                 "/quenza/cquenza.so: --plugin FILE names one elsewhere\n");
+    const Quenza::Outcome run = Quenza::runProgram(root + "/headless/quenza-headless", {"list", "plugins"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors, "quenza-headless: There is no plug-in " + root + "/headless/cquenza.so, and no " +
+                              root + "/quenza/cquenza.so: --plugin FILE names one elsewhere\n");
 }
 #endif
 

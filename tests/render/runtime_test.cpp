@@ -69,10 +69,15 @@ TEST(LoadLibrary, TellsWhatIsWrongWithTheFolder) {
     const auto notFound = [&](const char* name, int code) {
         return "Failed to load DLL from '" + path(name) + "' (Error code: " + std::to_string(code) + ")";
     };
-#ifdef _WIN32                                                                       // with the system's words
-    const std::string broken = Quenza::PlatformUtils::errorText(193).toStdString(); // a bad format
-    const std::string folder = Quenza::PlatformUtils::errorText(5).toStdString();   // no access
-    const std::string brokenAndWhole = broken;
+#ifdef _WIN32 // with the system's words, which may leave a place for the file's name
+    const auto wordsOf = [&](int code, const char* name) {
+        std::string text = Quenza::PlatformUtils::errorText(code).toStdString();
+        const size_t place = text.find("%1");
+        return place == std::string::npos ? text : text.replace(place, 2, path(name) + "/quenza_sdk.dll");
+    };
+    const std::string broken = wordsOf(193, "broken"); // a bad format
+    const std::string brokenAndWhole = wordsOf(193, "broken_and_whole");
+    const std::string folder = wordsOf(5, "folder"); // no access
     constexpr int NO_SUCH_FOLDER = 3;
     constexpr int NO_FOLDER = 3;
 #else

@@ -40,8 +40,8 @@ HANDLE openForChild(const String& file) {
                        CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-int start(const std::string& program, const std::vector<std::string>& words, const String& out,
-          const String& errors) {
+int start(const std::string& program, const std::vector<std::string>& words,
+          const std::filesystem::path& folder, const String& out, const String& errors) {
     std::string line = quoted(program);
     for (const std::string& word : words)
         line += ' ' + quoted(word);
@@ -55,11 +55,14 @@ int start(const std::string& program, const std::vector<std::string>& words, con
     PROCESS_INFORMATION process = {};
     DWORD status = DWORD(-1);
     if (CreateProcessW(wide(program + ".exe").c_str(), writableLine.data(), nullptr, nullptr, TRUE, 0,
-                       nullptr, nullptr, &startup, &process)) {
+                       nullptr, folder.empty() ? nullptr : folder.c_str(), &startup, &process)) {
         WaitForSingleObject(process.hProcess, INFINITE);
         GetExitCodeProcess(process.hProcess, &status);
         CloseHandle(process.hThread);
         CloseHandle(process.hProcess);
+    } else {
+        const std::string reason = program + " can't start: " + PlatformUtils::lastErrorText().toStdString();
+        WriteFile(startup.hStdError, reason.data(), DWORD(reason.size()), nullptr, nullptr);
     }
     CloseHandle(startup.hStdOutput);
     CloseHandle(startup.hStdError);
@@ -68,8 +71,8 @@ int start(const std::string& program, const std::vector<std::string>& words, con
 
 #else
 
-int start(const std::string& program, const std::vector<std::string>& words, const String& out,
-          const String& errors) {
+int start(const std::string& program, const std::vector<std::string>& words,
+          const std::filesystem::path& folder, const String& out, const String& errors) {
     std::vector<std::string> all = {program};
     all.insert(all.end(), words.begin(), words.end());
     std::vector<char*> arguments;
@@ -82,6 +85,8 @@ int start(const std::string& program, const std::vector<std::string>& words, con
                                      0600);
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errors.toStdString().c_str(),
                                      O_WRONLY | O_CREAT, 0600);
+    if (!folder.empty())
+        posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
     pid_t child = 0;
     int status = 0;
     const bool ended = posix_spawn(&child, arguments[0], &actions, nullptr, arguments.data(), environ) == 0 &&
@@ -94,9 +99,10 @@ int start(const std::string& program, const std::vector<std::string>& words, con
 
 } // namespace
 
-Outcome runProgram(const std::string& program, const std::vector<std::string>& words) {
+Outcome runProgram(const std::string& program, const std::vector<std::string>& words,
+                   const std::filesystem::path& folder) {
     const TempDir streams;
-    const int status = start(program, words, streams / "out", streams / "errors");
+    const int status = start(program, words, folder, streams / "out", streams / "errors");
     return {status, unixLines(fileBytes(streams / "out")), unixLines(fileBytes(streams / "errors"))};
 }
 

@@ -5,6 +5,7 @@
 #include "foundation/platform.h"
 #include "foundation/string.h"
 
+#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -16,7 +17,7 @@ namespace Quenza {
 class TempDir {
 public:
     TempDir() {
-        static int count = 0;
+        static std::atomic<int> count = 0;
         const std::filesystem::path base = nativePath(PlatformUtils::getTempDirectory().view());
         do
             path_ = base / ("quenza_test_" + std::to_string(++count));
