@@ -4,6 +4,8 @@
 #include "support/temp_dir.h"
 
 #ifdef _WIN32
+#include <mutex>
+
 #include <windows.h>
 #else
 #include <fcntl.h>
@@ -50,22 +52,29 @@ int start(const std::string& program, const std::vector<std::string>& words,
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdInput = INVALID_HANDLE_VALUE;
-    startup.hStdOutput = openForChild(out);
-    startup.hStdError = openForChild(errors);
     PROCESS_INFORMATION process = {};
-    DWORD status = DWORD(-1);
-    if (CreateProcessW(wide(program + ".exe").c_str(), writableLine.data(), nullptr, nullptr, TRUE, 0,
-                       nullptr, folder.empty() ? nullptr : folder.c_str(), &startup, &process)) {
-        WaitForSingleObject(process.hProcess, INFINITE);
-        GetExitCodeProcess(process.hProcess, &status);
-        CloseHandle(process.hThread);
-        CloseHandle(process.hProcess);
-    } else {
-        const std::string reason = program + " can't start: " + PlatformUtils::lastErrorText().toStdString();
-        WriteFile(startup.hStdError, reason.data(), DWORD(reason.size()), nullptr, nullptr);
+    {
+        // A child inherits all that is open for any child, and would hold the others' files.
+        static std::mutex starting;
+        const std::lock_guard lock(starting);
+        startup.hStdOutput = openForChild(out);
+        startup.hStdError = openForChild(errors);
+        if (!CreateProcessW(wide(program + ".exe").c_str(), writableLine.data(), nullptr, nullptr, TRUE, 0,
+                            nullptr, folder.empty() ? nullptr : folder.c_str(), &startup, &process)) {
+            const std::string reason =
+                program + " can't start: " + PlatformUtils::lastErrorText().toStdString();
+            WriteFile(startup.hStdError, reason.data(), DWORD(reason.size()), nullptr, nullptr);
+        }
+        CloseHandle(startup.hStdOutput);
+        CloseHandle(startup.hStdError);
     }
-    CloseHandle(startup.hStdOutput);
-    CloseHandle(startup.hStdError);
+    if (!process.hProcess)
+        return -1;
+    WaitForSingleObject(process.hProcess, INFINITE);
+    DWORD status = 0;
+    GetExitCodeProcess(process.hProcess, &status);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
     return int(status);
 }
 
