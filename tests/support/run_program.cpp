@@ -59,10 +59,18 @@ int start(const std::string& program, const std::vector<std::string>& words,
         const std::lock_guard lock(starting);
         startup.hStdOutput = openForChild(out);
         startup.hStdError = openForChild(errors);
-        if (!CreateProcessW(wide(program + ".exe").c_str(), writableLine.data(), nullptr, nullptr, TRUE, 0,
-                            nullptr, folder.empty() ? nullptr : folder.c_str(), &startup, &process)) {
+        bool isStarted = false;
+        DWORD error = ERROR_INTERNAL_ERROR;
+        // So Wine ends about one of a thousand starts, when the new process doesn't come up.
+        for (int attempt = 0; attempt < 3 && error == ERROR_INTERNAL_ERROR && !isStarted; ++attempt) {
+            isStarted =
+                CreateProcessW(wide(program + ".exe").c_str(), writableLine.data(), nullptr, nullptr, TRUE, 0,
+                               nullptr, folder.empty() ? nullptr : folder.c_str(), &startup, &process);
+            error = GetLastError();
+        }
+        if (!isStarted) {
             const std::string reason =
-                program + " can't start: " + PlatformUtils::lastErrorText().toStdString();
+                program + " can't start: " + PlatformUtils::errorText(int(error)).toStdString();
             WriteFile(startup.hStdError, reason.data(), DWORD(reason.size()), nullptr, nullptr);
         }
         CloseHandle(startup.hStdOutput);
