@@ -60,7 +60,11 @@ ExitStatus listCommand(Host& host, const Arguments& arguments) {
     } else {
         listPlugins(host.registrations());
     }
-    return host.wasInterrupted() ? ExitStatus::interrupted : ExitStatus::done;
+    if (host.wasInterrupted()) {
+        return ExitStatus::interrupted;
+    }
+    // Lists are how an installation is looked at.
+    return host.isWhole() ? ExitStatus::done : ExitStatus::failed;
 }
 
 } // namespace headless

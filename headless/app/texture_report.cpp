@@ -89,6 +89,21 @@ std::vector<const Node*> bitmapsOf(Node& shader) {
     return bitmaps;
 }
 
+/// Empty for an image that is all right.
+std::string readingFault(const std::filesystem::path& file) {
+    Image image;
+    switch (readImage(file, image)) {
+    case IMAGERESULT_OK:
+        return "";
+    case IMAGERESULT_OUTOFMEMORY:
+        return "there is not enough memory for it";
+    case IMAGERESULT_WRONGTYPE:
+        return "it is no image of a kind that this program knows";
+    default:
+        return "it is damaged, or may not be read";
+    }
+}
+
 class Report {
 public:
     explicit Report(const Document& document) : document_(document) {}
@@ -179,10 +194,8 @@ private:
             return "the texture " + name.GetUtf8() + " was not found";
         }
         const Filename& file = found.Content() ? found : name;
-        Image image;
-        return readImage(files::pathOf(file), image) == IMAGERESULT_OK
-                   ? ""
-                   : "the texture " + file.GetUtf8() + " can't be read";
+        const std::string reason = readingFault(files::pathOf(file));
+        return reason.empty() ? "" : "the texture " + file.GetUtf8() + " can't be read: " + reason;
     }
 
     const Document& document_;

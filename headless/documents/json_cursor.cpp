@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "headless/documents/json_cursor.h"
 
-#include "foundation/file_utils.h"
 #include "headless/documents/document_error.h"
+#include "headless/documents/json_place.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,32 +11,13 @@
 
 namespace headless {
 
-namespace {
-
-/// Of a deep place only so many steps are told at either end.
-constexpr size_t PLACE_ENDS = 10;
-
-} // namespace
-
 std::string JsonCursor::place() const {
-    std::vector<const JsonCursor*> steps;
+    std::vector<JsonStep> steps;
     for (const JsonCursor* step = this; step->parent_; step = step->parent_) {
-        steps.push_back(step);
+        steps.push_back({step->key_, step->index_});
     }
-    std::string place;
-    for (size_t i = steps.size(); i > 0; --i) {
-        if (steps.size() > 2 * PLACE_ENDS && i == steps.size() - PLACE_ENDS) {
-            place += " ... ";
-            i = PLACE_ENDS;
-        }
-        const JsonCursor& step = *steps[i - 1];
-        if (step.key_) {
-            place += (place.empty() ? "" : ".") + std::string(step.key_);
-        } else {
-            place += "[" + std::to_string(step.index_) + "]";
-        }
-    }
-    return place;
+    std::ranges::reverse(steps);
+    return placeText(steps);
 }
 
 void JsonCursor::fail(const std::string& text) const {
@@ -141,29 +122,6 @@ const std::string& JsonCursor::text() const {
         fail("a text can't hold a zero character");
     }
     return text;
-}
-
-Json loadJson(const std::string& file) {
-    std::string text;
-    try {
-        text = Quenza::FileUtils::readEntireFile(file);
-    } catch (const Quenza::FileUtils::FileUtilsExcep&) {
-        throw DocumentError(file, "the file can't be opened for reading");
-    }
-    try {
-        return Json::parse(text);
-    } catch (const Json::parse_error& error) {
-        const size_t at = std::min(error.byte > 0 ? error.byte - 1 : 0, text.size());
-        const auto line = std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n') + 1;
-        const size_t lineStart = at == 0 ? 0 : text.rfind('\n', at - 1) + 1;
-        const std::string what = error.what();
-        const size_t reason = what.find(": ");
-        throw DocumentError(file, "line " + std::to_string(line) + ", column " +
-                                      std::to_string(at - lineStart + 1) + ": not valid JSON" +
-                                      (reason == std::string::npos ? "" : what.substr(reason)));
-    } catch (const Json::exception& error) {
-        throw DocumentError(file, std::string("not valid JSON: ") + error.what());
-    }
 }
 
 } // namespace headless

@@ -54,7 +54,4 @@ private:
     size_t index_ = 0;
 };
 
-/// Reads and parses a file; DocumentError with line and column when that fails.
-Json loadJson(const std::string& file);
-
 } // namespace headless

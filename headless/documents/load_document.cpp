@@ -2,6 +2,7 @@
 #include "headless/documents/load_document.h"
 
 #include "headless/documents/document_words.h"
+#include "headless/documents/json_file.h"
 #include "headless/documents/parameter_reader.h"
 #include "headless/documents/part_readers.h"
 #include "headless/import/import_model.h"

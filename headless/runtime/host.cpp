@@ -81,7 +81,8 @@ void Host::loadPlugin(const std::filesystem::path& file) {
     auto plugin = std::make_unique<Plugin>(full, *hostTable());
     plugin_ = std::move(plugin);
     resources_ = std::make_unique<resources::ResourceFolder>(plugin_->folder() / "res");
-    if (!plugin_->loadResources()) {
+    hasTexts_ = plugin_->loadResources();
+    if (!hasTexts_) {
         errors_.print(Quenza::utf8Path(full) + ": its texts could not be loaded");
     }
     started_ = plugin_->start();

@@ -47,6 +47,8 @@ public:
     void loadPlugin(const std::filesystem::path& file);
     /// False when the plug-in's start failed, or there is none.
     bool isStarted() const { return started_; }
+    /// True when the plug-in's texts and resources were there too.
+    bool isWhole() const { return started_ && hasTexts_; }
 
     /// Makes `document` the active one, in place of the last, which is freed.
     void open(std::unique_ptr<Document> document);
@@ -149,6 +151,7 @@ private:
     Menus menus_;
     Registrations registrations_;
     std::unique_ptr<Plugin> plugin_;
+    bool hasTexts_ = false;
     bool started_ = false;
     PreviewScenes previewScenes_;
     std::unique_ptr<Document> document_;

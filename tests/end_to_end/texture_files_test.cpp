@@ -94,8 +94,9 @@ TEST_F(TextureFiles, ThatAreMissingOrDamagedAreToldOnce) {
     const std::string gone = "the texture " + (folder() / "gone.png").string() + " was not found\n";
     EXPECT_EQ(errors, "Material \"Wall\", Color: " + gone + "Material \"Layers\", Albedo: the texture " +
                           (folder() / "damaged.png").string() +
-                          " can't be read\nMaterial \"Layers\", Bump: " + gone +
-                          "Material \"Coat\", Roughness: a texture names no file\n");
+                          " can't be read: it is no image of a kind that this program knows\n"
+                          "Material \"Layers\", Bump: " +
+                          gone + "Material \"Coat\", Roughness: a texture names no file\n");
     EXPECT_EQ(sceneTool("check '" + scene.string() + "'"), 1);
     EXPECT_NE(out.find("material \"Wall\": albedo: a texture names no file\n"), std::string::npos) << out;
     EXPECT_NE(out.find("material \"Layers\": albedo: image '" + (folder() / "damaged.png").string() +

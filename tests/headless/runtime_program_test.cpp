@@ -64,7 +64,7 @@ protected:
 };
 
 TEST_F(Program, ListsWhatWasRegistered) {
-    ASSERT_EQ(run({"--plugin", testPlugin("not_starting").string(), "list", "plugins"}), 0);
+    ASSERT_EQ(run({"--plugin", testPlugin("not_starting").string(), "list", "plugins"}), 1);
     EXPECT_EQ(out_, "#  KIND     ID       NAME     DESCRIPTION OR HELP  ICON  INFO  PRIORITY\n"
                     "1  command  9000001  Nothing                             0x0\n");
     ASSERT_EQ(run({"--plugin", testPlugin("working").string(), "list", "descriptions"}), 0);
