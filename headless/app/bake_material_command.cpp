@@ -3,9 +3,9 @@
 
 #include "foundation/native_path.h"
 #include "headless/app/document_nodes.h"
+#include "headless/app/output_folder.h"
 #include "headless/app/plugin_numbers.h"
 #include "headless/documents/save_document.h"
-#include "headless/runtime/files.h"
 
 #include <charconv>
 #include <cstdio>
@@ -50,9 +50,6 @@ std::filesystem::path imageFile(const Arguments& arguments) {
     const std::filesystem::path path = std::filesystem::absolute(Quenza::nativePath(file)).lexically_normal();
     if (!path.has_filename()) {
         throw UsageError("--to needs a file, not the folder " + file);
-    }
-    if (const std::string reason = files::makeFolders(path.parent_path()); !reason.empty()) {
-        throw HostError("The folder " + Quenza::utf8Path(path.parent_path()) + " can't be made: " + reason);
     }
     return path;
 }
@@ -217,6 +214,7 @@ ExitStatus bakeMaterialCommand(Host& host, const Arguments& arguments) {
     const std::string objectName = needed(arguments, "--object");
     const std::string materialName = needed(arguments, "--material");
     const std::filesystem::path file = imageFile(arguments);
+    const OutputFolder folder(file.parent_path());
     DialogUser user(host, arguments, file);
     const std::optional<int32_t> unit = openDocumentFile(host, arguments.operands.front(), folderOf(target));
     Document& document = *host.document();

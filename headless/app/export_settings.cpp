@@ -72,7 +72,7 @@ void applyRenderSettings(Host& host, const std::vector<std::string>& settings) {
     }
 }
 
-void exportTo(VideoPost& settings, const std::string& file) {
+OutputFolder exportTo(VideoPost& settings, const std::string& file) {
     std::filesystem::path path = std::filesystem::absolute(Quenza::nativePath(file)).lexically_normal();
     if (!path.has_filename() || files::exists(Filename(String(Quenza::utf8Path(path))), true)) {
         throw UsageError("--to needs a file, not the folder " + file);
@@ -83,12 +83,11 @@ void exportTo(VideoPost& settings, const std::string& file) {
     if (path.extension() != ".qzs") {
         throw UsageError("--to writes a scene: " + file + " should end with .qzs");
     }
-    if (const std::string reason = files::makeFolders(path.parent_path()); !reason.empty()) {
-        throw HostError("The folder " + Quenza::utf8Path(path.parent_path()) + " can't be made: " + reason);
-    }
+    OutputFolder folder(path.parent_path());
     settings.setParameter(RS_EXPORT_TO_FILE, GeData(true));
     settings.setParameter(RS_EXPORT_NEXT_TO_DOC, GeData(false));
     settings.setParameter(RS_EXPORT_FILE, GeData(Filename(String(Quenza::utf8Path(path)))));
+    return folder;
 }
 
 void exportFrames(Document& document, VideoPost& settings, std::pair<int32_t, int32_t> frames) {

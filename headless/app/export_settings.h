@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "headless/app/output_folder.h"
 #include "headless/model/document.h"
 
 namespace headless {
@@ -25,9 +26,9 @@ VideoPost& requireRenderSettings(Document& document);
 void applyRenderSettings(Host& host, const std::vector<std::string>& settings);
 
 /// Sends the scene to a file, relative to the current folder; the suffix is added when it has none, and
-/// folders that aren't there are made. Throws UsageError for another suffix than ".qzs", HostError when a
-/// folder can't be made.
-void exportTo(VideoPost& settings, const std::string& file);
+/// folders that aren't there are made, to be kept until the export's end. Throws UsageError for another
+/// suffix than ".qzs", HostError when a folder can't be made.
+OutputFolder exportTo(VideoPost& settings, const std::string& file);
 
 /// Makes the export an animation over the document's frames, both ends inclusive.
 void exportFrames(Document& document, VideoPost& settings, std::pair<int32_t, int32_t> frames);

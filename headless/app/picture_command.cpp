@@ -226,7 +226,7 @@ ExitStatus pictureCommand(Host& host, const Arguments& arguments) {
     if (host.wasInterrupted()) {
         return ExitStatus::interrupted;
     }
-    order.file.prepare();
+    const OutputFolder folder = order.file.prepare();
     const TextureWarningsHeld untilTheEnd;
     const std::string path = order.file.path();
     PictureRun picture(host, std::move(order));

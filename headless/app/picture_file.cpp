@@ -7,7 +7,6 @@
 #include "foundation/string_utils.h"
 #include "headless/app/arguments.h"
 #include "headless/app/image_output.h"
-#include "headless/runtime/files.h"
 
 namespace headless {
 
@@ -42,11 +41,10 @@ int32_t filterOf(const fs::path& path) {
 PictureFile::PictureFile(const std::string& file)
     : path_(fs::absolute(Quenza::nativePath(file)).lexically_normal()), filter_(filterOf(path_)) {}
 
-void PictureFile::prepare() const {
-    if (const std::string reason = files::makeFolders(path_.parent_path()); !reason.empty()) {
-        throw HostError("The folder " + Quenza::utf8Path(path_.parent_path()) + " can't be made: " + reason);
-    }
+OutputFolder PictureFile::prepare() const {
+    OutputFolder folder(path_.parent_path());
     requireWritable(path_);
+    return folder;
 }
 
 void PictureFile::update(const PictureSession& session) {

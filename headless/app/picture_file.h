@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "headless/app/output_folder.h"
 #include "headless/app/picture_session.h"
 
 #include <filesystem>
@@ -14,9 +15,9 @@ public:
     /// and for one that this build doesn't write.
     explicit PictureFile(const std::string& file);
 
-    /// Before the render: makes the folders that aren't there. Throws HostError when they can't be made or
-    /// the file can't be written.
-    void prepare() const;
+    /// Before the render: makes the folders that aren't there, to be kept until the render's end. Throws
+    /// HostError when they can't be made or the file can't be written.
+    OutputFolder prepare() const;
     /// Writes the session's image when it has changed since the last call. Throws HostError when it can't be
     /// written.
     void update(const PictureSession& session);

@@ -4,9 +4,9 @@
 #include "foundation/native_path.h"
 #include "headless/app/document_nodes.h"
 #include "headless/app/image_output.h"
+#include "headless/app/output_folder.h"
 #include "headless/app/plugin_numbers.h"
 #include "headless/preview/material_preview.h"
-#include "headless/runtime/files.h"
 #include "host/videopost.h"
 
 #include <algorithm>
@@ -196,9 +196,7 @@ ExitStatus previewMaterialsCommand(Host& host, const Arguments& arguments) {
     openDocumentFile(host, arguments.operands.front());
     PreviewScene& scene = chosenScene(host, arguments);
     const std::vector<Material*> materials = wantedMaterials(*host.document(), arguments);
-    if (const std::string reason = files::makeFolders(target.parent_path()); !reason.empty()) {
-        throw HostError("The folder " + Quenza::utf8Path(target.parent_path()) + " can't be made: " + reason);
-    }
+    const OutputFolder folder(target.parent_path());
     const std::vector<std::filesystem::path> files = imageFiles(materials, target);
     std::ranges::for_each(files, requireWritable);
     ExitStatus status = ExitStatus::done;

@@ -25,8 +25,10 @@ std::string exportFolder(const Arguments& arguments) {
     return Quenza::utf8Path(appData / "Quenza for Cinema 4D" / "quickrender");
 }
 
-void applyArguments(Host& host, const Arguments& arguments) {
+/// The folder that the export needs, to be kept until its end.
+std::optional<OutputFolder> applyArguments(Host& host, const Arguments& arguments) {
     Document& document = *host.document();
+    std::optional<OutputFolder> folder;
     if (arguments.value("--frame") && arguments.value("--frames")) {
         throw UsageError("--frame and --frames exclude each other");
     }
@@ -34,7 +36,7 @@ void applyArguments(Host& host, const Arguments& arguments) {
         exportFrame(document, parseFrame(*frame));
     }
     if (const std::optional<std::string> file = arguments.value("--to")) {
-        exportTo(requireRenderSettings(document), *file);
+        folder.emplace(exportTo(requireRenderSettings(document), *file));
     }
     if (const std::optional<std::string> frames = arguments.value("--frames")) {
         exportFrames(document, requireRenderSettings(document), parseFrameRange(*frames));
@@ -43,13 +45,14 @@ void applyArguments(Host& host, const Arguments& arguments) {
     if (const std::optional<std::string> seconds = arguments.value("--cancel-after")) {
         host.user().addDialogActions({{parseTime(*seconds), UserAction::Kind::close, 0, GeData()}});
     }
+    return folder;
 }
 
 } // namespace
 
 ExitStatus renderCommand(Host& host, const Arguments& arguments) {
     openDocumentFile(host, arguments.operands.front(), exportFolder(arguments));
-    applyArguments(host, arguments);
+    const std::optional<OutputFolder> folder = applyArguments(host, arguments);
     if (host.wasInterrupted()) {
         return ExitStatus::interrupted;
     }

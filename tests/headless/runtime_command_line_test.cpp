@@ -125,12 +125,12 @@ TEST_F(Settings, RefuseFilesAndFramesThatAreNone) {
     VideoPost& settings = requireRenderSettings(document());
     settings.info |= BIT_VPDISABLED;
     EXPECT_EQ(&requireRenderSettings(document()), &settings) << "the one that is there is enabled";
-    EXPECT_EQ(thrownMessage<UsageError>([&] { exportTo(settings, "a.png"); }),
+    EXPECT_EQ(thrownMessage<UsageError>([&] { static_cast<void>(exportTo(settings, "a.png")); }),
               "--to writes a scene: a.png should end with .qzs");
-    EXPECT_EQ(thrownMessage<UsageError>([&] { exportTo(settings, "/out/"); }),
+    EXPECT_EQ(thrownMessage<UsageError>([&] { static_cast<void>(exportTo(settings, "/out/")); }),
               "--to needs a file, not the folder /out/");
     const std::string folder = std::filesystem::temp_directory_path().string();
-    EXPECT_EQ(thrownMessage<UsageError>([&] { exportTo(settings, folder); }),
+    EXPECT_EQ(thrownMessage<UsageError>([&] { static_cast<void>(exportTo(settings, folder)); }),
               "--to needs a file, not the folder " + folder);
     EXPECT_EQ(parseFrameRange("-5--1"), std::pair(-5, -1));
     for (const char* const wrong : {"", "5", "5-", "-", "1-2-3", "a-b", "3-2", "1 - 2"}) {

@@ -149,7 +149,8 @@ TEST_F(Program, TellsWhyARenderFailed) {
     EXPECT_NE(errors_.find("is RS_HALT_SPP meant?"), std::string::npos);
 
     profile_.install("");
-    EXPECT_EQ(render("cube.json", {}), 1);
+    EXPECT_EQ(render("cube.json", {"--to", path("made/for/scene.qzs")}), 1);
+    EXPECT_FALSE(fs::exists(path("made")));
 #ifdef _WIN32
     const std::string keys = "HKEY_CURRENT_USER\\Software\\Tessaly Works\\Quenza Renderer (not set), "
                              "HKEY_CURRENT_USER\\Software\\Tessaly Works\\Quenza RT (not set), ";
