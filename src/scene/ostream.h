@@ -16,6 +16,10 @@ public:
     virtual void writeString(const String& text) = 0;
     /// In the stream's own form of numbers. XML elements use the helpers of xml_elements.h instead.
     virtual void writeDouble(double value) = 0;
+
+    /// Memory of those helpers, kept from element to element. Not the thread's: what a thread has to destroy
+    /// at its end keeps a library of Windows loaded until then.
+    String element_text;
 };
 
 /// A text file. Neither a failed open nor a failed write throws: later writes are lost silently, and commit()

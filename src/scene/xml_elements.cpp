@@ -14,11 +14,10 @@ namespace {
 
 constexpr char HEX_DIGITS[] = "0123456789ABCDEF";
 
-/// Collects the text of one element in memory that is kept from element to element, and hands it to the
-/// stream at once.
+/// Collects the text of one element in the stream's memory for it, and hands it to the stream at once.
 class ElementText {
 public:
-    ElementText(OStream& stream, u32 depth) : stream_(stream), text_(reusedText()) {
+    ElementText(OStream& stream, u32 depth) : stream_(stream), text_(stream.element_text) {
         text_.clear();
         put(depth, '\t');
     }
@@ -36,7 +35,6 @@ public:
         if (count > 0)
             std::memset(room(count), c, count);
     }
-    void put(const char* chars, u64 count) { text_.append(chars, count); }
     void put(std::string_view chars) { text_.append(chars.data(), chars.size()); }
     void send() {
         stream_.writeString(text_);
@@ -46,11 +44,6 @@ public:
 
 private:
     static constexpr u64 MAX_KEPT_BYTES = 65536;
-
-    static String& reusedText() {
-        thread_local String text;
-        return text;
-    }
 
     OStream& stream_;
     String& text_;
@@ -98,7 +91,7 @@ void writeVectorElement(OStream& stream, u32 depth, const char* name, const doub
 void writeTag(OStream& stream, u32 depth, std::string_view before, const char* name, std::string_view after) {
     ElementText text(stream, depth);
     text.put(before);
-    text.put(name, std::strlen(name));
+    text.put(name);
     text.put(after);
     text.send();
 }

@@ -3,6 +3,8 @@
 
 #include "headless/documents/load_document.h"
 #include "host/ids.h"
+#include "support/loaded_library.h"
+#include "support/temp_dir.h"
 
 #include <algorithm>
 #include <chrono>
@@ -44,8 +46,9 @@ Session::Session()
 
 Session::~Session() {
     host_.reset();
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
+    EXPECT_FALSE(Quenza::isLoaded(Quenza::PLUGIN_NAME));
+    EXPECT_FALSE(Quenza::isLoaded(Quenza::REALTIME_PLUGIN_NAME));
+    Quenza::removeTree(folder_);
 }
 
 headless::Host& Session::start() {

@@ -91,8 +91,9 @@ TEST_F(WindowsLaunch, GivesTheRendererItsLineToTheLetter) {
             fs::remove(out / "scene.report.txt");
         }
     }
-    // Its last run ends with its files.
-    EXPECT_TRUE(waitFor(out / "scene.renders" / "scene_tonemapped.exr"));
+    for (const char* const ending : {".png", ".qzi", "_untonemapped.exr", "_tonemapped.exr"}) {
+        EXPECT_TRUE(waitFor(Quenza::nativePath(stem + ending))) << ending;
+    }
 }
 
 } // namespace

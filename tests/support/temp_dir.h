@@ -10,8 +10,26 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <vector>
 
 namespace Quenza {
+
+/// Removes a folder with what lies in it, as far as the system lets it, also when a program that still runs
+/// takes entries away meanwhile: there GCC 12's remove_all tries the lost entry for ever on Windows.
+inline void removeTree(const std::filesystem::path& folder) {
+    namespace fs = std::filesystem;
+    std::error_code ignored;
+    std::vector<fs::directory_entry> entries;
+    for (fs::directory_iterator entry(folder, ignored), end; entry != end; entry.increment(ignored))
+        entries.push_back(*entry);
+    for (const fs::directory_entry& entry : entries) {
+        if (fs::is_directory(entry.symlink_status(ignored)))
+            removeTree(entry);
+        else
+            fs::remove(entry, ignored);
+    }
+    fs::remove(folder, ignored);
+}
 
 /// A new directory that goes with its content at the end of a test.
 class TempDir {
@@ -23,10 +41,7 @@ public:
             path_ = base / ("quenza_test_" + std::to_string(++count));
         while (!std::filesystem::create_directory(path_));
     }
-    ~TempDir() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
+    ~TempDir() { removeTree(path_); }
     TempDir(const TempDir&) = delete;
     TempDir& operator=(const TempDir&) = delete;
 
