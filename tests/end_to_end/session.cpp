@@ -125,7 +125,7 @@ bool Session::printed(const std::string& line) const {
 
 bool Session::waitFor(const fs::path& file) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!fs::exists(file)) {
+    while (!std::ifstream(file).good()) {
         if (std::chrono::steady_clock::now() > end) {
             return false;
         }

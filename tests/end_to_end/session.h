@@ -52,7 +52,8 @@ protected:
     std::vector<std::string> newLines();
     /// True when one of all console lines is this one.
     bool printed(const std::string& line) const;
-    /// Waits for a file that another process writes.
+    /// Waits until a file that another process writes can be read: Windows gives a file its name before its
+    /// writer lets go of it.
     static bool waitFor(const std::filesystem::path& file);
 
 private:

@@ -5,9 +5,6 @@
 #include "end_to_end/session.h"
 #include "support/temp_dir.h"
 
-#include <chrono>
-#include <thread>
-
 namespace {
 
 namespace fs = std::filesystem;
@@ -52,12 +49,7 @@ protected:
     /// The renderer's own report on its scene.
     static std::string reportedLine(const fs::path& report) {
         EXPECT_TRUE(waitFor(report)) << "the renderer was never started";
-        // The renderer may still hold what it has just named.
-        std::string text;
-        for (int attempt = 0; attempt < 100 && text.empty(); ++attempt) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(20));
-            text = Quenza::unixLines(Quenza::fileBytes(utf8(report)));
-        }
+        const std::string text = Quenza::unixLines(Quenza::fileBytes(utf8(report)));
         const std::string start = "\nCommand line: ";
         const size_t at = text.find(start) + start.size();
         EXPECT_TRUE(text.ends_with("\nResult: no faults\n")) << text;
