@@ -46,8 +46,12 @@ Session::Session()
 
 Session::~Session() {
     host_.reset();
+#ifdef _WIN32
+    // What a thread has still to destroy for a library keeps it there. Windows ends such a library last, when
+    // the other threads are gone at whatever they held, so that the process may stand still for ever.
     EXPECT_FALSE(Quenza::isLoaded(Quenza::PLUGIN_NAME));
     EXPECT_FALSE(Quenza::isLoaded(Quenza::REALTIME_PLUGIN_NAME));
+#endif
     Quenza::removeTree(folder_);
 }
 

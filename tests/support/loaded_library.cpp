@@ -1,18 +1,16 @@
 // SPDX-License-Identifier: MIT
+#ifdef _WIN32
+
 #include "support/loaded_library.h"
 
-#ifdef _WIN32
 #include <windows.h>
-#endif
 
 namespace Quenza {
 
-bool isLoaded([[maybe_unused]] const std::string& library) {
-#ifdef _WIN32
+bool isLoaded(const std::string& library) {
     return GetModuleHandleA(library.c_str()) != nullptr;
-#else
-    return false;
-#endif
 }
 
 } // namespace Quenza
+
+#endif
